@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Foundation/Result.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Nimbrel::Ctl {
+
+struct OptionSpec {
+  std::string_view name;       ///< with its dashes
+  std::string_view valueName;  ///< as the usage shows it; empty for an option without value
+};
+
+/// The words behind the name of a command, taken apart.
+struct CommandLine {
+  std::vector<std::string> arguments;
+  std::map<std::string, std::string, std::less<>> options;
+
+  [[nodiscard]] bool has(std::string_view option) const { return options.contains(option); }
+  [[nodiscard]] std::optional<std::string_view> value(std::string_view option) const;
+};
+
+/// Tells options, which may stand anywhere, from arguments. "--" ends the options; "--name=value" is "--name value". The
+/// error names the word that is wrong.
+[[nodiscard]] Result<CommandLine> parseCommandLine(std::span<const std::string_view> words,
+                                                   std::span<const OptionSpec> options);
+
+/// A whole number in decimal; absent when the text is anything else or out of range.
+[[nodiscard]] std::optional<std::int64_t> decimal(std::string_view text);
+
+}  // namespace Nimbrel::Ctl

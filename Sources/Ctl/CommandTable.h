@@ -1,0 +1,46 @@
+#pragma once
+
+#include "CommandLine.h"
+#include "Outcome.h"
+#include "Session.h"
+
+#include <cstddef>
+#include <limits>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Nimbrel::Ctl {
+
+inline constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
+
+/// One command of the program. Every command also takes --json and --help.
+struct Command {
+  std::string_view name;
+  std::string_view argumentNames;  ///< as the usage shows them
+  std::string_view summary;
+  std::size_t fewestArguments = 0;
+  std::size_t mostArguments = 0;
+  std::vector<OptionSpec> options;
+  Outcome (*run)(const CommandLine& line, Session& session) = nullptr;
+};
+
+/// All commands, in the order of the usage.
+[[nodiscard]] std::span<const Command> commands();
+
+/// The usage of the whole program, and of one command.
+[[nodiscard]] std::string usage();
+[[nodiscard]] std::string usage(const Command& command);
+
+// The commands themselves, by subject.
+[[nodiscard]] Outcome runList(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runShow(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runOverview(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runDuplicates(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runDetect(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runImport(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runScan(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runSettings(const CommandLine& line, Session& session);
+
+}  // namespace Nimbrel::Ctl

@@ -1,0 +1,47 @@
+#include "CommandTable.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+namespace Nimbrel::Ctl {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// The absolute path of a file that can be read.
+Result<std::string> readableFile(const std::string& name) {
+  std::error_code error;
+  const auto path = fs::absolute(name, error).lexically_normal();
+  if (error || !fs::is_regular_file(path, error)) return Error{"cannot read " + name + ": not a file"};
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+  if (!file) return Error{"cannot read " + name + ": " + std::generic_category().message(errno)};
+  return path.string();
+}
+
+}  // namespace
+
+Outcome runImport(const CommandLine& line, Session& session) {
+  std::vector<std::string> paths;
+  for (const auto& argument : line.arguments) {
+    auto path = readableFile(argument);
+    if (!path) return Outcome::failed(path.error().message);
+    paths.push_back(std::move(path).value());
+  }
+  const auto store = session.store();
+  if (!store) return Outcome::failed(store.error().message);
+  store.value()->importFiles(paths);
+  return Outcome::changed(store.value()->status());
+}
+
+Outcome runScan(const CommandLine&, Session& session) {
+  const auto store = session.store();
+  if (!store) return Outcome::failed(store.error().message);
+  store.value()->scan();
+  return Outcome::changed(store.value()->status());
+}
+
+}  // namespace Nimbrel::Ctl

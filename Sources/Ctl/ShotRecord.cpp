@@ -1,0 +1,101 @@
+#include "ShotRecord.h"
+
+#include "Outcome.h"
+
+#include "Foundation/Formats.h"
+
+#include <QJsonArray>
+
+#include <iomanip>
+#include <sstream>
+
+namespace Nimbrel::Ctl {
+
+namespace {
+
+constexpr std::string_view protectedName = "Sensitive screenshot";
+
+QJsonArray listOf(const std::vector<std::string>& texts) {
+  QJsonArray list;
+  for (const auto& text : texts) list.append(jsonString(text));
+  return list;
+}
+
+QJsonObject protectedRecord(const Shot& shot) {
+  return {
+      {QStringLiteral("id"), qint64{shot.id}},
+      {QStringLiteral("date"), secondsSince1970(shot.date)},
+      {QStringLiteral("bytes"), qint64{shot.bytes}},
+      {QStringLiteral("filed"), shot.filed},
+      {QStringLiteral("favorite"), shot.favorite},
+      {QStringLiteral("name"), jsonString(protectedName)},
+      {QStringLiteral("derived"), QJsonObject{{QStringLiteral("protected"), true}}},
+  };
+}
+
+QJsonObject derivedMembers(const Store& store, const Shot& shot) {
+  const auto pixels = shot.pixels();
+  return {
+      {QStringLiteral("titleGuess"), jsonString(shot.titleGuess())},
+      {QStringLiteral("ocrHeadline"), jsonString(shot.ocrHeadline())},
+      {QStringLiteral("pixels"), pixels ? QJsonValue(jsonString(*pixels)) : QJsonValue(QJsonValue::Null)},
+      {QStringLiteral("captureTypeLabel"), jsonString(shot.captureTypeLabel())},
+      {QStringLiteral("symbol"), jsonString(shot.symbol())},
+      {QStringLiteral("protected"), false},
+      {QStringLiteral("day"), jsonString(Formats::relativeDay(shot.date, store.now()))},
+  };
+}
+
+}  // namespace
+
+QJsonObject shotRecord(const Store& store, const Shot& shot) {
+  if (store.isProtected(shot)) return protectedRecord(shot);
+  return {
+      {QStringLiteral("id"), qint64{shot.id}},
+      {QStringLiteral("path"), jsonString(shot.path)},
+      {QStringLiteral("name"), jsonString(shot.name)},
+      {QStringLiteral("date"), secondsSince1970(shot.date)},
+      {QStringLiteral("added"), secondsSince1970(shot.added)},
+      {QStringLiteral("bytes"), qint64{shot.bytes}},
+      {QStringLiteral("width"), shot.width},
+      {QStringLiteral("height"), shot.height},
+      {QStringLiteral("appName"), jsonString(shot.appName)},
+      {QStringLiteral("captureType"), jsonString(shot.captureType)},
+      {QStringLiteral("filed"), shot.filed},
+      {QStringLiteral("ocr"), jsonString(shot.ocr)},
+      {QStringLiteral("ocrDone"), shot.ocrDone},
+      {QStringLiteral("note"), jsonString(shot.note)},
+      {QStringLiteral("tags"), listOf(shot.tags)},
+      {QStringLiteral("favorite"), shot.favorite},
+      {QStringLiteral("sensitive"), listOf(shot.sensitive)},
+      // JSON readers that keep numbers as doubles would lose bits of it.
+      {QStringLiteral("phash"), QString::number(shot.phash)},
+      {QStringLiteral("barcodes"), listOf(shot.barcodes)},
+      {QStringLiteral("bundleID"), jsonString(shot.bundleID)},
+      {QStringLiteral("shownName"), jsonString(shot.shownName)},
+      {QStringLiteral("appAttributionTrusted"), shot.appAttributionTrusted},
+      {QStringLiteral("derived"), derivedMembers(store, shot)},
+  };
+}
+
+std::string shotLine(const Store& store, const Shot& shot) {
+  std::ostringstream line;
+  line << std::setw(6) << shot.id << "  " << Formats::date(shot.date, u"yyyy-MM-dd HH:mm") << "  " << std::setw(8)
+       << Formats::byteCount(shot.bytes) << "  " << (store.isProtected(shot) ? protectedName : shot.name) << '\n';
+  return line.str();
+}
+
+std::string recordText(const QJsonObject& record) {
+  std::string text;
+  for (auto member = record.begin(); member != record.end(); ++member) {
+    if (member->isObject()) {
+      text += recordText(member->toObject());
+      continue;
+    }
+    const auto value = member->isString() ? member->toString().toStdString() : jsonText(*member);
+    text += member.key().toStdString() + ": " + value + "\n";
+  }
+  return text;
+}
+
+}  // namespace Nimbrel::Ctl

@@ -1,0 +1,150 @@
+#include "Foundation/Text.h"
+
+#include "Foundation/Utf8.h"
+
+#include <unicode/brkiter.h>
+#include <unicode/uchar.h>
+#include <unicode/ustring.h>
+#include <unicode/utext.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+
+namespace Nimbrel::Text {
+
+namespace {
+
+bool isLineBreak(char32_t code) {
+  return (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
+}
+
+icu::BreakIterator* characterBreaks() {
+  thread_local const auto breaks = [] {
+    UErrorCode status = U_ZERO_ERROR;
+    return std::unique_ptr<icu::BreakIterator>(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+  }();
+  return breaks.get();
+}
+
+bool isPrintableAscii(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return c >= 0x20 && c < 0x7F; });
+}
+
+}  // namespace
+
+bool isHorizontalSpace(char32_t character) {
+  return character == '\t' || u_charType(static_cast<UChar32>(character)) == U_SPACE_SEPARATOR;
+}
+
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty()) {
+    const auto first = Utf8::first(text);
+    if (!first.isValid || !isHorizontalSpace(first.code)) break;
+    text.remove_prefix(first.length);
+  }
+  while (!text.empty()) {
+    const auto last = Utf8::last(text);
+    if (!last.isValid || !isHorizontalSpace(last.code)) break;
+    text.remove_suffix(last.length);
+  }
+  return text;
+}
+
+std::vector<std::string_view> lines(std::string_view text) {
+  std::vector<std::string_view> result;
+  std::size_t start = 0;
+  const auto endLine = [&](std::size_t end) {
+    if (end > start) result.push_back(text.substr(start, end - start));
+  };
+  for (std::size_t position = 0; position < text.size();) {
+    const auto character = Utf8::first(text.substr(position));
+    if (character.isValid && isLineBreak(character.code)) {
+      endLine(position);
+      start = position + character.length;
+    }
+    position += character.length;
+  }
+  endLine(text.size());
+  return result;
+}
+
+std::size_t characterCount(std::string_view text) {
+  if (isPrintableAscii(text)) return text.size();
+  auto* breaks = characterBreaks();
+  if (breaks == nullptr) return text.size();
+  UErrorCode status = U_ZERO_ERROR;
+  UText view = UTEXT_INITIALIZER;
+  utext_openUTF8(&view, text.data(), static_cast<std::int64_t>(text.size()), &status);
+  breaks->setText(&view, status);
+  std::size_t count = 0;
+  if (U_SUCCESS(status)) {
+    breaks->first();
+    while (breaks->next() != icu::BreakIterator::DONE) ++count;
+  }
+  utext_close(&view);
+  return count;
+}
+
+std::vector<std::string> split(std::string_view text, char separator, EmptyPieces emptyPieces) {
+  std::vector<std::string> pieces;
+  for (std::size_t start = 0; start <= text.size();) {
+    const auto end = std::min(text.find(separator, start), text.size());
+    if (end > start || emptyPieces == EmptyPieces::Keep) pieces.emplace_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  return pieces;
+}
+
+std::string joined(const std::vector<std::string>& pieces, char separator) {
+  std::string text;
+  for (const auto& piece : pieces) {
+    if (&piece != &pieces.front()) text += separator;
+    text += piece;
+  }
+  return text;
+}
+
+bool isJoined(std::string_view text, const std::vector<std::string>& pieces, char separator) {
+  for (const auto& piece : pieces) {
+    if (&piece != &pieces.front()) {
+      if (!text.starts_with(separator)) return false;
+      text.remove_prefix(1);
+    }
+    if (!text.starts_with(piece)) return false;
+    text.remove_prefix(piece.size());
+  }
+  return text.empty();
+}
+
+std::u16string toUtf16(std::string_view text) {
+  // No UTF-8 text has more UTF-16 units than bytes.
+  std::u16string converted(text.size(), u'\0');
+  std::int32_t length = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  u_strFromUTF8WithSub(converted.data(), static_cast<std::int32_t>(converted.size()), &length, text.data(),
+                       static_cast<std::int32_t>(text.size()), 0xFFFD, nullptr, &status);
+  converted.resize(U_SUCCESS(status) ? static_cast<std::size_t>(length) : 0);
+  return converted;
+}
+
+std::string toUtf8(std::u16string_view text) {
+  std::string converted(text.size() * 3, '\0');
+  std::int32_t length = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  u_strToUTF8WithSub(converted.data(), static_cast<std::int32_t>(converted.size()), &length, text.data(),
+                     static_cast<std::int32_t>(text.size()), 0xFFFD, nullptr, &status);
+  converted.resize(U_SUCCESS(status) ? static_cast<std::size_t>(length) : 0);
+  return converted;
+}
+
+std::string asciiLowered(std::string_view text) {
+  std::string lowered(text);
+  for (char& c : lowered) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return lowered;
+}
+
+}  // namespace Nimbrel::Text

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Text is UTF-8 throughout. Bytes that are not valid UTF-8 are carried along untouched and belong to no class.
+/// Views returned borrow from the argument.
+namespace Nimbrel::Text {
+
+/// Whether a code point is horizontal white space: blank, tab and the Unicode space separators, no line break.
+[[nodiscard]] bool isHorizontalSpace(char32_t character);
+
+/// Without the horizontal white space at both ends.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
+/// The non-empty pieces between Unicode line breaks: line feed, vertical tab, form feed, carriage return, next line,
+/// line separator, paragraph separator.
+[[nodiscard]] std::vector<std::string_view> lines(std::string_view text);
+
+/// The number of characters as a reader counts them (grapheme clusters).
+[[nodiscard]] std::size_t characterCount(std::string_view text);
+
+enum class EmptyPieces { Keep, Drop };
+
+/// The pieces between the separators. An empty text has no piece when they are dropped, one when they are kept.
+[[nodiscard]] std::vector<std::string> split(std::string_view text, char separator, EmptyPieces emptyPieces);
+
+[[nodiscard]] std::string joined(const std::vector<std::string>& pieces, char separator);
+
+/// Whether `text` is what joined(pieces, separator) would return, found out without building it.
+[[nodiscard]] bool isJoined(std::string_view text, const std::vector<std::string>& pieces, char separator);
+
+/// Conversions for libraries that speak UTF-16; what is not valid becomes U+FFFD.
+[[nodiscard]] std::u16string toUtf16(std::string_view text);
+[[nodiscard]] std::string toUtf8(std::u16string_view text);
+
+/// The text with the letters A to Z in lower case and all else unchanged: for file extensions and other ASCII names.
+[[nodiscard]] std::string asciiLowered(std::string_view text);
+
+}  // namespace Nimbrel::Text

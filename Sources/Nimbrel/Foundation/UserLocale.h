@@ -1,0 +1,18 @@
+#pragma once
+
+#include <unicode/locid.h>
+
+/// The locale that the user's environment asks for, by purpose. A missing, "C" or "POSIX" locale is answered with US
+/// English, which is what our own words are written in.
+namespace Nimbrel::UserLocale {
+
+/// For dates and times: LC_ALL, else LC_TIME, else LANG.
+[[nodiscard]] icu::Locale forDates();
+
+/// For comparing names: LC_ALL, else LC_COLLATE, else LANG.
+[[nodiscard]] icu::Locale forComparison();
+
+/// For numbers: LC_ALL, else LC_NUMERIC, else LANG.
+[[nodiscard]] icu::Locale forNumbers();
+
+}  // namespace Nimbrel::UserLocale

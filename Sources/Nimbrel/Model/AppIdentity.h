@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Platform/Defaults.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace Nimbrel {
+
+/// Who this process is. The companion is the same executable, started under a name of its own.
+class AppIdentity {
+ public:
+  /// From the name that the process was started under (its first argument, with or without folders).
+  [[nodiscard]] static AppIdentity fromProgramName(std::string_view programName);
+
+  /// The identifier that all processes of the program share; names the settings suite.
+  [[nodiscard]] static const std::string& bundleIdentifier();
+
+  /// This process's own identifier: the shared one, followed by ".menubar" in the companion.
+  [[nodiscard]] std::string processIdentifier() const;
+
+  [[nodiscard]] bool isMenuBarHelper() const { return isMenuBarHelper_; }
+
+  /// Opens the settings suite that all processes share, in the folder of the suites. Settings that builds of old kept
+  /// under another identifier are taken over the first time, without overwriting any. Never null.
+  [[nodiscard]] static std::unique_ptr<Defaults> openDefaults(const std::string& preferencesFolder);
+
+ private:
+  explicit AppIdentity(bool isMenuBarHelper) : isMenuBarHelper_(isMenuBarHelper) {}
+
+  bool isMenuBarHelper_;
+};
+
+}  // namespace Nimbrel

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QImage>
+
+#include <span>
+#include <string>
+#include <vector>
+
+/// Pictures on disk. The kind of a picture is told by its content, never by its name. Any thread, no state; a file that
+/// cannot be read, is cut short or is no picture gives the fallback and nothing else.
+namespace Nimbrel::ImageFile {
+
+struct PixelSize {
+  int width = 0;
+  int height = 0;
+
+  bool operator==(const PixelSize&) const = default;
+};
+
+/// The size in pixels as stored, before any orientation is applied, read from the header alone. What is not known is 0.
+[[nodiscard]] PixelSize pixelSize(const std::string& path);
+
+/// The first image of the file at several sizes from one decode. `longerSides` are the largest allowed lengths of the
+/// longer side in pixels, in descending order; the result has one image for each, in that order. A picture is never
+/// enlarged; its orientation is applied, its colours are sRGB, its transparency is kept. Reduction averages the area
+/// under each pixel; each size is made from the one before it. Rows are reduced as they are decoded, so that memory does
+/// not grow with the size of a PNG or JPEG. Empty on failure, and for a picture whose decoding would take more memory
+/// than the library's limit.
+[[nodiscard]] std::vector<QImage> thumbnails(const std::string& path, std::span<const int> longerSides);
+
+}  // namespace Nimbrel::ImageFile

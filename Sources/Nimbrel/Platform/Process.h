@@ -1,0 +1,16 @@
+#pragma once
+
+/// The life of this process. Main thread only, where nothing else is said.
+namespace Nimbrel::Process {
+
+/// From now on an interrupt, a hang-up or a request to terminate ends the event loop of the running QCoreApplication with
+/// status 0, so that destructors run. Call once, after the application object was made.
+void quitOnSignals();
+
+/// Sends the log to standard error and to the system log, under the given program name, which must outlive the process.
+void logToSystem(const char* programName);
+
+/// From now on the calling thread yields to whatever the user is doing. Any thread; may be called again.
+void lowerThreadPriority();
+
+}  // namespace Nimbrel::Process

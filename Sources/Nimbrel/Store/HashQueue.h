@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Catalogue/Database.h"
+#include "Model/Models.h"
+
+#include <QObject>
+#include <QThreadPool>
+
+#include <cstddef>
+
+namespace Nimbrel {
+
+/// Gives shots their perceptual hash in the background, one picture at a time at low priority, newest first. Main thread;
+/// only the decoding runs elsewhere.
+class HashQueue : public QObject {
+  Q_OBJECT
+ public:
+  /// `database` is borrowed and must outlive the queue.
+  explicit HashQueue(Database& database, QObject* parent = nullptr);
+  /// Leaves what is still to be done pending, and waits for the picture at hand.
+  ~HashQueue() override;
+
+  [[nodiscard]] bool isRunning() const { return !batch_.empty(); }
+
+  /// Starts a batch of shots without a hash. Does nothing while one runs, or when none is pending.
+  void start();
+
+ Q_SIGNALS:
+  /// The batch is done, and another may be started.
+  void finished();
+
+ private:
+  void hashNext();
+  void store(ShotID id, std::int64_t hash);
+
+  Database& database_;
+  ShotList batch_;
+  std::size_t next_ = 0;
+  QThreadPool pool_;
+};
+
+}  // namespace Nimbrel

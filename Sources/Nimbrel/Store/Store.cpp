@@ -1,0 +1,157 @@
+#include "Store/Store.h"
+
+#include "Foundation/FilePath.h"
+#include "Platform/FileSystem.h"
+#include "Store/StoreOperation.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <utility>
+
+namespace Nimbrel {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto pollInterval = 2s;
+constexpr auto rescanDelay = 900ms;
+constexpr std::string_view catalogueFile = "nimbrel.sqlite";
+const auto lastRecordingKey = QStringLiteral("lastRecordingPath");
+
+}  // namespace
+
+Result<std::unique_ptr<Store>> Store::open(StoreContext context) {
+  std::unique_ptr<Store> store(new Store(std::move(context)));
+  auto database = Database::open(FilePath::join(store->context_.folders.applicationSupport, catalogueFile));
+  if (!database) return database.error();
+  store->start(std::move(database).value());
+  return store;
+}
+
+Store::Store(StoreContext context)
+    : context_(std::move(context)),
+      settings_(*context_.defaults, context_.folders, *context_.services.screenshotTool),
+      lastRecordingURL_(storedRecordingPath()),
+      showMenuBar_(settings_.showMenuBar()) {
+  pollTimer_.setInterval(pollInterval);
+  connect(&pollTimer_, &QTimer::timeout, this, &Store::poll);
+  pendingRescan_.setSingleShot(true);
+  pendingRescan_.setInterval(rescanDelay);
+  connect(&pendingRescan_, &QTimer::timeout, this, &Store::scan);
+}
+
+Store::~Store() = default;
+
+void Store::start(std::unique_ptr<Database> database) {
+  database_ = std::move(database);
+  hashQueue_ = std::make_unique<HashQueue>(*database_);
+  connect(hashQueue_.get(), &HashQueue::finished, this, &Store::reload);
+  if (lastRecordingURL_ && !FileSystem::exists(*lastRecordingURL_)) setLastRecordingURL(std::nullopt);
+  reload();
+  if (isBackgroundWorker()) startWorking();
+  if (context_.role != ProcessRole::tool) pollTimer_.start();
+}
+
+void Store::startWorking() {
+  watcher_.emplace(*context_.services.fileEvents, [this] { scheduleRescan(); });
+  restartWatching();
+  scan();
+  rescanSensitive();
+}
+
+void Store::reload() {
+  const Operation operation(*this);
+  // Read before the rows: a commit in between is then seen as a change rather than missed.
+  catalogueVersion_ = database_->dataVersion();
+  ownChangesRead_ = database_->ownChanges();
+  publish(shots_, database_->allShots(shots_), Fact::shots);
+
+  auto tags = database_->allTags();
+  std::erase_if(tags, [](const std::string& tag) { return tag.starts_with(projectTagPrefix); });
+  publish(tags_, std::move(tags), Fact::tags);
+
+  if (selection_.empty()) return;
+  ShotIDSet remaining;
+  for (const auto& shot : shots_) {
+    if (selection_.contains(shot->id)) remaining.insert(shot->id);
+  }
+  publish(selection_, std::move(remaining), Fact::selection);
+}
+
+void Store::poll() {
+  const Operation operation(*this);
+  const auto refreshed = settings_.refreshFromDisk();
+  if (isBackgroundWorker() && refreshed.watch) {
+    restartWatching();
+    scan();
+  }
+  if (showMenuBar_ != settings_.showMenuBar()) setShowMenuBar(settings_.showMenuBar());
+  if (auto stored = storedRecordingPath(); stored != lastRecordingURL_) setLastRecordingURL(std::move(stored));
+  if (database_->dataVersion() != catalogueVersion_) reload();
+}
+
+bool Store::isSnapshotCurrent() const {
+  return database_->dataVersion() == catalogueVersion_ && database_->ownChanges() == ownChangesRead_;
+}
+
+void Store::setSelection(ShotIDSet selection) {
+  const Operation operation(*this);
+  publish(selection_, std::move(selection), Fact::selection);
+}
+
+void Store::setStatus(std::string status) {
+  const Operation operation(*this);
+  publish(status_, std::move(status), Fact::status);
+}
+
+void Store::setLastRecordingURL(std::optional<std::string> path) {
+  const Operation operation(*this);
+  if (path) {
+    context_.defaults->set(lastRecordingKey, QString::fromStdString(*path));
+  } else {
+    context_.defaults->remove(lastRecordingKey);
+  }
+  publish(lastRecordingURL_, std::move(path), Fact::lastRecordingURL);
+}
+
+std::optional<std::string> Store::storedRecordingPath() const {
+  return PreferenceCodec<std::string>::decode(context_.defaults->value(lastRecordingKey));
+}
+
+void Store::setShowMenuBar(bool show) {
+  const Operation operation(*this);
+  publish(showMenuBar_, show, Fact::showMenuBar);
+  if (settings_.showMenuBar() != show) settings_.showMenuBar.set(show);
+}
+
+std::size_t Store::inboxCount() const {
+  return static_cast<std::size_t>(std::ranges::count_if(shots_, [](const ShotPtr& shot) { return !shot->filed; }));
+}
+
+std::size_t Store::sensitiveCount() const {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(shots_, [](const ShotPtr& shot) { return !shot->sensitive.empty(); }));
+}
+
+template <class T>
+void Store::publish(T& field, T value, Fact fact) {
+  if (field == value) return;
+  field = std::move(value);
+  facts_.set(static_cast<std::size_t>(fact));
+}
+
+void Store::tell() {
+  using Signal = void (Store::*)();
+  static constexpr std::array<Signal, static_cast<std::size_t>(Fact::count)> signalOfFact{
+      &Store::shotsChanged,  &Store::selectionChanged,        &Store::tagsChanged,
+      &Store::statusChanged, &Store::lastRecordingURLChanged, &Store::showMenuBarChanged,
+  };
+  const auto facts = std::exchange(facts_, {});
+  for (std::size_t fact = 0; fact < signalOfFact.size(); ++fact) {
+    if (facts.test(fact)) Q_EMIT(this->*signalOfFact[fact])();
+  }
+}
+
+}  // namespace Nimbrel

@@ -1,0 +1,148 @@
+#pragma once
+
+#include "Catalogue/Database.h"
+#include "Catalogue/Settings.h"
+#include "Foundation/Result.h"
+#include "Model/Models.h"
+#include "Store/FolderWatcher.h"
+#include "Store/HashQueue.h"
+#include "Store/StoreContext.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <bitset>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Nimbrel {
+
+/// The central object of a process: it owns catalogue, settings and background work, and publishes the state that all
+/// views observe. Each published field has a signal that names the fact; what changes several fields tells each of
+/// them once, at its end. Outcomes that the user should see go to `status`; nothing here shows a dialog. One per
+/// process, main thread only.
+class Store : public QObject {
+  Q_OBJECT
+ public:
+  /// Opens the catalogue and starts what the role asks for: a worker watches and scans at once, every role but the tool
+  /// then follows other processes by a poll. Fails only when the catalogue cannot be opened, which is fatal.
+  [[nodiscard]] static Result<std::unique_ptr<Store>> open(StoreContext context);
+  ~Store() override;
+
+  // Published state
+
+  /// Every row of the catalogue, newest first, as of the last reload.
+  [[nodiscard]] const ShotList& shots() const { return shots_; }
+  /// The shots selected in the gallery.
+  [[nodiscard]] const ShotIDSet& selection() const { return selection_; }
+  void setSelection(ShotIDSet selection);
+  /// All tags but those of projects, in the order of their code points.
+  [[nodiscard]] const std::vector<std::string>& tags() const { return tags_; }
+  /// One line on the outcome of the last action; overwritten by the next.
+  [[nodiscard]] const std::string& status() const { return status_; }
+  /// The recording made last, while its file is there.
+  [[nodiscard]] const std::optional<std::string>& lastRecordingURL() const { return lastRecordingURL_; }
+  void setLastRecordingURL(std::optional<std::string> path);
+  /// Mirrors the setting.
+  [[nodiscard]] bool showMenuBar() const { return showMenuBar_; }
+  void setShowMenuBar(bool show);
+
+  [[nodiscard]] std::size_t inboxCount() const;
+  [[nodiscard]] std::size_t sensitiveCount() const;
+
+  [[nodiscard]] Settings& settings() { return settings_; }
+  [[nodiscard]] const Settings& settings() const { return settings_; }
+  [[nodiscard]] Database& database() { return *database_; }
+  [[nodiscard]] bool isBackgroundWorker() const { return Nimbrel::isBackgroundWorker(context_.role); }
+  [[nodiscard]] Timestamp now() const { return context_.clock(); }
+
+  // Catalogue
+
+  /// Reads all rows again and works out what derives from them. Whoever writes to the catalogue ends with it.
+  void reload();
+  /// One look at what other processes have changed in settings and catalogue.
+  void poll();
+
+  // Scan and import
+
+  /// Compares the folders with the catalogue: adds what is new, drops what is gone. Blocks until done.
+  void scan();
+  /// Scans once the disk has been quiet for a moment.
+  void scheduleRescan();
+  /// Watches the folders of the settings from now on; in a worker only.
+  void restartWatching();
+  /// Adds files that the user has chosen, where they lie, even if they were once taken out of the catalogue.
+  void importFiles(const std::vector<std::string>& paths);
+
+  // Hashes
+
+  /// Starts hashing shots without a hash in the background, unless that is going on already.
+  void startHashing();
+  using HashLog = std::function<void(std::int64_t hash, const Shot& shot)>;
+  /// Hashes up to 5000 shots at once, the newest first, and returns how many got a hash. `log`, which may be empty, hears of
+  /// each. Blocks until done: for the headless pass.
+  std::size_t hashAllPending(const HashLog& log);
+
+  // Sensitive data
+
+  /// Looks through all recognised texts again, and returns how many shots look sensitive.
+  std::size_t rescanSensitive();
+  /// Whether the shot's content must not be shown.
+  [[nodiscard]] bool isProtected(const Shot& shot) const;
+
+ Q_SIGNALS:
+  void shotsChanged();
+  void selectionChanged();
+  void tagsChanged();
+  void statusChanged();
+  void lastRecordingURLChanged();
+  void showMenuBarChanged();
+
+ private:
+  explicit Store(StoreContext context);
+
+  /// The signals of the published fields, in the order in which they are told.
+  enum class Fact { shots, selection, tags, status, lastRecordingURL, showMenuBar, count };
+  /// Holds the signals back until the outermost operation ends.
+  class Operation;
+
+  void start(std::unique_ptr<Database> database);
+  void startWorking();
+  void tell();
+  template <class T>
+  void publish(T& field, T value, Fact fact);
+  void setStatus(std::string status);
+  [[nodiscard]] std::optional<std::string> storedRecordingPath() const;
+
+  [[nodiscard]] bool isSnapshotCurrent() const;
+  bool index(const std::string& path, bool filed);
+  std::size_t addNewFiles(const std::vector<std::string>& paths, bool filed);
+  void dropOrphans(const ShotList& unseen);
+
+  StoreContext context_;
+  Settings settings_;
+  std::unique_ptr<Database> database_;
+
+  ShotList shots_;
+  ShotIDSet selection_;
+  std::vector<std::string> tags_;
+  std::string status_;
+  std::optional<std::string> lastRecordingURL_;
+  bool showMenuBar_ = true;
+
+  int operations_ = 0;
+  std::bitset<static_cast<std::size_t>(Fact::count)> facts_;
+
+  int catalogueVersion_ = 0;
+  std::int64_t ownChangesRead_ = -1;
+  QTimer pollTimer_;
+  QTimer pendingRescan_;
+  std::optional<FolderWatcher> watcher_;
+  std::unique_ptr<HashQueue> hashQueue_;
+};
+
+}  // namespace Nimbrel

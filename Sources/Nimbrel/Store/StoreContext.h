@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Foundation/Timestamp.h"
+#include "Platform/Defaults.h"
+#include "Platform/Services.h"
+#include "Platform/UserFolders.h"
+#include "Store/ProcessRole.h"
+
+#include <memory>
+
+namespace Nimbrel {
+
+/// Everything that a Store is handed: what it would otherwise have to know of the system it runs on.
+struct StoreContext {
+  ProcessRole role = ProcessRole::mainApplication;
+  UserFolders folders;
+  Clock clock;
+  Services services;
+  std::unique_ptr<Defaults> defaults;  ///< the suite that all processes share; never null
+};
+
+}  // namespace Nimbrel

@@ -1,0 +1,36 @@
+#include "Analysis/Perceptual.h"
+#include "Store/Store.h"
+#include "Store/StoreOperation.h"
+
+#include <algorithm>
+
+namespace Nimbrel {
+
+namespace {
+
+constexpr int headlessBatchSize = 5000;
+
+bool lacksHash(const ShotPtr& shot) { return shot->phash == 0; }
+
+}  // namespace
+
+void Store::startHashing() {
+  // The query for what is pending reads the whole table; the shots at hand say sooner that there is nothing.
+  if (isSnapshotCurrent() && std::ranges::none_of(shots_, lacksHash)) return;
+  hashQueue_->start();
+}
+
+std::size_t Store::hashAllPending(const HashLog& log) {
+  const Operation operation(*this);
+  std::size_t hashed = 0;
+  for (const auto& shot : database_->pendingHash(headlessBatchSize)) {
+    const auto hash = Perceptual::hash(shot->path);
+    database_->setHash(shot->id, hash);
+    if (hash != 0) ++hashed;
+    if (log) log(hash, *shot);
+  }
+  reload();
+  return hashed;
+}
+
+}  // namespace Nimbrel

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Store/Store.h"
+
+namespace Nimbrel {
+
+/// Holds the signals of a Store back until the outermost operation ends, so that each fact is told once.
+class Store::Operation {
+ public:
+  explicit Operation(Store& store) : store_(store) { ++store_.operations_; }
+  ~Operation() {
+    if (--store_.operations_ == 0) store_.tell();
+  }
+  Operation(const Operation&) = delete;
+  Operation& operator=(const Operation&) = delete;
+
+ private:
+  Store& store_;
+};
+
+}  // namespace Nimbrel

@@ -1,0 +1,81 @@
+#include "Foundation/FilePath.h"
+#include "Model/ShotFile.h"
+#include "Platform/FileSystem.h"
+#include "Store/ScanPlan.h"
+#include "Store/Store.h"
+#include "Store/StoreOperation.h"
+
+#include <algorithm>
+
+namespace Nimbrel {
+
+void Store::scan() {
+  const Operation operation(*this);
+  const auto indexed = database_->indexedPaths();
+  const auto ignored = database_->ignoredPaths();
+  const auto listing = listFolders(settings_.sourceFolders(), FilePath::withoutTrailingSlashes(settings_.libraryRoot()));
+  const auto plan = planScan(listing, indexed, ignored, shots_);
+
+  const auto added = addNewFiles(plan.newInSources, false) + addNewFiles(plan.newInLibrary, true);
+  dropOrphans(plan.unseen);
+  // Reading a large catalogue costs more than the whole walk; nothing to read means the shots are right as they are.
+  if (!isSnapshotCurrent()) reload();
+  if (added > 0) setStatus("Added " + std::to_string(added) + " shot" + (added == 1 ? "" : "s"));
+  startHashing();
+}
+
+std::size_t Store::addNewFiles(const std::vector<std::string>& paths, bool filed) {
+  return static_cast<std::size_t>(std::ranges::count_if(
+      paths, [&](const std::string& path) { return (filed || isScreenshot(path)) && index(path, filed); }));
+}
+
+void Store::dropOrphans(const ShotList& unseen) {
+  for (const auto& shot : unseen) {
+    if (!FileSystem::exists(shot->path)) database_->remove(shot->id, Database::IgnorePath::No);
+  }
+}
+
+bool Store::index(const std::string& path, bool filed) {
+  const auto size = ShotFile::dimensions(path);
+  const auto moment = now();
+  Shot shot;
+  shot.path = path;
+  shot.name = FilePath::lastComponent(path);
+  shot.date = ShotFile::created(path, moment);
+  shot.added = moment;
+  shot.bytes = ShotFile::size(path);
+  shot.width = size.width;
+  shot.height = size.height;
+  shot.captureType = ShotFile::captureType(path);
+  shot.filed = filed;
+  shot.appAttributionTrusted = !shot.appName.empty();
+  return database_->insert(shot) != 0;
+}
+
+void Store::scheduleRescan() { pendingRescan_.start(); }
+
+void Store::restartWatching() {
+  if (!watcher_) return;
+  const auto library = FilePath::withoutTrailingSlashes(settings_.libraryRoot());
+  std::vector<std::string> libraries;
+  if (FileSystem::exists(library)) libraries.push_back(library);
+  watcher_->watch(settings_.sourceFolders(), libraries);
+}
+
+void Store::importFiles(const std::vector<std::string>& paths) {
+  const Operation operation(*this);
+  auto indexed = database_->indexedPaths();
+  const auto libraryStart = FilePath::withoutTrailingSlashes(settings_.libraryRoot()) + "/";
+  std::size_t imported = 0;
+  for (const auto& path : paths) {
+    if (!ShotFile::hasImageType(path)) continue;
+    database_->unignore(path);
+    if (indexed.contains(path) || !index(path, path.starts_with(libraryStart))) continue;
+    indexed.insert(path);
+    ++imported;
+  }
+  reload();
+  setStatus(imported > 0 ? "Imported " + std::to_string(imported) : std::string("Nothing new to import"));
+}
+
+}  // namespace Nimbrel

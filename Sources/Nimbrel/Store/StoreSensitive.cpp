@@ -1,0 +1,22 @@
+#include "Analysis/Sensitive.h"
+#include "Store/Store.h"
+#include "Store/StoreOperation.h"
+
+namespace Nimbrel {
+
+std::size_t Store::rescanSensitive() {
+  const Operation operation(*this);
+  std::size_t found = 0;
+  for (const auto& shot : shots_) {
+    if (!shot->ocrDone || shot->ocr.empty()) continue;
+    const auto kinds = Sensitive::kindsIn(shot->ocr);
+    if (kinds != shot->sensitive) database_->setOCR(shot->id, shot->ocr, kinds);
+    if (!kinds.empty()) ++found;
+  }
+  reload();
+  return found;
+}
+
+bool Store::isProtected(const Shot& shot) const { return settings_.protectSensitive() && !shot.sensitive.empty(); }
+
+}  // namespace Nimbrel

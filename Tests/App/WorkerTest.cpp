@@ -1,0 +1,109 @@
+#include "Support/Pictures.h"
+#include "Support/ProgramRun.h"
+#include "Support/StoreHome.h"
+#include "Support/Waiting.h"
+
+#include <gmock/gmock.h>
+
+#include <signal.h>
+
+#include <filesystem>
+
+namespace Nimbrel {
+namespace {
+
+using Testing::startProgram;
+using Testing::StoreHome;
+using Testing::waitUntil;
+using Testing::writePicture;
+
+/// What another process sees in the catalogue: a Store of the test's own that only polls.
+class WorkerTest : public ::testing::Test {
+ protected:
+  [[nodiscard]] bool seesHashed(const std::string& name) {
+    return waitUntil([&] {
+      return std::ranges::any_of(observer_->shots(),
+                                 [&](const ShotPtr& shot) { return shot->name == name && shot->phash != 0; });
+    });
+  }
+  [[nodiscard]] bool seesNone() {
+    return waitUntil([&] { return observer_->shots().empty(); });
+  }
+  static void end(QProcess& worker, int signal) {
+    ASSERT_EQ(kill(static_cast<pid_t>(worker.processId()), signal), 0);
+    ASSERT_TRUE(worker.waitForFinished());
+    EXPECT_EQ(worker.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(worker.exitCode(), 0);
+  }
+
+  StoreHome home_;
+  std::unique_ptr<Store> observer_ = home_.open(ProcessRole::mainApplication);
+};
+
+TEST_F(WorkerTest, FindsAndHashesNewFilesUntilASignalEndsItCleanly) {
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  writePicture(home_.desktop("Screenshot 1.png"), 200, 100, 1);
+  EXPECT_TRUE(seesHashed("Screenshot 1.png"));
+  EXPECT_EQ(worker->state(), QProcess::Running);
+  end(*worker, SIGTERM);
+}
+
+TEST_F(WorkerTest, SeesFilesThatArriveByRenamingFromATemporaryName) {
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  writePicture(home_.desktop("Screenshot first.png"), 200, 100, 1);
+  ASSERT_TRUE(seesHashed("Screenshot first.png"));
+  writePicture(home_.desktop(".Screenshot 2.tmp.png"), 200, 100, 2);
+  std::filesystem::rename(home_.desktop(".Screenshot 2.tmp.png"), home_.desktop("Screenshot 2.png"));
+  EXPECT_TRUE(seesHashed("Screenshot 2.png"));
+  end(*worker, SIGINT);
+}
+
+TEST_F(WorkerTest, SeesFilesInNewSubfoldersOfTheLibrary) {
+  home_.folder().makeFolder("Pictures/Nimbrel");
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  writePicture(home_.desktop("Screenshot first.png"), 200, 100, 1);
+  ASSERT_TRUE(seesHashed("Screenshot first.png"));
+  writePicture(home_.library("2026/2026-03/new.png"), 200, 100, 3);
+  EXPECT_TRUE(seesHashed("new.png"));
+  end(*worker, SIGTERM);
+}
+
+TEST_F(WorkerTest, DropsFilesThatAreDeleted) {
+  writePicture(home_.desktop("Screenshot 1.png"), 200, 100, 1);
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  ASSERT_TRUE(seesHashed("Screenshot 1.png"));
+  std::filesystem::remove(home_.desktop("Screenshot 1.png"));
+  EXPECT_TRUE(seesNone());
+  end(*worker, SIGHUP);
+}
+
+TEST_F(WorkerTest, FollowsAChangeOfItsFolders) {
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  writePicture(home_.path("elsewhere/Screenshot 1.png"), 200, 100, 1);
+  observer_->settings().sources.set({home_.path("elsewhere")});
+  EXPECT_TRUE(seesHashed("Screenshot 1.png"));
+  end(*worker, SIGTERM);
+}
+
+TEST_F(WorkerTest, AHeadlessPassRunsBesideIt) {
+  writePicture(home_.desktop("Screenshot 1.png"), 200, 100, 1);
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  ASSERT_TRUE(seesHashed("Screenshot 1.png"));
+  const auto pass = Testing::runProgram("nimbrel", {QStringLiteral("--scan")}, home_.path(""));
+  EXPECT_EQ(pass.status, 0);
+  EXPECT_THAT(pass.output, ::testing::StartsWith("1 shots indexed, 1 waiting in the Inbox\n"));
+  EXPECT_EQ(worker->state(), QProcess::Running);
+  end(*worker, SIGTERM);
+}
+
+TEST_F(WorkerTest, TheApplicationStartsWithVerboseAloneAndScansNothing) {
+  home_.addFile(home_.desktop("Screenshot 1.png"));
+  const auto application = startProgram("nimbrel", {QStringLiteral("--verbose")}, home_.path(""));
+  Testing::runEventLoopFor(std::chrono::milliseconds(1500));
+  EXPECT_EQ(application->state(), QProcess::Running);
+  EXPECT_TRUE(observer_->shots().empty());
+  end(*application, SIGTERM);
+}
+
+}  // namespace
+}  // namespace Nimbrel

@@ -1,0 +1,178 @@
+#include "Support/Pictures.h"
+#include "Support/ProgramRun.h"
+#include "Support/StoreHome.h"
+
+#include <gmock/gmock.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace Nimbrel {
+namespace {
+
+using Testing::ProgramOutput;
+using Testing::runProgram;
+using Testing::StoreHome;
+using Testing::writePicture;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+QJsonDocument jsonOf(const ProgramOutput& output) {
+  EXPECT_EQ(output.status, 0) << output.errors;
+  return QJsonDocument::fromJson(QByteArray::fromStdString(output.output));
+}
+
+QString text(const char* utf8) { return QString::fromUtf8(utf8); }
+
+class CtlTest : public ::testing::Test {
+ protected:
+  [[nodiscard]] ProgramOutput ctl(const QStringList& arguments, const QByteArray& input = {}) const {
+    return runProgram("nimbrelctl", arguments, home_.path(""), input);
+  }
+  [[nodiscard]] QJsonDocument json(QStringList arguments, const QByteArray& input = {}) const {
+    arguments << text("--json");
+    return jsonOf(ctl(arguments, input));
+  }
+  ShotID importPicture(const std::string& name, int seed) {
+    writePicture(home_.path(name), 120, 80, seed);
+    const auto store = home_.open(ProcessRole::tool);
+    store->importFiles({home_.path(name)});
+    return Testing::shotNamed(*store, name)->id;
+  }
+
+  StoreHome home_;
+};
+
+TEST_F(CtlTest, HelpAndVersionWorkEverywhere) {
+  EXPECT_THAT(ctl({text("--help")}).output, StartsWith("usage: nimbrelctl COMMAND"));
+  EXPECT_THAT(ctl({text("show"), text("--help")}).output, StartsWith("usage: nimbrelctl show"));
+  EXPECT_THAT(ctl({text("--version")}).output, StartsWith("nimbrelctl "));
+  EXPECT_EQ(ctl({text("scan"), text("--version")}).status, 0);
+}
+
+TEST_F(CtlTest, WrongUsageIsToldWithTheUsage) {
+  const std::vector<QStringList> wrong{
+      {}, {text("nonsense")}, {text("list"), text("--nonsense")}, {text("show")}, {text("show"), text("abc")},
+      {text("list"), text("extra")}, {text("duplicates"), text("--tolerance"), text("many")}};
+  for (const auto& arguments : wrong) {
+    const auto output = ctl(arguments);
+    EXPECT_EQ(output.status, 2) << arguments.join(QLatin1Char(' ')).toStdString();
+    EXPECT_THAT(output.errors, HasSubstr("usage: nimbrelctl"));
+    EXPECT_EQ(output.output, "");
+  }
+}
+
+TEST_F(CtlTest, ScanPrintsItsStatus) {
+  home_.addFile(home_.desktop("Screenshot 1.png"));
+  EXPECT_EQ(json({text("scan")}).object(), (QJsonObject{{text("status"), text("Added 1 shot")}}));
+  EXPECT_EQ(ctl({text("scan")}).output, "");
+}
+
+TEST_F(CtlTest, ImportTakesPathsRelativeToTheFolderItRunsIn) {
+  writePicture(home_.path("pictures/a.png"));
+  EXPECT_EQ(json({text("import"), text("./pictures/../pictures/a.png")}).object().value(text("status")),
+            QJsonValue(text("Imported 1")));
+  const auto shot = json({text("list")}).array().first().toObject();
+  EXPECT_EQ(shot.value(text("path")).toString().toStdString(), home_.path("pictures/a.png"));
+}
+
+TEST_F(CtlTest, AFileThatCannotBeReadFailsTheImport) {
+  const auto output = ctl({text("import"), text("missing.png")});
+  EXPECT_EQ(output.status, 1);
+  EXPECT_EQ(output.errors, "nimbrelctl: cannot read missing.png: not a file\n");
+  EXPECT_TRUE(json({text("list")}).array().isEmpty());
+}
+
+TEST_F(CtlTest, ShowGivesTheWholeRecordAndWhatDerivesFromIt) {
+  const auto id = importPicture("a.png", 1);
+  home_.open(ProcessRole::tool)->database().setOCR(id, "Title line\nmore", {});
+  const auto list = json({text("show"), QString::number(id)}).array();
+  ASSERT_EQ(list.size(), 1);
+  const auto shot = list.first().toObject();
+  EXPECT_EQ(shot.size(), 23);
+  EXPECT_EQ(shot.value(text("id")).toInteger(), id);
+  EXPECT_EQ(shot.value(text("width")).toInt(), 120);
+  EXPECT_EQ(shot.value(text("ocrDone")), QJsonValue(true));
+  EXPECT_EQ(shot.value(text("phash")), QJsonValue(text("0")));
+  EXPECT_TRUE(shot.value(text("tags")).isArray());
+  const auto derived = shot.value(text("derived")).toObject();
+  EXPECT_EQ(derived.value(text("titleGuess")), QJsonValue(text("Title line")));
+  EXPECT_EQ(derived.value(text("pixels")), QJsonValue(text("120 × 80")));
+  EXPECT_EQ(derived.value(text("captureTypeLabel")), QJsonValue(text("Image")));
+  EXPECT_EQ(derived.value(text("protected")), QJsonValue(false));
+  EXPECT_EQ(derived.value(text("day")), QJsonValue(text("Today")));
+}
+
+TEST_F(CtlTest, AProtectedShotGivesNothingAway) {
+  const auto id = importPicture("secret name.png", 1);
+  home_.open(ProcessRole::tool)->database().setOCR(id, "password: abcdef", {"Password"});
+  const auto shot = json({text("list")}).array().first().toObject();
+  EXPECT_EQ(shot.keys(), (QStringList{text("bytes"), text("date"), text("derived"), text("favorite"), text("filed"),
+                                      text("id"), text("name")}));
+  EXPECT_EQ(shot.value(text("name")), QJsonValue(text("Sensitive screenshot")));
+  EXPECT_EQ(shot.value(text("derived")).toObject(), (QJsonObject{{text("protected"), true}}));
+  for (const auto& arguments : {QStringList{text("list")}, QStringList{text("show"), QString::number(id)}}) {
+    const auto output = ctl(arguments).output;
+    EXPECT_THAT(output, HasSubstr("Sensitive screenshot"));
+    EXPECT_EQ(output.find("secret"), std::string::npos);
+    EXPECT_EQ(output.find("abcdef"), std::string::npos);
+  }
+}
+
+TEST_F(CtlTest, AnUnknownIdFailsWithTheReason) {
+  const auto output = ctl({text("show"), text("12"), text("--json")});
+  EXPECT_EQ(output.status, 1);
+  EXPECT_EQ(output.errors, "nimbrelctl: no shot has the id 12\n");
+  EXPECT_EQ(output.output, "");
+}
+
+TEST_F(CtlTest, OverviewCounts) {
+  const auto id = importPicture("a.png", 1);
+  const auto store = home_.open(ProcessRole::tool);
+  store->database().setTags(id, {"b", "a", "project:p"});
+  store->settings().projects.set({"p"});
+  store->settings().savedSearches.set({"s"});
+  EXPECT_EQ(json({text("overview")}).object(),
+            (QJsonObject{{text("shots"), 1},
+                         {text("inboxCount"), 1},
+                         {text("sensitiveCount"), 0},
+                         {text("tags"), QJsonArray{text("a"), text("b")}},
+                         {text("projects"), QJsonArray{text("p")}},
+                         {text("savedSearches"), QJsonArray{text("s")}}}));
+}
+
+TEST_F(CtlTest, DuplicatesAreListsOfIds) {
+  const auto a = importPicture("a.png", 1);
+  const auto b = importPicture("b.png", 1);
+  const auto c = importPicture("c.png", 2);
+  const auto store = home_.open(ProcessRole::tool);
+  store->database().setHash(a, 0xFF00);
+  store->database().setHash(b, 0xFF01);
+  store->database().setHash(c, 0xFFFF);
+  const auto sizes = [](const QJsonDocument& groups) {
+    std::vector<qsizetype> result;
+    for (const auto& group : groups.array()) result.push_back(group.toArray().size());
+    return result;
+  };
+  EXPECT_EQ(sizes(json({text("duplicates")})), (std::vector<qsizetype>{2}));
+  EXPECT_EQ(sizes(json({text("duplicates"), text("--tolerance"), text("8")})), (std::vector<qsizetype>{3}));
+  EXPECT_EQ(sizes(json({text("duplicates"), text("--tolerance=0")})), (std::vector<qsizetype>{}));
+}
+
+TEST_F(CtlTest, DetectFindsSecretsInItsInput) {
+  const auto found = json({text("detect")}, "mail ann@example.com, card 4111 1111 1111 1111").object();
+  EXPECT_EQ(found, (QJsonObject{{text("sensitive"), QJsonArray{text("Card"), text("Email")}},
+                                {text("matches"), QJsonArray{text("4111 1111 1111 1111"), text("ann@example.com")}}}));
+}
+
+TEST_F(CtlTest, ACatalogueThatCannotBeOpenedFailsWithOneLine) {
+  home_.folder().write(".local/share/Nimbrel", "a file where the folder should be");
+  const auto output = ctl({text("list")});
+  EXPECT_EQ(output.status, 1);
+  EXPECT_THAT(output.errors, StartsWith("nimbrelctl: Cannot create "));
+  EXPECT_EQ(std::ranges::count(output.errors, '\n'), 1);
+}
+
+}  // namespace
+}  // namespace Nimbrel

@@ -1,0 +1,39 @@
+#include "Foundation/Pattern.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace Nimbrel {
+namespace {
+
+using Ranges = std::vector<TextRange>;
+
+TEST(Pattern, RangesCountInUtf16Units) {
+  const auto pattern = Pattern::compile(u"b+");
+  ASSERT_TRUE(pattern);
+  EXPECT_EQ(pattern->matches(u"\U0001F600bb ab"), (Ranges{{2, 2}, {6, 1}}));
+}
+
+TEST(Pattern, AnInvalidExpressionDoesNotCompile) { EXPECT_FALSE(Pattern::compile(u"(a")); }
+
+TEST(Pattern, AnEmptyTextHasNoMatch) { EXPECT_TRUE(Pattern::compile(u"a")->matches(u"").empty()); }
+
+TEST(Pattern, ACatastrophicInputEndsWithoutAMatch) {
+  const auto pattern = Pattern::compile(u"(a+)+$");
+  EXPECT_TRUE(pattern->matches(std::u16string(60, u'a') + u"b").empty());
+}
+
+TEST(Pattern, LoneSurrogatesAreMatchedAround) {
+  const auto pattern = Pattern::compile(u"a");
+  const std::u16string text{u'a', char16_t{0xD800}, u'a'};
+  EXPECT_EQ(pattern->matches(text), (Ranges{{0, 1}, {2, 1}}));
+}
+
+TEST(TextRange, IntersectsWhenACharacterIsShared) {
+  EXPECT_TRUE((TextRange{0, 3}).intersects({2, 3}));
+  EXPECT_FALSE((TextRange{0, 3}).intersects({3, 3}));
+}
+
+}  // namespace
+}  // namespace Nimbrel

@@ -1,0 +1,67 @@
+#include "Foundation/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace Nimbrel::Text {
+namespace {
+
+using Views = std::vector<std::string_view>;
+using Strings = std::vector<std::string>;
+
+TEST(Trimmed, RemovesHorizontalWhiteSpaceAtBothEndsAndNothingElse) {
+  EXPECT_EQ(trimmed(" \t a b\u00A0\u3000"), "a b");
+  EXPECT_EQ(trimmed("\n a"), "\n a");
+  EXPECT_EQ(trimmed(" \t "), "");
+  EXPECT_EQ(trimmed(""), "");
+}
+
+TEST(Trimmed, LeavesBytesThatAreNotUtf8) {
+  EXPECT_EQ(trimmed(" \xFF "), "\xFF");
+  EXPECT_EQ(trimmed("\xE3\x80"), "\xE3\x80");
+}
+
+TEST(Lines, EndAtEveryUnicodeLineBreakAndEmptyOnesAreDropped) {
+  EXPECT_EQ(lines("a\nb\r\nc\x0B"
+                  "d\x0C"
+                  "e\u0085f\u2028g\u2029h\n\n"),
+            (Views{"a", "b", "c", "d", "e", "f", "g", "h"}));
+  EXPECT_TRUE(lines("").empty());
+}
+
+TEST(Lines, KeepBytesThatAreNotUtf8) { EXPECT_EQ(lines("a\xC2\nb"), (Views{"a\xC2", "b"})); }
+
+TEST(CharacterCount, CountsWhatAReaderSees) {
+  EXPECT_EQ(characterCount("abc"), 3U);
+  EXPECT_EQ(characterCount("e\u0301e\u0301"), 2U);
+  EXPECT_EQ(characterCount("\U0001F468\u200D\U0001F469\u200D\U0001F467"), 1U);
+  EXPECT_EQ(characterCount("\r\n"), 1U);
+}
+
+TEST(Split, KeepsOrDropsEmptyPieces) {
+  EXPECT_EQ(split("a,,b", ',', EmptyPieces::Drop), (Strings{"a", "b"}));
+  EXPECT_EQ(split("a,,b,", ',', EmptyPieces::Keep), (Strings{"a", "", "b", ""}));
+  EXPECT_EQ(split("", ',', EmptyPieces::Drop), Strings{});
+  EXPECT_EQ(split("", ',', EmptyPieces::Keep), Strings{""});
+}
+
+TEST(IsJoined, AgreesWithJoining) {
+  for (const auto& pieces : {Strings{}, Strings{"a"}, Strings{"a", "b"}, Strings{"", ""}, Strings{"a,b"}}) {
+    EXPECT_TRUE(isJoined(joined(pieces, ','), pieces, ','));
+    EXPECT_FALSE(isJoined(joined(pieces, ',') + "x", pieces, ','));
+  }
+  EXPECT_FALSE(isJoined("a,b", {"a"}, ','));
+  EXPECT_FALSE(isJoined("a", {"a", ""}, ','));
+}
+
+TEST(Utf16, RoundTripsAndReplacesWhatIsNotValid) {
+  EXPECT_EQ(toUtf16("a\U0001F600"), u"a\U0001F600");
+  EXPECT_EQ(toUtf8(u"a\U0001F600"), "a\U0001F600");
+  EXPECT_EQ(toUtf16("a\xFF"), u"a\uFFFD");
+  EXPECT_EQ(toUtf8(std::u16string{char16_t{0xD800}}), "\uFFFD");
+  EXPECT_EQ(toUtf16(""), u"");
+}
+
+TEST(AsciiLowered, LeavesOtherLettersAlone) { EXPECT_EQ(asciiLowered("PNGÄ"), "pngÄ"); }
+
+}  // namespace
+}  // namespace Nimbrel::Text

@@ -1,0 +1,47 @@
+// What has to be seen from outside, in a process of its own: started by the tests with the name of the thing to do.
+
+#include "Foundation/Log.h"
+#include "Linux/Desktop/LinuxScreenshotTool.h"
+#include "Platform/Process.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <string_view>
+
+namespace {
+
+struct Farewell {
+  ~Farewell() { std::puts("destroyed"); }
+};
+
+int waitForSignal() {
+  const Farewell farewell;
+  Nimbrel::Process::quitOnSignals();
+  std::puts("ready");
+  std::fflush(stdout);
+  return QCoreApplication::exec();
+}
+
+int log() {
+  Nimbrel::Process::logToSystem("nimbrel-helper");
+  Nimbrel::Log::write("Nimbrel: 100 %s on\ntwo lines");
+  return 0;
+}
+
+int printScreenshotFolder() {
+  const auto folder = Nimbrel::makeLinuxScreenshotTool()->configuredFolder();
+  std::printf("%s", folder ? folder->c_str() : "none");
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  const std::string_view task(argc > 1 ? argv[1] : "");
+  if (task == "wait-for-signal") return waitForSignal();
+  if (task == "log") return log();
+  if (task == "screenshot-folder") return printScreenshotFolder();
+  return 2;
+}

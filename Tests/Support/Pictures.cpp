@@ -1,0 +1,38 @@
+#include "Support/Pictures.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QPainter>
+
+#include <filesystem>
+#include <random>
+
+namespace Nimbrel::Testing {
+
+QImage picture(int width, int height, int seed) {
+  QImage image(width, height, QImage::Format_RGB32);
+  QPainter painter(&image);
+  QLinearGradient gradient(0, 0, width, height);
+  gradient.setColorAt(0, QColor::fromHsv((seed * 47) % 360, 90, 240));
+  gradient.setColorAt(1, QColor::fromHsv((seed * 83 + 120) % 360, 160, 120));
+  painter.fillRect(image.rect(), gradient);
+  std::mt19937 random(static_cast<unsigned>(seed) + 1);
+  for (int bar = 0; bar < 12; ++bar) {
+    const int x = static_cast<int>(random() % static_cast<unsigned>(width));
+    const int y = static_cast<int>(random() % static_cast<unsigned>(height));
+    painter.fillRect(x, y, width / 3 + 1, height / 12 + 1, QColor::fromRgb(static_cast<QRgb>(random())));
+  }
+  return image;
+}
+
+void writePicture(const QImage& image, const std::string& path) {
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+  EXPECT_TRUE(image.save(QFile::decodeName(path.c_str()))) << path;
+}
+
+void writePicture(const std::string& path, int width, int height, int seed) {
+  writePicture(picture(width, height, seed), path);
+}
+
+}  // namespace Nimbrel::Testing

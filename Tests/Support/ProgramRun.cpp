@@ -1,0 +1,51 @@
+#include "Support/ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+namespace Nimbrel::Testing {
+
+namespace {
+
+constexpr int limitMilliseconds = 60'000;
+
+}  // namespace
+
+QString programPath(const std::string& name) {
+  return QStringLiteral(NIMBREL_BIN "/") + QString::fromStdString(name);
+}
+
+QProcessEnvironment environmentOf(const std::string& home) {
+  auto environment = QProcessEnvironment::systemEnvironment();
+  const auto folder = QString::fromStdString(home);
+  environment.insert(QStringLiteral("HOME"), folder);
+  environment.insert(QStringLiteral("XDG_DATA_HOME"), folder + QLatin1String("/.local/share"));
+  environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder + QLatin1String("/.config"));
+  environment.insert(QStringLiteral("XDG_CACHE_HOME"), folder + QLatin1String("/.cache"));
+  environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder);
+  environment.remove(QStringLiteral("XDG_CURRENT_DESKTOP"));
+  return environment;
+}
+
+std::unique_ptr<QProcess> startProgram(const std::string& name, const QStringList& arguments, const std::string& home) {
+  auto process = std::make_unique<QProcess>();
+  process->setProcessEnvironment(environmentOf(home));
+  process->setWorkingDirectory(QString::fromStdString(home));
+  process->start(programPath(name), arguments);
+  EXPECT_TRUE(process->waitForStarted()) << process->errorString().toStdString();
+  return process;
+}
+
+ProgramOutput runProgram(const std::string& name, const QStringList& arguments, const std::string& home,
+                         const QByteArray& input) {
+  const auto process = startProgram(name, arguments, home);
+  process->write(input);
+  process->closeWriteChannel();
+  EXPECT_TRUE(process->waitForFinished(limitMilliseconds)) << name << " does not end";
+  ProgramOutput result;
+  if (process->exitStatus() == QProcess::NormalExit) result.status = process->exitCode();
+  result.output = process->readAllStandardOutput().toStdString();
+  result.errors = process->readAllStandardError().toStdString();
+  return result;
+}
+
+}  // namespace Nimbrel::Testing

@@ -1,0 +1,50 @@
+#include "Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace Nimbrel::Testing {
+
+namespace fs = std::filesystem;
+
+TemporaryFolder::TemporaryFolder() : path_(folder_.path().toStdString()) {
+  EXPECT_TRUE(folder_.isValid()) << folder_.errorString().toStdString();
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code error;
+  for (fs::recursive_directory_iterator entry(path_, fs::directory_options::skip_permission_denied, error), end;
+       entry != end; entry.increment(error)) {
+    if (entry->is_directory(error) && !entry->is_symlink(error)) {
+      fs::permissions(entry->path(), fs::perms::owner_all, fs::perm_options::add, error);
+    }
+  }
+}
+
+std::string TemporaryFolder::path(std::string_view name) const { return (fs::path(path_) / name).string(); }
+
+std::string TemporaryFolder::makeFolder(std::string_view name) const {
+  const auto folder = path(name);
+  fs::create_directories(folder);
+  return folder;
+}
+
+std::string TemporaryFolder::write(std::string_view name, std::string_view content) const {
+  const auto file = path(name);
+  fs::create_directories(fs::path(file).parent_path());
+  std::ofstream(file, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
+  return file;
+}
+
+std::string contentOf(const std::string& path) {
+  const std::ifstream file(path, std::ios::binary);
+  EXPECT_TRUE(file.good()) << path;
+  std::ostringstream content;
+  content << file.rdbuf();
+  return content.str();
+}
+
+}  // namespace Nimbrel::Testing

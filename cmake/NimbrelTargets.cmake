@@ -1,0 +1,48 @@
+# The kinds of targets that the project consists of.
+
+include(GoogleTest)
+
+# nimbrel_room(NAME SOURCES … HEADERS … [LINK …] [PRIVATE_LINK …] [MOC])
+# A static library for the folder it is called in. Headers are included as "Room/Header.h", and each is
+# compiled by itself as part of all_verify_interface_header_sets.
+function(nimbrel_room name)
+  cmake_parse_arguments(ROOM "MOC" "" "SOURCES;HEADERS;LINK;PRIVATE_LINK" ${ARGN})
+  if(NOT ROOM_SOURCES)
+    set(type INTERFACE)
+    set(scope INTERFACE)
+    add_library(${name} INTERFACE)
+  else()
+    set(scope PUBLIC)
+    add_library(${name} STATIC ${ROOM_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ROOM_PRIVATE_LINK})
+    set_target_properties(${name} PROPERTIES AUTOMOC ${ROOM_MOC})
+  endif()
+  target_sources(${name} ${scope} FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}/.." FILES ${ROOM_HEADERS})
+  target_link_libraries(${name} ${scope} NimbrelCompiler ${ROOM_LINK})
+  set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+endfunction()
+
+# nimbrel_program(NAME SOURCES … [LINK …] [MOC])
+function(nimbrel_program name)
+  cmake_parse_arguments(PROGRAM "MOC" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${name} ${PROGRAM_SOURCES})
+  target_link_libraries(${name} PRIVATE NimbrelCompiler ${PROGRAM_LINK})
+  set_target_properties(${name} PROPERTIES AUTOMOC ${PROGRAM_MOC})
+endfunction()
+
+# nimbrel_tests(NAME LABEL unit|window|desktop SOURCES … [LINK …] [PROGRAMS …] [MOC])
+# One test program for a room; PROGRAMS are executables that it starts, built before it.
+function(nimbrel_tests name)
+  cmake_parse_arguments(TESTS "MOC" "LABEL" "SOURCES;LINK;PROGRAMS" ${ARGN})
+  add_executable(${name} ${TESTS_SOURCES})
+  target_link_libraries(${name} PRIVATE NimbrelCompiler TestSupport ${TESTS_LINK})
+  set_target_properties(${name} PROPERTIES AUTOMOC ${TESTS_MOC}
+    RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  if(TESTS_PROGRAMS)
+    add_dependencies(${name} ${TESTS_PROGRAMS})
+  endif()
+  gtest_discover_tests(${name}
+    TEST_PREFIX "${name}."
+    DISCOVERY_MODE PRE_TEST
+    PROPERTIES LABELS "${TESTS_LABEL}" TIMEOUT 120)
+endfunction()
