@@ -1,6 +1,8 @@
 // The tests of this program run in namespaces of their own, where they may set limits, mount file systems and have an
 // account that the system does not know, without the rest of the machine noticing.
 
+#include "Support/TestEnvironment.h"
+
 #include <gmock/gmock.h>
 
 #include <QGuiApplication>
@@ -36,6 +38,7 @@ void enterNamespaces() {
 int main(int argc, char** argv) {
   // Before anything starts a thread, since the namespace of one cannot be changed.
   enterNamespaces();
+  const Nimbrel::Testing::TestEnvironment environment;
   ::testing::InitGoogleMock(&argc, argv);
   const QGuiApplication application(argc, argv);
   return RUN_ALL_TESTS();

@@ -200,8 +200,30 @@ TEST(Decoding, BringsColoursOfAProfileToSrgb) {
     ASSERT_TRUE(writer.write(tagged)) << name;
   }
   for (const auto* name : {"a.png", "a.jpg", "a.heic", "a.tiff", "a.webp"}) {
-    EXPECT_LE(difference(pixelOf(thumbnail(folder.path(name), 30), 9, 9), expected), 4) << name;
+    const auto image = thumbnail(folder.path(name), 30);
+    EXPECT_LE(difference(pixelOf(image, 9, 9), expected), 4) << name;
+    EXPECT_EQ(image.format(), QImage::Format_RGB32) << name;
   }
+}
+
+TEST(Decoding, BringsTransparentColoursToSrgbAsWell) {
+  const TemporaryFolder folder;
+  const PngSpec spec{.width = 60,
+                     .height = 40,
+                     .colourType = PNG_COLOR_TYPE_RGB_ALPHA,
+                     .profile = QColorSpace(QColorSpace::DisplayP3).iccProfile()};
+  auto converted = evenly(QColor(200, 90, 60));
+  converted.setColorSpace(QColorSpace::DisplayP3);
+  converted.convertToColorSpace(QColorSpace::SRgb);
+  const QRgb opaque = converted.pixel(0, 0);
+  writePng(folder.path("a.png"), spec, [](int, auto& row) {
+    constexpr std::array<png_byte, 4> pixel{200, 90, 60, 128};
+    for (std::size_t i = 0; i < row.size(); ++i) row[i] = pixel[i % 4];
+  });
+  const auto image = thumbnail(folder.path("a.png"), 30);
+  EXPECT_EQ(image.format(), QImage::Format_ARGB32_Premultiplied);
+  const auto expected = qRgba(qRed(opaque), qGreen(opaque), qBlue(opaque), 128);
+  EXPECT_LE(difference(pixelOf(image, 9, 9), expected), 3);
 }
 
 TEST(Decoding, KeepsColoursWhenTheProfileIsOfNoUse) {

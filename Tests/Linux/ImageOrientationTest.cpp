@@ -47,6 +47,7 @@ class Upright : public ::testing::TestWithParam<int> {
  protected:
   static void expectUpright(const std::string& path) {
     const auto image = thumbnail(path, 32);
+    EXPECT_EQ(image.format(), QImage::Format_RGB32);
     EXPECT_EQ(image.size(), GetParam() < 5 ? QSize(32, 16) : QSize(16, 32));
     EXPECT_EQ(quartersOf(image), turnedQuarters.at(static_cast<std::size_t>(GetParam())));
   }

@@ -22,10 +22,11 @@ struct PixelSize {
 
 /// The first image of the file at several sizes from one decode. `longerSides` are the largest allowed lengths of the
 /// longer side in pixels, in descending order; the result has one image for each, in that order. A picture is never
-/// enlarged; its orientation is applied, its colours are sRGB, its transparency is kept. Reduction averages the area
-/// under each pixel; each size is made from the one before it. Rows are reduced as they are decoded, so that memory does
-/// not grow with the size of a PNG or JPEG. Empty on failure, and for a picture whose decoding would take more memory
-/// than the library's limit.
+/// enlarged; its orientation is applied, its colours are sRGB. It is Format_RGB32 or, where something of it is
+/// transparent, Format_ARGB32_Premultiplied. Reduction averages the area under each pixel; each size is made from the
+/// one before it. Rows are reduced as they are decoded, so that memory does not grow with the size of a PNG or JPEG,
+/// unless that is stored in several passes. Empty on failure, for a length below 1, and for a picture that would have
+/// to be held as a whole and takes more than 256 MB.
 [[nodiscard]] std::vector<QImage> thumbnails(const std::string& path, std::span<const int> longerSides);
 
 }  // namespace Nimbrel::ImageFile
