@@ -36,7 +36,7 @@ void setModificationDate(const std::string& path, time_t seconds) {
 class HeadlessRunTest : public ::testing::Test {
  protected:
   [[nodiscard]] Testing::ProgramOutput run(const QStringList& arguments) const {
-    return runProgram("nimbrel", arguments, home_.path(""));
+    return runProgram("nimbrel", arguments, home_.folder().path());
   }
 
   StoreHome home_;
@@ -60,7 +60,7 @@ TEST_F(HeadlessRunTest, ListsTheNewestTwentyInTheExactForm) {
   ASSERT_EQ(lines.size(), 22U);
   EXPECT_EQ(lines[0], "26 shots indexed, 25 waiting in the Inbox");
   EXPECT_EQ(lines[1], "hashed 0, 0 look sensitive");
-  EXPECT_EQ(lines[2], "  Nov 15, 2023, 10:13 PM  Screenshot 24.png  10 bytes");
+  EXPECT_EQ(lines[2], "  Nov 15, 2023, 10:13\u202FPM  Screenshot 24.png  10 bytes");
   EXPECT_THAT(lines[21], HasSubstr("  Screenshot 5.png  "));
 }
 
@@ -73,7 +73,7 @@ TEST_F(HeadlessRunTest, AnApplicationStandsInBrackets) {
     store->database().setApp(store->shots().front()->id, "Terminal", "", true);
   }
   EXPECT_EQ(linesOf(run({QStringLiteral("--scan")}).output).at(2),
-            "  Nov 14, 2023, 10:13 PM  Screenshot 1.png  10 bytes  [Terminal]");
+            "  Nov 14, 2023, 10:13\u202FPM  Screenshot 1.png  10 bytes  [Terminal]");
 }
 
 TEST_F(HeadlessRunTest, VerbosePrintsTheHashOfEachPendingShot) {

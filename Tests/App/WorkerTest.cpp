@@ -41,7 +41,7 @@ class WorkerTest : public ::testing::Test {
 };
 
 TEST_F(WorkerTest, FindsAndHashesNewFilesUntilASignalEndsItCleanly) {
-  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
   writePicture(home_.desktop("Screenshot 1.png"), 200, 100, 1);
   EXPECT_TRUE(seesHashed("Screenshot 1.png"));
   EXPECT_EQ(worker->state(), QProcess::Running);
@@ -49,7 +49,7 @@ TEST_F(WorkerTest, FindsAndHashesNewFilesUntilASignalEndsItCleanly) {
 }
 
 TEST_F(WorkerTest, SeesFilesThatArriveByRenamingFromATemporaryName) {
-  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
   writePicture(home_.desktop("Screenshot first.png"), 200, 100, 1);
   ASSERT_TRUE(seesHashed("Screenshot first.png"));
   writePicture(home_.desktop(".Screenshot 2.tmp.png"), 200, 100, 2);
@@ -60,7 +60,7 @@ TEST_F(WorkerTest, SeesFilesThatArriveByRenamingFromATemporaryName) {
 
 TEST_F(WorkerTest, SeesFilesInNewSubfoldersOfTheLibrary) {
   home_.folder().makeFolder("Pictures/Nimbrel");
-  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
   writePicture(home_.desktop("Screenshot first.png"), 200, 100, 1);
   ASSERT_TRUE(seesHashed("Screenshot first.png"));
   writePicture(home_.library("2026/2026-03/new.png"), 200, 100, 3);
@@ -70,7 +70,7 @@ TEST_F(WorkerTest, SeesFilesInNewSubfoldersOfTheLibrary) {
 
 TEST_F(WorkerTest, DropsFilesThatAreDeleted) {
   writePicture(home_.desktop("Screenshot 1.png"), 200, 100, 1);
-  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
   ASSERT_TRUE(seesHashed("Screenshot 1.png"));
   std::filesystem::remove(home_.desktop("Screenshot 1.png"));
   EXPECT_TRUE(seesNone());
@@ -78,7 +78,7 @@ TEST_F(WorkerTest, DropsFilesThatAreDeleted) {
 }
 
 TEST_F(WorkerTest, FollowsAChangeOfItsFolders) {
-  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
   writePicture(home_.path("elsewhere/Screenshot 1.png"), 200, 100, 1);
   observer_->settings().sources.set({home_.path("elsewhere")});
   EXPECT_TRUE(seesHashed("Screenshot 1.png"));
@@ -87,9 +87,9 @@ TEST_F(WorkerTest, FollowsAChangeOfItsFolders) {
 
 TEST_F(WorkerTest, AHeadlessPassRunsBesideIt) {
   writePicture(home_.desktop("Screenshot 1.png"), 200, 100, 1);
-  const auto worker = startProgram("nimbrel-menubar", {}, home_.path(""));
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
   ASSERT_TRUE(seesHashed("Screenshot 1.png"));
-  const auto pass = Testing::runProgram("nimbrel", {QStringLiteral("--scan")}, home_.path(""));
+  const auto pass = Testing::runProgram("nimbrel", {QStringLiteral("--scan")}, home_.folder().path());
   EXPECT_EQ(pass.status, 0);
   EXPECT_THAT(pass.output, ::testing::StartsWith("1 shots indexed, 1 waiting in the Inbox\n"));
   EXPECT_EQ(worker->state(), QProcess::Running);
@@ -98,7 +98,7 @@ TEST_F(WorkerTest, AHeadlessPassRunsBesideIt) {
 
 TEST_F(WorkerTest, TheApplicationStartsWithVerboseAloneAndScansNothing) {
   home_.addFile(home_.desktop("Screenshot 1.png"));
-  const auto application = startProgram("nimbrel", {QStringLiteral("--verbose")}, home_.path(""));
+  const auto application = startProgram("nimbrel", {QStringLiteral("--verbose")}, home_.folder().path());
   Testing::runEventLoopFor(std::chrono::milliseconds(1500));
   EXPECT_EQ(application->state(), QProcess::Running);
   EXPECT_TRUE(observer_->shots().empty());

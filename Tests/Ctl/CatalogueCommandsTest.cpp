@@ -28,7 +28,7 @@ QString text(const char* utf8) { return QString::fromUtf8(utf8); }
 class CtlTest : public ::testing::Test {
  protected:
   [[nodiscard]] ProgramOutput ctl(const QStringList& arguments, const QByteArray& input = {}) const {
-    return runProgram("nimbrelctl", arguments, home_.path(""), input);
+    return runProgram("nimbrelctl", arguments, home_.folder().path(), input);
   }
   [[nodiscard]] QJsonDocument json(QStringList arguments, const QByteArray& input = {}) const {
     arguments << text("--json");

@@ -17,7 +17,7 @@ class SettingsCommandTest : public ::testing::Test {
   [[nodiscard]] ProgramOutput settings(const std::vector<std::string>& words) const {
     QStringList arguments{QStringLiteral("settings")};
     for (const auto& word : words) arguments << QString::fromStdString(word);
-    return Testing::runProgram("nimbrelctl", arguments, home_.path(""));
+    return Testing::runProgram("nimbrelctl", arguments, home_.folder().path());
   }
   /// Sets a value, and returns how it reads then.
   [[nodiscard]] std::string after(const std::string& key, const std::string& value) const {

@@ -55,7 +55,7 @@ TEST(LocalDay, NeighbouringDaysHaveNeighbouringNumbers) {
 TEST(Date, FollowsAFixedPattern) { EXPECT_EQ(date(at(2026y / March / 2), u"yyyy-MM"), "2026-03"); }
 
 TEST(MediumDateShortTime, IsThatOfTheLocale) {
-  EXPECT_EQ(mediumDateShortTime(at(2026y / March / 2, noon + Seconds{5 * 60})), "Mar 2, 2026, 12:05 PM");
+  EXPECT_EQ(mediumDateShortTime(at(2026y / March / 2, noon + Seconds{5 * 60})), "Mar 2, 2026, 12:05\u202FPM");
 }
 
 TEST(ByteCount, SmallNumbersAreSpelledOut) {

@@ -32,6 +32,7 @@ StoreHome::StoreHome() : now(timestamp(someMomentIn2026)) {
               .applicationSupport = folder_.path(".local/share/Nimbrel"),
               .preferences = folder_.path(".config/Nimbrel")};
   folder_.makeFolder("Desktop");
+  folder_.makeFolder(".config/Nimbrel");
 }
 
 std::string StoreHome::desktop(std::string_view name) const { return folder_.path("Desktop/" + std::string(name)); }
