@@ -275,6 +275,18 @@ void Database::remove(ShotID id, IgnorePath ignorePath) {
   Statement(db_, "DELETE FROM shots_fts WHERE rowid = ?", {id}).step();
 }
 
+Database::QuickCommits::QuickCommits(Database& database) : database_(database) {
+  sqlite3_exec(database_.db_, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
+}
+
+Database::QuickCommits::~QuickCommits() {
+  sqlite3_exec(database_.db_, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
+}
+
+void Database::waitForDisk() {
+  sqlite3_wal_checkpoint_v2(db_, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+}
+
 int Database::dataVersion() const {
   Statement row(db_, "PRAGMA data_version");
   return row.step() ? static_cast<int>(row.integer(0)) : 0;

@@ -80,6 +80,23 @@ class Database {
   /// Takes the row out of the catalogue; with Yes, later scans leave its file alone.
   void remove(ShotID id, IgnorePath ignorePath);
 
+  // How far a write has to come
+
+  /// While it lives, commits do not wait for the disk, which is most of what they cost: for writes that a later scan would
+  /// make again if a power cut took the last of them. The file stays whole in any case.
+  class QuickCommits {
+   public:
+    explicit QuickCommits(Database& database);
+    ~QuickCommits();
+    QuickCommits(const QuickCommits&) = delete;
+    QuickCommits& operator=(const QuickCommits&) = delete;
+
+   private:
+    Database& database_;
+  };
+  /// Waits until all commits so far are on the disk.
+  void waitForDisk();
+
   // Following other processes
 
   /// Changes whenever another connection has committed; 0 when it cannot be read.

@@ -43,7 +43,10 @@ void HashQueue::hashNext() {
 
 void HashQueue::store(ShotID id, std::int64_t hash) {
   // A file that cannot be read stays pending.
-  if (hash != 0) database_.setHash(id, hash);
+  if (hash != 0) {
+    const Database::QuickCommits quickly(database_);
+    database_.setHash(id, hash);
+  }
   hashNext();
 }
 

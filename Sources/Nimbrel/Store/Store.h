@@ -6,6 +6,7 @@
 #include "Model/Models.h"
 #include "Store/FolderWatcher.h"
 #include "Store/HashQueue.h"
+#include "Store/ScanPlan.h"
 #include "Store/StoreContext.h"
 
 #include <QObject>
@@ -120,6 +121,7 @@ class Store : public QObject {
 
   [[nodiscard]] bool isSnapshotCurrent() const;
   bool index(const std::string& path, bool filed);
+  std::size_t applyScan(const ScanPlan& plan);
   std::size_t addNewFiles(const std::vector<std::string>& paths, bool filed);
   void dropOrphans(const ShotList& unseen);
 

@@ -22,6 +22,7 @@ void Store::startHashing() {
 
 std::size_t Store::hashAllPending(const HashLog& log) {
   const Operation operation(*this);
+  const Database::QuickCommits quickly(*database_);
   std::size_t hashed = 0;
   for (const auto& shot : database_->pendingHash(headlessBatchSize)) {
     const auto hash = Perceptual::hash(shot->path);

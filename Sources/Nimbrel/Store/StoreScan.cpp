@@ -16,12 +16,18 @@ void Store::scan() {
   const auto listing = listFolders(settings_.sourceFolders(), FilePath::withoutTrailingSlashes(settings_.libraryRoot()));
   const auto plan = planScan(listing, indexed, ignored, shots_);
 
-  const auto added = addNewFiles(plan.newInSources, false) + addNewFiles(plan.newInLibrary, true);
-  dropOrphans(plan.unseen);
+  const auto added = applyScan(plan);
   // Reading a large catalogue costs more than the whole walk; nothing to read means the shots are right as they are.
   if (!isSnapshotCurrent()) reload();
   if (added > 0) setStatus("Added " + std::to_string(added) + " shot" + (added == 1 ? "" : "s"));
   startHashing();
+}
+
+std::size_t Store::applyScan(const ScanPlan& plan) {
+  const Database::QuickCommits quickly(*database_);
+  const auto added = addNewFiles(plan.newInSources, false) + addNewFiles(plan.newInLibrary, true);
+  dropOrphans(plan.unseen);
+  return added;
 }
 
 std::size_t Store::addNewFiles(const std::vector<std::string>& paths, bool filed) {
@@ -67,6 +73,7 @@ void Store::importFiles(const std::vector<std::string>& paths) {
   auto indexed = database_->indexedPaths();
   const auto libraryStart = FilePath::withoutTrailingSlashes(settings_.libraryRoot()) + "/";
   std::size_t imported = 0;
+  const Database::QuickCommits quickly(*database_);
   for (const auto& path : paths) {
     if (!ShotFile::hasImageType(path)) continue;
     database_->unignore(path);
@@ -74,6 +81,7 @@ void Store::importFiles(const std::vector<std::string>& paths) {
     indexed.insert(path);
     ++imported;
   }
+  database_->waitForDisk();
   reload();
   setStatus(imported > 0 ? "Imported " + std::to_string(imported) : std::string("Nothing new to import"));
 }
