@@ -2,9 +2,9 @@
 
 #include "Analysis/Perceptual.h"
 #include "Analysis/Sensitive.h"
-#include "CatalogueMaker.h"
 #include "Catalogue/SearchQuery.h"
 #include "Catalogue/ShotRow.h"
+#include "CatalogueMaker.h"
 #include "Foundation/FilePath.h"
 #include "Foundation/Pattern.h"
 #include "Foundation/Text.h"
@@ -72,8 +72,11 @@ std::size_t bareLoop(sqlite3* connection, const std::string& sql) {
           bytes += sqlite3_column_text(statement, column)[0];
           bytes += static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
           break;
-        case SQLITE_FLOAT: bytes += static_cast<std::size_t>(sqlite3_column_double(statement, column)) & 1; break;
-        default: bytes += static_cast<std::size_t>(sqlite3_column_int64(statement, column)) & 1;
+        case SQLITE_FLOAT:
+          bytes += static_cast<std::size_t>(sqlite3_column_double(statement, column)) & 1;
+          break;
+        default:
+          bytes += static_cast<std::size_t>(sqlite3_column_int64(statement, column)) & 1;
       }
     }
   }
@@ -123,7 +126,8 @@ ShotList hashedShots(int count) {
     shot.id = i + 1;
     auto hash = random();
     // A third are near another one.
-    if (i % 3 == 0 && i > 0) hash = static_cast<std::uint64_t>(shots[random() % shots.size()]->phash) ^ 0x11ULL << random() % 50;
+    if (i % 3 == 0 && i > 0)
+      hash = static_cast<std::uint64_t>(shots[random() % shots.size()]->phash) ^ 0x11ULL << random() % 50;
     shot.phash = static_cast<std::int64_t>(hash | 2);
     shots.push_back(std::make_shared<const Shot>(shot));
   }
@@ -144,8 +148,10 @@ std::vector<Comparison> catalogueTable(const Home& home, int shots) {
   const auto store = home.open();
   std::unique_ptr<Store> fresh;
   std::vector<Comparison> table;
-  table.push_back(compare("reload() of " + size + " unchanged rows", 2.0, 5, [&] { store->reload(); }, bare));
-  table.push_back(compare("first load of " + size + " rows", 4.0, 3, [&] { fresh = home.open(); }, bare));
+  table.push_back(compare(
+      "reload() of " + size + " unchanged rows", 2.0, 5, [&] { store->reload(); }, bare));
+  table.push_back(compare(
+      "first load of " + size + " rows", 4.0, 3, [&] { fresh = home.open(); }, bare));
   fresh.reset();
   table.push_back(compare(
       "scan that finds nothing new in " + size + " files", 1.5, 5, [&] { store->scan(); },
@@ -171,7 +177,8 @@ Comparison groupsRow(int count, double target, int rounds) {
 /// The detector beside the rate of its expressions run in turn over every text.
 Comparison secretsRow() {
   const std::vector<Pattern> patterns{
-      *Pattern::compile(u"\\b(?:AKIA[0-9A-Z]{16}|sk-[A-Za-z0-9]{20,}|gh[pousr]_[A-Za-z0-9]{20,}|xox[baprs]-[A-Za-z0-9-]{10,})\\b"),
+      *Pattern::compile(
+          u"\\b(?:AKIA[0-9A-Z]{16}|sk-[A-Za-z0-9]{20,}|gh[pousr]_[A-Za-z0-9]{20,}|xox[baprs]-[A-Za-z0-9-]{10,})\\b"),
       *Pattern::compile(u"\\beyJ[A-Za-z0-9_-]{8,}\\.[A-Za-z0-9_-]{8,}\\.[A-Za-z0-9_-]{4,}\\b"),
       *Pattern::compile(u"(?i)\\bbearer\\s+[A-Za-z0-9._\\-]{16,}"),
       *Pattern::compile(u"(?i)\\b(?:pass(?:word|phrase)?|secret|api[ _-]?key|token)\\b\\s*[:=]\\s*\\S{6,}"),

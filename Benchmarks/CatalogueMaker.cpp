@@ -37,11 +37,12 @@ void run(sqlite3* connection, const char* sql) {
 
 /// Words as frequent as words are: a few thousand, the first ones most often.
 std::string word(std::mt19937& random) {
-  static constexpr std::array<const char*, 24> syllables{"ta", "re", "mo", "li", "san", "ver", "ko", "pi",
-                                                         "den", "ur", "cal", "is", "om", "fen", "da", "tri",
-                                                         "el", "bo", "qua", "ni", "sta", "ho", "ge", "wy"};
+  static constexpr std::array<const char*, 24> syllables{"ta",  "re", "mo",  "li", "san", "ver", "ko", "pi",
+                                                         "den", "ur", "cal", "is", "om",  "fen", "da", "tri",
+                                                         "el",  "bo", "qua", "ni", "sta", "ho",  "ge", "wy"};
   const auto rank = random() % (1 + random() % 4000);
-  return std::string(syllables.at(rank % 24)) + syllables.at(rank / 24 % 24) + (rank > 575 ? syllables.at(rank / 576) : "");
+  return std::string(syllables.at(rank % 24)) + syllables.at(rank / 24 % 24) +
+         (rank > 575 ? syllables.at(rank / 576) : "");
 }
 
 }  // namespace
@@ -64,10 +65,11 @@ MadeCatalogue makeCatalogue(const std::string& folder, const std::string& librar
   if (!made || sqlite3_open(file.c_str(), &connection) != SQLITE_OK) std::exit(1);
   run(connection, "BEGIN");
   sqlite3_stmt* insert = nullptr;
-  sqlite3_prepare_v2(connection,
-                     "INSERT INTO shots (path,name,date,added,bytes,width,height,captureType,filed,ocr,ocrDone,tags,phash,"
-                     "codesDone) VALUES (?,?,?,?,200000,1440,900,'window',1,?,1,?,?,1)",
-                     -1, &insert, nullptr);
+  sqlite3_prepare_v2(
+      connection,
+      "INSERT INTO shots (path,name,date,added,bytes,width,height,captureType,filed,ocr,ocrDone,tags,phash,"
+      "codesDone) VALUES (?,?,?,?,200000,1440,900,'window',1,?,1,?,?,1)",
+      -1, &insert, nullptr);
   MadeCatalogue result;
   std::mt19937_64 random(1);
   for (int number = 0; number < shots; ++number) {
@@ -85,7 +87,8 @@ MadeCatalogue makeCatalogue(const std::string& folder, const std::string& librar
     sqlite3_reset(insert);
   }
   sqlite3_finalize(insert);
-  run(connection, "INSERT INTO shots_fts (rowid,name,appName,ocr,note,tags) SELECT id,name,appName,ocr,note,tags FROM shots");
+  run(connection,
+      "INSERT INTO shots_fts (rowid,name,appName,ocr,note,tags) SELECT id,name,appName,ocr,note,tags FROM shots");
   run(connection, "COMMIT");
   run(connection, "PRAGMA wal_checkpoint(TRUNCATE)");
   sqlite3_close(connection);

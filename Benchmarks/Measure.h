@@ -9,9 +9,9 @@ namespace Nimbrel::Benchmarks {
 /// One line of a table: our work beside the limit or the peer that it is held against.
 struct Comparison {
   std::string name;
-  double ours = 0;   ///< seconds or bytes
-  double limit = 0;  ///< the same of the limit or the peer
-  double target = 0; ///< how many times the limit ours may take
+  double ours = 0;    ///< seconds or bytes
+  double limit = 0;   ///< the same of the limit or the peer
+  double target = 0;  ///< how many times the limit ours may take
 };
 
 /// Runs both in turn, so that both meet the same machine, and takes the median of the rounds: wall time in seconds.

@@ -86,8 +86,7 @@ Outcome runOverview(const CommandLine&, Session& session) {
       {QStringLiteral("projects"), textList(store.settings().projects())},
       {QStringLiteral("savedSearches"), textList(store.settings().savedSearches())},
   };
-  return Outcome::done(overview, "Shots: " + std::to_string(shots) +
-                                     "\nInbox: " + std::to_string(store.inboxCount()) +
+  return Outcome::done(overview, "Shots: " + std::to_string(shots) + "\nInbox: " + std::to_string(store.inboxCount()) +
                                      "\nSensitive: " + std::to_string(store.sensitiveCount()) + "\n" +
                                      lineOf("Tags", store.tags()) + lineOf("Projects", store.settings().projects()) +
                                      lineOf("Saved searches", store.settings().savedSearches()));

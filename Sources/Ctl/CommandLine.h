@@ -26,8 +26,8 @@ struct CommandLine {
   [[nodiscard]] std::optional<std::string_view> value(std::string_view option) const;
 };
 
-/// Tells options, which may stand anywhere, from arguments. "--" ends the options; "--name=value" is "--name value". The
-/// error names the word that is wrong.
+/// Tells options, which may stand anywhere, from arguments. "--" ends the options; "--name=value" is "--name value".
+/// The error names the word that is wrong.
 [[nodiscard]] Result<CommandLine> parseCommandLine(std::span<const std::string_view> words,
                                                    std::span<const OptionSpec> options);
 

@@ -12,9 +12,9 @@ struct Outcome {
   enum Status { Done = 0, Failed = 1, Misused = 2 };
 
   Status status = Done;
-  QJsonValue json;   ///< for --json; undefined prints nothing
-  std::string text;  ///< for people, with its line feeds
-  std::string error; ///< one line for standard error, unless done
+  QJsonValue json;    ///< for --json; undefined prints nothing
+  std::string text;   ///< for people, with its line feeds
+  std::string error;  ///< one line for standard error, unless done
 
   [[nodiscard]] static Outcome done(QJsonValue json, std::string text);
   /// The operation failed, for the given reason.

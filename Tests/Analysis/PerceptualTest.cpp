@@ -138,8 +138,7 @@ TEST(PerceptualGroups, FlatPicturesAreEqualToEachOther) {
 }
 
 TEST(PerceptualGroups, TheNewestMemberComesFirstAndEqualDatesKeepTheirOrder) {
-  EXPECT_EQ(idsOf(groups({shot(1, 5, 10), shot(2, 5, 30), shot(3, 5, 10), shot(4, 5, 20)}, 0)),
-            (Groups{{2, 4, 1, 3}}));
+  EXPECT_EQ(idsOf(groups({shot(1, 5, 10), shot(2, 5, 30), shot(3, 5, 10), shot(4, 5, 20)}, 0)), (Groups{{2, 4, 1, 3}}));
 }
 
 TEST(PerceptualGroups, LargerGroupsComeFirstAndTiesKeepTheOrderFound) {

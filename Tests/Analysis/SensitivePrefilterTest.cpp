@@ -31,11 +31,23 @@ const std::array<Pair, 6> pairs{{
 
 /// Texts out of pieces that secrets are made of, so that matches and near misses are frequent.
 std::string randomText(std::mt19937& random) {
-  static const std::array<std::string, 34> pieces{
-      "AKIA",   "ABCDEFGHIJKLMNOP", "sk-",  "abcdefghijklmnopqrst", "ghp_",  "gh",     "xoxb-", "0123456789", "eyJ",
-      ".",      "bearer",           "BEA",  "RER",                  " ",     "\t",     "\n",    "\u00A0",     "password",
-      "Pass",   "phrase",           "api",  "_key",                 "token", ":",      "=",     "secret",     "PAS\u017F",
-      "\u212A", "ß",                "4111", "-",                    "٤",     "ann.lee", "@example.com"};
+  static const std::array<std::string, 34> pieces{"AKIA",      "ABCDEFGHIJKLMNOP",
+                                                  "sk-",       "abcdefghijklmnopqrst",
+                                                  "ghp_",      "gh",
+                                                  "xoxb-",     "0123456789",
+                                                  "eyJ",       ".",
+                                                  "bearer",    "BEA",
+                                                  "RER",       " ",
+                                                  "\t",        "\n",
+                                                  "\u00A0",    "password",
+                                                  "Pass",      "phrase",
+                                                  "api",       "_key",
+                                                  "token",     ":",
+                                                  "=",         "secret",
+                                                  "PAS\u017F", "\u212A",
+                                                  "ß",         "4111",
+                                                  "-",         "٤",
+                                                  "ann.lee",   "@example.com"};
   std::string text;
   const auto count = 1 + random() % 9;
   for (unsigned i = 0; i < count; ++i) text += pieces.at(random() % pieces.size());
@@ -45,9 +57,10 @@ std::string randomText(std::mt19937& random) {
 TEST(SensitivePrefilter, NeverSaysNoToATextThatTheExpressionMatches) {
   std::mt19937 random(7);
   std::array<int, pairs.size()> matched{};
-  std::array<Pattern, pairs.size()> patterns{*Pattern::compile(pairs[0].expression), *Pattern::compile(pairs[1].expression),
-                                             *Pattern::compile(pairs[2].expression), *Pattern::compile(pairs[3].expression),
-                                             *Pattern::compile(pairs[4].expression), *Pattern::compile(pairs[5].expression)};
+  std::array<Pattern, pairs.size()> patterns{
+      *Pattern::compile(pairs[0].expression), *Pattern::compile(pairs[1].expression),
+      *Pattern::compile(pairs[2].expression), *Pattern::compile(pairs[3].expression),
+      *Pattern::compile(pairs[4].expression), *Pattern::compile(pairs[5].expression)};
   for (int round = 0; round < 20'000; ++round) {
     const auto text = randomText(random);
     for (std::size_t i = 0; i < pairs.size(); ++i) {

@@ -33,9 +33,7 @@ TEST(Sensitive, ACardPassesItsCheck) {
 
 TEST(Sensitive, TwelveDigitsAreNoCard) { EXPECT_TRUE(kindsIn("411111111111").empty()); }
 
-TEST(Sensitive, DigitsOfOtherScriptsAreDigits) {
-  EXPECT_EQ(kindsIn("٤١١١١١١١١١١١١١١١"), Strings{"Card"});
-}
+TEST(Sensitive, DigitsOfOtherScriptsAreDigits) { EXPECT_EQ(kindsIn("٤١١١١١١١١١١١١١١١"), Strings{"Card"}); }
 
 TEST(Sensitive, OverlappingMatchesOfTwoTokenExpressionsAreOneToken) {
   EXPECT_EQ(matchesIn("Bearer " + webToken), Strings{webToken});
@@ -58,9 +56,7 @@ TEST(Sensitive, AKeyBehindTheWordTokenIsAKey) {
   EXPECT_EQ(matchesIn("token: " + apiKey), Strings{apiKey});
 }
 
-TEST(Sensitive, AWebTokenIsNoEmailAddress) {
-  EXPECT_EQ(kindsIn(webToken + "@example.com"), Strings{"Token"});
-}
+TEST(Sensitive, AWebTokenIsNoEmailAddress) { EXPECT_EQ(kindsIn(webToken + "@example.com"), Strings{"Token"}); }
 
 TEST(Sensitive, KindsComeInTheOrderOfTheExpressions) {
   EXPECT_EQ(kindsIn("ann@example.com password = secret77 " + apiKey), (Strings{"API key", "Password", "Email"}));

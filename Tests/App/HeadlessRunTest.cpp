@@ -14,12 +14,12 @@
 namespace Nimbrel {
 namespace {
 
-using Testing::runProgram;
-using Testing::StoreHome;
-using Testing::writePicture;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
+using Testing::runProgram;
 using ::testing::StartsWith;
+using Testing::StoreHome;
+using Testing::writePicture;
 
 std::vector<std::string> linesOf(const std::string& text) {
   std::istringstream stream(text);

@@ -14,12 +14,12 @@ namespace Nimbrel {
 namespace {
 
 using Testing::contentOf;
-using Testing::LogRecorder;
-using Testing::TemporaryFolder;
 using ::testing::Each;
 using ::testing::IsEmpty;
+using Testing::LogRecorder;
 using ::testing::Not;
 using ::testing::StartsWith;
+using Testing::TemporaryFolder;
 
 Shot found(const std::string& path) {
   Shot shot;

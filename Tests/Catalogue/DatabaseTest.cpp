@@ -10,10 +10,10 @@
 namespace Nimbrel {
 namespace {
 
-using Testing::LogRecorder;
-using Testing::TemporaryFolder;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using Testing::LogRecorder;
+using Testing::TemporaryFolder;
 using ::testing::UnorderedElementsAre;
 using Strings = std::vector<std::string>;
 
@@ -137,10 +137,13 @@ TEST_F(DatabaseTest, RowsAreFoundAgainWhenTheirOrderChanged) {
 
 TEST_F(DatabaseTest, AnyChangedColumnMakesANewValue) {
   const auto id = database_->insert(found("/s/a.png"));
-  for (const std::string column :
-       {"path='/x'", "name='x'", "date=9", "added=9", "bytes=9", "width=9", "height=9", "appName='x'",
-        "captureType='x'", "filed=1", "ocr='x'", "ocrDone=1", "note='x'", "tags='x'", "favorite=1", "sensitive='x'",
-        "phash=9", "barcodes='x'", "bundleID='x'", "shownName='x'", "appAttributionTrusted=1"}) {
+  for (const std::string column : {"path='/x'",     "name='x'",      "date=9",
+                                   "added=9",       "bytes=9",       "width=9",
+                                   "height=9",      "appName='x'",   "captureType='x'",
+                                   "filed=1",       "ocr='x'",       "ocrDone=1",
+                                   "note='x'",      "tags='x'",      "favorite=1",
+                                   "sensitive='x'", "phash=9",       "barcodes='x'",
+                                   "bundleID='x'",  "shownName='x'", "appAttributionTrusted=1"}) {
     const auto former = database_->allShots({});
     runElsewhere("UPDATE shots SET " + column);
     const auto now = database_->allShots(former);
@@ -286,8 +289,9 @@ TEST_F(DatabaseTest, AStatementThatCannotBePreparedIsLoggedAndDoesNothing) {
   EXPECT_THAT(database_->allTags(), IsEmpty());  // reads the tables of the file anew
   EXPECT_THAT(database_->ignoredPaths(), IsEmpty());
   database_->unignore("/x");
-  EXPECT_THAT(log.lines(), ElementsAre("Nimbrel SQL error: no such table: ignored — SELECT path FROM ignored",
-                                       "Nimbrel SQL error: no such table: ignored — DELETE FROM ignored WHERE path = ?"));
+  EXPECT_THAT(log.lines(),
+              ElementsAre("Nimbrel SQL error: no such table: ignored — SELECT path FROM ignored",
+                          "Nimbrel SQL error: no such table: ignored — DELETE FROM ignored WHERE path = ?"));
 }
 
 }  // namespace

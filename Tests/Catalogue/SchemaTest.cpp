@@ -58,19 +58,22 @@ TEST_F(SchemaTest, AFreshCatalogueHasItsTablesAndIndexes) {
   EXPECT_EQ(connection.ask("SELECT name FROM pragma_table_info('shots')"),
             "id\npath\nname\ndate\nadded\nbytes\nwidth\nheight\nappName\ncaptureType\nfiled\nocr\nocrDone\nnote\ntags\n"
             "favorite\nsensitive\nphash\nbarcodes\ncodesDone\nbundleID\nshownName\nappAttributionTrusted\n");
-  EXPECT_EQ(connection.ask("SELECT sql FROM sqlite_master WHERE name IN ('ignored','shots_date','shots_filed') ORDER BY 1"),
-            "CREATE INDEX shots_date ON shots(date)\nCREATE INDEX shots_filed ON shots(filed)\n"
-            "CREATE TABLE ignored (path TEXT PRIMARY KEY)\n");
-  EXPECT_EQ(connection.ask("SELECT sql FROM sqlite_master WHERE name = 'shots_fts'"),
-            "CREATE VIRTUAL TABLE shots_fts USING fts5(\n    name, appName, ocr, note, tags, tokenize='unicode61'\n)\n");
+  EXPECT_EQ(
+      connection.ask("SELECT sql FROM sqlite_master WHERE name IN ('ignored','shots_date','shots_filed') ORDER BY 1"),
+      "CREATE INDEX shots_date ON shots(date)\nCREATE INDEX shots_filed ON shots(filed)\n"
+      "CREATE TABLE ignored (path TEXT PRIMARY KEY)\n");
+  EXPECT_EQ(
+      connection.ask("SELECT sql FROM sqlite_master WHERE name = 'shots_fts'"),
+      "CREATE VIRTUAL TABLE shots_fts USING fts5(\n    name, appName, ocr, note, tags, tokenize='unicode61'\n)\n");
   EXPECT_EQ(connection.ask("PRAGMA journal_mode"), "wal\n");
 }
 
 TEST_F(SchemaTest, TheColumnsOfTheFirstReleaseAreWrittenAsTheyAlwaysWere) {
   ASSERT_TRUE(Database::open(file_));
   const auto sql = Connection(file_).ask("SELECT sql FROM sqlite_master WHERE name = 'shots'");
-  EXPECT_TRUE(sql.starts_with("CREATE TABLE shots (\n    id INTEGER PRIMARY KEY,\n    path TEXT UNIQUE NOT NULL,\n    "
-                              "name TEXT NOT NULL,\n    date REAL NOT NULL,\n"))
+  EXPECT_TRUE(
+      sql.starts_with("CREATE TABLE shots (\n    id INTEGER PRIMARY KEY,\n    path TEXT UNIQUE NOT NULL,\n    "
+                      "name TEXT NOT NULL,\n    date REAL NOT NULL,\n"))
       << sql;
   EXPECT_NE(sql.find("\n    favorite INTEGER NOT NULL DEFAULT 0\n"), std::string::npos) << sql;
 }

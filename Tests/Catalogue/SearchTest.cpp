@@ -95,9 +95,9 @@ TEST_F(SearchTest, AFavouriteLeavesTheIndexAlone) {
 TEST_F(SearchTest, SnippetsMarkTheirHits) {
   const auto id = insert("a.png");
   database_->setOCR(id, "the quick brown fox", {});
-  EXPECT_THAT(database_->searchSnippets("qui fox"),
-              UnorderedElementsAre(std::pair(id, "the \x02quick\x03 brown \x02"
-                                                 "fox\x03")));
+  EXPECT_THAT(database_->searchSnippets("qui fox"), UnorderedElementsAre(std::pair(id,
+                                                                                   "the \x02quick\x03 brown \x02"
+                                                                                   "fox\x03")));
 }
 
 TEST_F(SearchTest, LongTextsAreCutToTenWordsAroundTheHit) {

@@ -13,10 +13,10 @@ namespace Nimbrel {
 namespace {
 
 using Testing::contentOf;
-using Testing::TemporaryFolder;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using Testing::TemporaryFolder;
 using Strings = std::vector<std::string>;
 
 class ConfiguredTool final : public ScreenshotTool {
@@ -50,9 +50,8 @@ class SettingsTest : public ::testing::Test {
   }
 
   TemporaryFolder folder_;
-  UserFolders folders_{.home = folder_.path("home"),
-                       .applicationSupport = folder_.path("data"),
-                       .preferences = folder_.path("config")};
+  UserFolders folders_{
+      .home = folder_.path("home"), .applicationSupport = folder_.path("data"), .preferences = folder_.path("config")};
   NullScreenshotTool tool_;
   std::vector<std::unique_ptr<Defaults>> suites_;
 };
@@ -83,10 +82,12 @@ TEST_F(SettingsTest, ASuiteWithoutKeysGivesTheDefaults) {
 }
 
 TEST_F(SettingsTest, AValueOfTheWrongTypeReadsAsItsDefault) {
-  for (const auto* key : {"libraryRoot", "sources", "autoFile", "runOCR", "renameOnFile", "captureHotkey", "showMenuBar",
-                          "savedSearches", "quickFindHotkey", "heicQuality", "thumbSize", "galleryLayout",
-                          "gallerySort", "groupByDay", "inspectorWidth", "captureDestination", "captureDelay",
-                          "protectSensitive", "automationRules", "projects", "syncRoot"}) {
+  for (const auto* key : {"libraryRoot",     "sources",          "autoFile",        "runOCR",
+                          "renameOnFile",    "captureHotkey",    "showMenuBar",     "savedSearches",
+                          "quickFindHotkey", "heicQuality",      "thumbSize",       "galleryLayout",
+                          "gallerySort",     "groupByDay",       "inspectorWidth",  "captureDestination",
+                          "captureDelay",    "protectSensitive", "automationRules", "projects",
+                          "syncRoot"}) {
     store(key, QJsonObject{{text("a"), 1}});
   }
   const auto settings = load();

@@ -11,12 +11,12 @@
 namespace Nimbrel {
 namespace {
 
+using ::testing::HasSubstr;
 using Testing::ProgramOutput;
 using Testing::runProgram;
+using ::testing::StartsWith;
 using Testing::StoreHome;
 using Testing::writePicture;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
 
 QJsonDocument jsonOf(const ProgramOutput& output) {
   EXPECT_EQ(output.status, 0) << output.errors;
@@ -52,9 +52,13 @@ TEST_F(CtlTest, HelpAndVersionWorkEverywhere) {
 }
 
 TEST_F(CtlTest, WrongUsageIsToldWithTheUsage) {
-  const std::vector<QStringList> wrong{
-      {}, {text("nonsense")}, {text("list"), text("--nonsense")}, {text("show")}, {text("show"), text("abc")},
-      {text("list"), text("extra")}, {text("duplicates"), text("--tolerance"), text("many")}};
+  const std::vector<QStringList> wrong{{},
+                                       {text("nonsense")},
+                                       {text("list"), text("--nonsense")},
+                                       {text("show")},
+                                       {text("show"), text("abc")},
+                                       {text("list"), text("extra")},
+                                       {text("duplicates"), text("--tolerance"), text("many")}};
   for (const auto& arguments : wrong) {
     const auto output = ctl(arguments);
     EXPECT_EQ(output.status, 2) << arguments.join(QLatin1Char(' ')).toStdString();
@@ -133,13 +137,12 @@ TEST_F(CtlTest, OverviewCounts) {
   store->database().setTags(id, {"b", "a", "project:p"});
   store->settings().projects.set({"p"});
   store->settings().savedSearches.set({"s"});
-  EXPECT_EQ(json({text("overview")}).object(),
-            (QJsonObject{{text("shots"), 1},
-                         {text("inboxCount"), 1},
-                         {text("sensitiveCount"), 0},
-                         {text("tags"), QJsonArray{text("a"), text("b")}},
-                         {text("projects"), QJsonArray{text("p")}},
-                         {text("savedSearches"), QJsonArray{text("s")}}}));
+  EXPECT_EQ(json({text("overview")}).object(), (QJsonObject{{text("shots"), 1},
+                                                            {text("inboxCount"), 1},
+                                                            {text("sensitiveCount"), 0},
+                                                            {text("tags"), QJsonArray{text("a"), text("b")}},
+                                                            {text("projects"), QJsonArray{text("p")}},
+                                                            {text("savedSearches"), QJsonArray{text("s")}}}));
 }
 
 TEST_F(CtlTest, DuplicatesAreListsOfIds) {

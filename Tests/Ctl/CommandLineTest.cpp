@@ -23,9 +23,13 @@ TEST(CommandLine, TwoDashesEndTheOptions) {
   EXPECT_THAT(parse({"--", "--json", "--"}).value().arguments, ElementsAre("--json", "--"));
 }
 
-TEST(CommandLine, AValueMayStandBehindAnEqualsSign) { EXPECT_EQ(parse({"--tolerance=4"}).value().value("--tolerance"), "4"); }
+TEST(CommandLine, AValueMayStandBehindAnEqualsSign) {
+  EXPECT_EQ(parse({"--tolerance=4"}).value().value("--tolerance"), "4");
+}
 
-TEST(CommandLine, AValueMayBeginWithADash) { EXPECT_EQ(parse({"--tolerance", "-1"}).value().value("--tolerance"), "-1"); }
+TEST(CommandLine, AValueMayBeginWithADash) {
+  EXPECT_EQ(parse({"--tolerance", "-1"}).value().value("--tolerance"), "-1");
+}
 
 TEST(CommandLine, NamesTheWordThatIsWrong) {
   EXPECT_EQ(parse({"--nonsense"}).error().message, "unknown option --nonsense");

@@ -62,9 +62,14 @@ TEST_F(SettingsCommandTest, StoresAValueOutOfRangeAsTheSetterDoes) {
 }
 
 TEST_F(SettingsCommandTest, AValueOfTheWrongTypeFailsAndChangesNothing) {
-  for (const auto& [key, value] : std::vector<std::pair<std::string, std::string>>{
-           {"autoFile", "1"}, {"autoFile", "yes"}, {"heicQuality", "high"}, {"captureDelay", "1.5"},
-           {"sources", "/a"}, {"gallerySort", "random"}, {"automationRules", "[{}]"}, {"libraryRoot", "null"}}) {
+  for (const auto& [key, value] : std::vector<std::pair<std::string, std::string>>{{"autoFile", "1"},
+                                                                                   {"autoFile", "yes"},
+                                                                                   {"heicQuality", "high"},
+                                                                                   {"captureDelay", "1.5"},
+                                                                                   {"sources", "/a"},
+                                                                                   {"gallerySort", "random"},
+                                                                                   {"automationRules", "[{}]"},
+                                                                                   {"libraryRoot", "null"}}) {
     const auto output = settings({key, value});
     EXPECT_EQ(output.status, 1) << key << " " << value;
     EXPECT_EQ(output.errors, "nimbrelctl: not a value for " + key + ": " + value + "\n");

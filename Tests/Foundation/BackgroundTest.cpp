@@ -50,7 +50,8 @@ TEST(Background, AResultWhoseContextIsGoneIsDropped) {
   pool.waitForDone();
   QObject other;
   bool later = false;
-  inBackground(&other, pool, [] { return 1; }, [&](int) { later = true; });
+  inBackground(
+      &other, pool, [] { return 1; }, [&](int) { later = true; });
   ASSERT_TRUE(Testing::waitUntil([&] { return later; }));
   EXPECT_FALSE(told);
 }

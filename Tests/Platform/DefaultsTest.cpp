@@ -16,9 +16,9 @@ namespace Nimbrel {
 namespace {
 
 using Testing::contentOf;
+using ::testing::HasSubstr;
 using Testing::LogRecorder;
 using Testing::TemporaryFolder;
-using ::testing::HasSubstr;
 
 const auto key = QStringLiteral("key");
 

@@ -7,8 +7,8 @@
 namespace Nimbrel {
 namespace {
 
-using Testing::FakeFileEvents;
 using ::testing::ElementsAre;
+using Testing::FakeFileEvents;
 using ::testing::IsEmpty;
 
 TEST(FolderWatcher, WatchesSourcesFlatAndTheLibraryWithAllBelowIt) {
@@ -17,8 +17,9 @@ TEST(FolderWatcher, WatchesSourcesFlatAndTheLibraryWithAllBelowIt) {
   FolderWatcher watcher(events, [&] { ++changes; });
   watcher.watch({"/a", "/b"}, {"/library"});
   ASSERT_EQ(events.watched.size(), 1U);
-  EXPECT_THAT(events.watched[0], ElementsAre(WatchedFolder{"/a", WatchDepth::Flat}, WatchedFolder{"/b", WatchDepth::Flat},
-                                             WatchedFolder{"/library", WatchDepth::Recursive}));
+  EXPECT_THAT(events.watched[0],
+              ElementsAre(WatchedFolder{"/a", WatchDepth::Flat}, WatchedFolder{"/b", WatchDepth::Flat},
+                          WatchedFolder{"/library", WatchDepth::Recursive}));
   EXPECT_EQ(events.latency, Seconds{0.6});
   events.change();
   EXPECT_EQ(changes, 1);
@@ -26,7 +27,9 @@ TEST(FolderWatcher, WatchesSourcesFlatAndTheLibraryWithAllBelowIt) {
 
 TEST(FolderWatcher, EndsTheWatchingWithItself) {
   FakeFileEvents events;
-  { FolderWatcher(events, [] {}).watch({"/a"}, {}); }
+  {
+    FolderWatcher(events, [] {}).watch({"/a"}, {});
+  }
   ASSERT_EQ(events.watched.size(), 2U);
   EXPECT_THAT(events.watched[1], IsEmpty());
 }

@@ -13,11 +13,11 @@
 namespace Nimbrel {
 namespace {
 
+using ::testing::ElementsAre;
 using Testing::shotNamed;
 using Testing::StoreHome;
 using Testing::waitUntil;
 using Testing::writePicture;
-using ::testing::ElementsAre;
 
 class HashQueueTest : public ::testing::Test {
  protected:
@@ -28,9 +28,8 @@ TEST_F(HashQueueTest, AScanHashesInTheBackgroundAndReloads) {
   writePicture(home_.desktop("Screenshot 1.png"), 200, 100, 1);
   writePicture(home_.desktop("Screenshot 2.png"), 200, 100, 2);
   const auto store = home_.open(ProcessRole::menuBarCompanion);
-  ASSERT_TRUE(waitUntil([&] {
-    return std::ranges::all_of(store->shots(), [](const ShotPtr& shot) { return shot->phash != 0; });
-  }));
+  ASSERT_TRUE(waitUntil(
+      [&] { return std::ranges::all_of(store->shots(), [](const ShotPtr& shot) { return shot->phash != 0; }); }));
   EXPECT_NE(shotNamed(*store, "Screenshot 1.png")->phash, shotNamed(*store, "Screenshot 2.png")->phash);
 }
 

@@ -7,9 +7,9 @@
 namespace Nimbrel {
 namespace {
 
+using ::testing::IsEmpty;
 using Testing::shotNamed;
 using Testing::StoreHome;
-using ::testing::IsEmpty;
 
 class ImportTest : public ::testing::Test {
  protected:
@@ -58,8 +58,8 @@ TEST_F(ImportTest, AnIndexedPathIsUnignoredButNotCounted) {
 }
 
 TEST_F(ImportTest, AFileInsideTheLibraryIsFiledAndOneBesideItIsNot) {
-  store_->importFiles({home_.addFile(home_.library("2026/in.png")),
-                       home_.addFile(home_.path("Pictures/Nimbrel and more/out.png"))});
+  store_->importFiles(
+      {home_.addFile(home_.library("2026/in.png")), home_.addFile(home_.path("Pictures/Nimbrel and more/out.png"))});
   EXPECT_TRUE(shotNamed(*store_, "in.png")->filed);
   EXPECT_EQ(shotNamed(*store_, "in.png")->appName, "");
   EXPECT_FALSE(shotNamed(*store_, "out.png")->filed);

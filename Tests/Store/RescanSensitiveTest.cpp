@@ -5,10 +5,10 @@
 namespace Nimbrel {
 namespace {
 
-using Testing::shotNamed;
-using Testing::StoreHome;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using Testing::shotNamed;
+using Testing::StoreHome;
 using Strings = std::vector<std::string>;
 
 class RescanSensitiveTest : public ::testing::Test {

@@ -11,9 +11,9 @@
 namespace Nimbrel {
 namespace {
 
-using Testing::TemporaryFolder;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using Testing::TemporaryFolder;
 using ::testing::UnorderedElementsAre;
 
 void setScreenCapture(const std::string& path, const std::string& value) {
@@ -78,15 +78,15 @@ TEST(ListFolders, ASourceThatIsAFileOrMissingIsEmpty) {
 TEST(PlanScan, FindsWhatIsNeitherIndexedNorIgnored) {
   const DiskListing listing{.sourceFiles = {"/s/new.png", "/s/known.png", "/s/ignored.png"},
                             .libraryFiles = {"/l/b.png", "/l/a.png", "/l/known.png", "/l/ignored.png"}};
-  const auto plan =
-      planScan(listing, {"/s/known.png", "/l/known.png"}, {"/s/ignored.png", "/l/ignored.png"}, {});
+  const auto plan = planScan(listing, {"/s/known.png", "/l/known.png"}, {"/s/ignored.png", "/l/ignored.png"}, {});
   EXPECT_THAT(plan.newInSources, ElementsAre("/s/new.png"));
   EXPECT_THAT(plan.newInLibrary, ElementsAre("/l/a.png", "/l/b.png"));
 }
 
 TEST(PlanScan, ShotsThatTheWalkDidNotSeeMayBeGone) {
   const DiskListing listing{.sourceFiles = {"/s/here.png"}, .libraryFiles = {"/l/here.png"}};
-  const auto plan = planScan(listing, {"/s/here.png"}, {}, {shotAt("/s/here.png"), shotAt("/gone.png"), shotAt("/l/here.png")});
+  const auto plan =
+      planScan(listing, {"/s/here.png"}, {}, {shotAt("/s/here.png"), shotAt("/gone.png"), shotAt("/l/here.png")});
   ASSERT_EQ(plan.unseen.size(), 1U);
   EXPECT_EQ(plan.unseen[0]->path, "/gone.png");
 }

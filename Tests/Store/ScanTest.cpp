@@ -15,14 +15,14 @@
 namespace Nimbrel {
 namespace {
 
+using ::testing::ElementsAre;
 using Testing::FakeFileEvents;
+using ::testing::IsEmpty;
 using Testing::namesOf;
 using Testing::shotNamed;
 using Testing::StoreHome;
-using Testing::waitUntil;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
+using Testing::waitUntil;
 
 class ScanTest : public ::testing::Test {
  protected:
@@ -217,7 +217,8 @@ TEST_F(ScanTest, AScanSeesWhatAnotherProcessChanged) {
 }
 
 TEST_F(ScanTest, OnAFullDiskNothingIsLostButTheNewRows) {
-  for (int i = 0; i < 50; ++i) home_.addFile(home_.desktop("Screenshot " + std::string(150, 'n') + std::to_string(i) + ".png"));
+  for (int i = 0; i < 50; ++i)
+    home_.addFile(home_.desktop("Screenshot " + std::string(150, 'n') + std::to_string(i) + ".png"));
   const auto disk = home_.folder().makeFolder(".local/share/Nimbrel");
   const auto outcome = Testing::onSmallDisk(disk, 160 << 10, [&] {
     auto store = home_.open(ProcessRole::mainApplication);
@@ -226,7 +227,8 @@ TEST_F(ScanTest, OnAFullDiskNothingIsLostButTheNewRows) {
   });
   EXPECT_EQ(outcome, 0);
   for (int i = 0; i < 50; ++i) {
-    EXPECT_TRUE(std::filesystem::exists(home_.desktop("Screenshot " + std::string(150, 'n') + std::to_string(i) + ".png")));
+    EXPECT_TRUE(
+        std::filesystem::exists(home_.desktop("Screenshot " + std::string(150, 'n') + std::to_string(i) + ".png")));
   }
 }
 

@@ -14,13 +14,13 @@
 namespace Nimbrel {
 namespace {
 
+using ::testing::ElementsAre;
 using Testing::FakeFileEvents;
+using ::testing::IsEmpty;
 using Testing::namesOf;
 using Testing::shotNamed;
-using Testing::StoreHome;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::SizeIs;
+using Testing::StoreHome;
 using ::testing::UnorderedElementsAre;
 
 class StoreTest : public ::testing::Test {
@@ -152,7 +152,8 @@ TEST_F(StoreTest, AChangeOfTheLibraryRestartsTheWorkersWatchingAndScans) {
   home_.suiteOfOtherProcess()->set(QStringLiteral("libraryRoot"), QString::fromStdString(home_.path("new library")));
   worker->poll();
   EXPECT_THAT(events->watched, SizeIs(2));
-  EXPECT_THAT(events->watched.back(), ::testing::Contains(WatchedFolder{home_.path("new library"), WatchDepth::Recursive}));
+  EXPECT_THAT(events->watched.back(),
+              ::testing::Contains(WatchedFolder{home_.path("new library"), WatchDepth::Recursive}));
   EXPECT_THAT(namesOf(worker->shots()), ElementsAre("a.png"));
 }
 

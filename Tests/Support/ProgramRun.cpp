@@ -10,9 +10,7 @@ constexpr int limitMilliseconds = 60'000;
 
 }  // namespace
 
-QString programPath(const std::string& name) {
-  return QStringLiteral(NIMBREL_BIN "/") + QString::fromStdString(name);
-}
+QString programPath(const std::string& name) { return QStringLiteral(NIMBREL_BIN "/") + QString::fromStdString(name); }
 
 QProcessEnvironment environmentOf(const std::string& home) {
   auto environment = QProcessEnvironment::systemEnvironment();

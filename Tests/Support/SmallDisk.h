@@ -4,9 +4,9 @@
 #include <functional>
 #include <string>
 
-/// Disks that are full or cannot be written. Each function runs `body` in a child process in which `folder` is such a disk, and
-/// returns the child's exit status: what `body` returns, or 255 when the disk could not be made. The disk is gone with
-/// the child. The body must report by its result alone: expectations in it are not seen.
+/// Disks that are full or cannot be written. Each function runs `body` in a child process in which `folder` is such a
+/// disk, and returns the child's exit status: what `body` returns, or 255 when the disk could not be made. The disk is
+/// gone with the child. The body must report by its result alone: expectations in it are not seen.
 namespace Nimbrel::Testing {
 
 /// An empty disk of so many bytes.

@@ -5,8 +5,8 @@
 
 namespace Nimbrel::Testing {
 
-/// Runs the event loop until the condition holds; returns whether it did before the time was up. The time is a bound for
-/// a test that is about to fail, never a measure.
+/// Runs the event loop until the condition holds; returns whether it did before the time was up. The time is a bound
+/// for a test that is about to fail, never a measure.
 [[nodiscard]] bool waitUntil(const std::function<bool()>& condition,
                              std::chrono::milliseconds limit = std::chrono::seconds(20));
 

@@ -11,8 +11,8 @@ namespace Nimbrel {
 namespace {
 
 constexpr int hashBits = 64;
-constexpr int fewestPieces = 4;         // pieces of 16 bits: a table of 65,536 values each
-constexpr int widestTolerance = 15;     // pieces of 8 bits; beyond it the pieces no longer tell hashes apart
+constexpr int fewestPieces = 4;           // pieces of 16 bits: a table of 65,536 values each
+constexpr int widestTolerance = 15;       // pieces of 8 bits; beyond it the pieces no longer tell hashes apart
 constexpr std::size_t fewestHashes = 64;  // below, comparing all is faster than building tables
 
 /// So many pieces that tolerance divided by their number is below two.
@@ -88,7 +88,8 @@ std::vector<std::size_t> HashIndex::takeNeighbours(std::size_t position) {
   return found;
 }
 
-void HashIndex::collectFrom(const Piece& piece, std::uint32_t value, std::uint64_t hash, std::vector<std::size_t>& found) {
+void HashIndex::collectFrom(const Piece& piece, std::uint32_t value, std::uint64_t hash,
+                            std::vector<std::size_t>& found) {
   for (auto entry = piece.firstOfValue[value]; entry < piece.firstOfValue[value + 1]; ++entry) {
     const std::size_t position = piece.positions[entry];
     if (takeIfNear(position, hash)) found.push_back(position);

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-/// The looks of a picture in 64 bits: a difference hash (dHash). Bit 8 r + x, from the least significant, tells whether the
-/// grey cell in row r and column x is brighter than its right neighbour, in a picture reduced to 9 by 8 cells over white.
-/// Near-identical screenshots differ in a few bits. Pure functions, any thread.
+/// The looks of a picture in 64 bits: a difference hash (dHash). Bit 8 r + x, from the least significant, tells whether
+/// the grey cell in row r and column x is brighter than its right neighbour, in a picture reduced to 9 by 8 cells over
+/// white. Near-identical screenshots differ in a few bits. Pure functions, any thread.
 namespace Nimbrel::Perceptual {
 
 /// The sizes, for ImageFile::thumbnails, from the last of which hashes are made: the small picture comes out of the one

@@ -33,9 +33,7 @@ bool anyBeyondAscii(std::string_view text, Visit visit) {
   return false;
 }
 
-bool holdsFoldingCharacter(std::string_view text) {
-  return anyBeyondAscii(text, foldsToAsciiLetters);
-}
+bool holdsFoldingCharacter(std::string_view text) { return anyBeyondAscii(text, foldsToAsciiLetters); }
 
 bool endsWithIgnoringCase(std::string_view text, std::string_view loweredWord) {
   return text.size() >= loweredWord.size() &&
@@ -59,8 +57,8 @@ bool isLocalPartCharacter(char c) {
 }  // namespace
 
 bool foldsToAsciiLetters(char32_t character) {
-  // U+00DF ss, U+0130 i, U+0149 n, U+017F s, U+01F0 j, U+1E96 to U+1E9A h t w y a, U+1E9E ss, U+212A k, and the ligatures
-  // U+FB00 to U+FB06.
+  // U+00DF ss, U+0130 i, U+0149 n, U+017F s, U+01F0 j, U+1E96 to U+1E9A h t w y a, U+1E9E ss, U+212A k, and the
+  // ligatures U+FB00 to U+FB06.
   return character == 0xDF || character == 0x130 || character == 0x149 || character == 0x17F || character == 0x1F0 ||
          (character >= 0x1E96 && character <= 0x1E9A) || character == 0x1E9E || character == 0x212A ||
          (character >= 0xFB00 && character <= 0xFB06);

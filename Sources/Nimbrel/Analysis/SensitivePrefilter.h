@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-/// Cheap tests that tell which texts an expression of the detector cannot match at all, so that it need not run: nearly all
-/// texts hold no secret. Each is exact in that direction: where it says no, the expression has no match. Text is
+/// Cheap tests that tell which texts an expression of the detector cannot match at all, so that it need not run: nearly
+/// all texts hold no secret. Each is exact in that direction: where it says no, the expression has no match. Text is
 /// UTF-8; any thread.
 namespace Nimbrel::SensitivePrefilter {
 
@@ -14,8 +14,8 @@ namespace Nimbrel::SensitivePrefilter {
 [[nodiscard]] bool mayHoldCard(std::string_view text);
 [[nodiscard]] bool mayHoldEmail(std::string_view text);
 
-/// Whether a character beyond ASCII is the same as one or more ASCII letters when case does not count, as the long s is an
-/// s: expressions that ignore case match it.
+/// Whether a character beyond ASCII is the same as one or more ASCII letters when case does not count, as the long s is
+/// an s: expressions that ignore case match it.
 [[nodiscard]] bool foldsToAsciiLetters(char32_t character);
 
 }  // namespace Nimbrel::SensitivePrefilter

@@ -13,8 +13,8 @@ namespace {
 constexpr std::size_t shotsListed = 20;
 
 void printHash(std::ostream& output, std::int64_t hash, const Shot& shot) {
-  output << "  " << std::hex << std::setfill('0') << std::setw(16) << static_cast<std::uint64_t>(hash) << std::dec << "  "
-         << shot.name << '\n';
+  output << "  " << std::hex << std::setfill('0') << std::setw(16) << static_cast<std::uint64_t>(hash) << std::dec
+         << "  " << shot.name << '\n';
 }
 
 void printShot(std::ostream& output, const Shot& shot) {

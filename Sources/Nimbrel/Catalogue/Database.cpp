@@ -15,8 +15,8 @@ namespace Nimbrel {
 
 namespace {
 
-/// The whole list runs at every start. A column that is there already makes its line fail, which is how a file of an older
-/// release and a fresh one arrive at the same tables; a new column is one more line at the end of its block.
+/// The whole list runs at every start. A column that is there already makes its line fail, which is how a file of an
+/// older release and a fresh one arrive at the same tables; a new column is one more line at the end of its block.
 constexpr std::array schema{
     "PRAGMA journal_mode=WAL",
     "CREATE TABLE IF NOT EXISTS shots (\n    id INTEGER PRIMARY KEY,\n    path TEXT UNIQUE NOT NULL,\n"
@@ -185,14 +185,14 @@ std::unordered_map<ShotID, std::string> Database::searchSnippets(std::string_vie
 
 ShotID Database::insert(const Shot& shot) {
   const auto tags = Text::joined(shot.tags, tagSeparator);
-  Statement(db_,
-            "INSERT OR IGNORE INTO shots\n"
-            "(path,name,date,added,bytes,width,height,appName,captureType,filed,ocr,ocrDone,note,tags,favorite,"
-            "bundleID,appAttributionTrusted)\n"
-            "VALUES (?,?,?,?,?,?,?,?,?,?,'',0,'',?,0,?,?)",
-            {shot.path, shot.name, shot.date, shot.added, shot.bytes, std::int64_t{shot.width},
-             std::int64_t{shot.height}, shot.appName, shot.captureType, shot.filed, tags, shot.bundleID,
-             shot.appAttributionTrusted})
+  Statement(
+      db_,
+      "INSERT OR IGNORE INTO shots\n"
+      "(path,name,date,added,bytes,width,height,appName,captureType,filed,ocr,ocrDone,note,tags,favorite,"
+      "bundleID,appAttributionTrusted)\n"
+      "VALUES (?,?,?,?,?,?,?,?,?,?,'',0,'',?,0,?,?)",
+      {shot.path, shot.name, shot.date, shot.added, shot.bytes, std::int64_t{shot.width}, std::int64_t{shot.height},
+       shot.appName, shot.captureType, shot.filed, tags, shot.bundleID, shot.appAttributionTrusted})
       .step();
   Statement row(db_, "SELECT id FROM shots WHERE path = ?", {shot.path});
   const ShotID id = row.step() ? row.integer(0) : 0;
@@ -261,9 +261,7 @@ void Database::setApp(ShotID id, std::string_view name, std::string_view bundleI
   reindex(id);
 }
 
-void Database::unignore(std::string_view path) {
-  Statement(db_, "DELETE FROM ignored WHERE path = ?", {path}).step();
-}
+void Database::unignore(std::string_view path) { Statement(db_, "DELETE FROM ignored WHERE path = ?", {path}).step(); }
 
 void Database::remove(ShotID id, IgnorePath ignorePath) {
   if (ignorePath == IgnorePath::Yes) {
@@ -283,9 +281,7 @@ Database::QuickCommits::~QuickCommits() {
   sqlite3_exec(database_.db_, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
 }
 
-void Database::waitForDisk() {
-  sqlite3_wal_checkpoint_v2(db_, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
-}
+void Database::waitForDisk() { sqlite3_wal_checkpoint_v2(db_, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr); }
 
 int Database::dataVersion() const {
   Statement row(db_, "PRAGMA data_version");

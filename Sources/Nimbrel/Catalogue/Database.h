@@ -19,15 +19,15 @@ namespace Nimbrel {
 using PathSet = std::unordered_set<std::string>;
 using ShotIDSet = std::unordered_set<ShotID>;
 
-/// The catalogue: every statement, over one connection to one SQLite file. Several processes have the file open at a time;
-/// write-ahead logging is what lets them. Each operation prepares its statement, runs and finalises it and commits by
-/// itself. One that cannot be prepared is logged and does nothing; a write that meets another process's lock is lost
-/// without a word, and what was not done comes up again as pending. Main thread only.
+/// The catalogue: every statement, over one connection to one SQLite file. Several processes have the file open at a
+/// time; write-ahead logging is what lets them. Each operation prepares its statement, runs and finalises it and
+/// commits by itself. One that cannot be prepared is logged and does nothing; a write that meets another process's lock
+/// is lost without a word, and what was not done comes up again as pending. Main thread only.
 class Database {
  public:
-  /// Opens the catalogue, made with its folder where it is missing, and brings its tables to the present form. Fails only
-  /// when the folder cannot be made or the file cannot be opened; what is locked, damaged or read-only opens and has no
-  /// rows or loses its writes.
+  /// Opens the catalogue, made with its folder where it is missing, and brings its tables to the present form. Fails
+  /// only when the folder cannot be made or the file cannot be opened; what is locked, damaged or read-only opens and
+  /// has no rows or loses its writes.
   [[nodiscard]] static Result<std::unique_ptr<Database>> open(const std::string& path);
   ~Database();
   Database(const Database&) = delete;
@@ -82,8 +82,8 @@ class Database {
 
   // How far a write has to come
 
-  /// While it lives, commits do not wait for the disk, which is most of what they cost: for writes that a later scan would
-  /// make again if a power cut took the last of them. The file stays whole in any case.
+  /// While it lives, commits do not wait for the disk, which is most of what they cost: for writes that a later scan
+  /// would make again if a power cut took the last of them. The file stays whole in any case.
   class QuickCommits {
    public:
     explicit QuickCommits(Database& database);

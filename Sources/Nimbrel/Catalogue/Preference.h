@@ -48,8 +48,8 @@ class AnyPreference {
   std::function<void(const QString& key)> onChange_;
 };
 
-/// A setting of type T. It is loaded when it is made: `fallback` stands in for a missing key or a value of the wrong type,
-/// and `onLoad` brings what was loaded into its range.
+/// A setting of type T. It is loaded when it is made: `fallback` stands in for a missing key or a value of the wrong
+/// type, and `onLoad` brings what was loaded into its range.
 template <class T>
 class Preference final : public AnyPreference {
  public:

@@ -13,9 +13,12 @@ std::string_view rawValue(GalleryLayout layout) { return layout == GalleryLayout
 
 std::string_view rawValue(GallerySort sort) {
   switch (sort) {
-    case GallerySort::oldest: return "oldest";
-    case GallerySort::name: return "name";
-    case GallerySort::newest: break;
+    case GallerySort::oldest:
+      return "oldest";
+    case GallerySort::name:
+      return "name";
+    case GallerySort::newest:
+      break;
   }
   return "newest";
 }
@@ -74,9 +77,7 @@ std::optional<OptionalText::Value> OptionalText::fromJson(const QJsonValue& json
   return json.isNull() ? std::optional<Value>(std::in_place) : decode(json);
 }
 
-QJsonValue OptionalText::toJson(const Value& value) {
-  return value ? encode(value) : QJsonValue(QJsonValue::Null);
-}
+QJsonValue OptionalText::toJson(const Value& value) { return value ? encode(value) : QJsonValue(QJsonValue::Null); }
 
 using RuleList = PreferenceCodec<std::vector<AutomationRule>>;
 

@@ -32,8 +32,8 @@ template <>
 inline constexpr auto allCases<CaptureDestination> = allCaptureDestinations;
 
 /// How values of type T stand in a settings suite. `decode` is empty for a value of another type: text is no number, a
-/// number no flag; a whole number does where a fraction is stored. `encode` is undefined where the key is to be removed.
-/// A type whose form for people and scripts differs from the stored one also has `toJson` and `fromJson`.
+/// number no flag; a whole number does where a fraction is stored. `encode` is undefined where the key is to be
+/// removed. A type whose form for people and scripts differs from the stored one also has `toJson` and `fromJson`.
 template <class T>
 struct PreferenceCodec;
 
@@ -89,7 +89,7 @@ struct PreferenceCodec<std::vector<AutomationRule>> {
 
 /// A stored text that names no case reads as the first one; to scripts it is an error.
 template <class Enum>
-  requires std::is_enum_v<Enum>
+requires std::is_enum_v<Enum>
 struct PreferenceCodec<Enum> {
   static std::optional<Enum> decode(const QJsonValue& stored) {
     if (!stored.isString()) return std::nullopt;

@@ -27,7 +27,8 @@ std::optional<std::string> systemScreenshotLocation(const UserFolders& folders, 
 }  // namespace
 
 #define NIMBREL_PREFERENCE(field, ...) \
-  field(defaults, QStringLiteral(#field), [this](const QString& key) { Q_EMIT changed(key); }, __VA_ARGS__)
+  field(                               \
+      defaults, QStringLiteral(#field), [this](const QString& key) { Q_EMIT changed(key); }, __VA_ARGS__)
 
 Settings::Settings(Defaults& defaults, const UserFolders& folders, const ScreenshotTool& screenshotTool,
                    QObject* parent)
@@ -54,10 +55,11 @@ Settings::Settings(Defaults& defaults, const UserFolders& folders, const Screens
       NIMBREL_PREFERENCE(projects, {}),
       NIMBREL_PREFERENCE(syncRoot, std::nullopt),
       defaults_(defaults),
-      all_{&libraryRoot,       &sources,          &autoFile,        &runOCR,        &renameOnFile,
-           &captureHotkey,     &showMenuBar,      &savedSearches,   &quickFindHotkey, &heicQuality,
-           &thumbSize,         &galleryLayout,    &gallerySort,     &groupByDay,    &inspectorWidth,
-           &captureDestination, &captureDelay,    &protectSensitive, &automationRules, &projects,
+      all_{&libraryRoot,     &sources,          &autoFile,        &runOCR,
+           &renameOnFile,    &captureHotkey,    &showMenuBar,     &savedSearches,
+           &quickFindHotkey, &heicQuality,      &thumbSize,       &galleryLayout,
+           &gallerySort,     &groupByDay,       &inspectorWidth,  &captureDestination,
+           &captureDelay,    &protectSensitive, &automationRules, &projects,
            &syncRoot} {
   // A value of the wrong type does not stay behind under the one key that may be missing.
   syncRoot.set(syncRoot());

@@ -16,8 +16,8 @@ namespace Nimbrel {
 /// Text is borrowed until the value is bound.
 using SqlValue = std::variant<std::monostate, std::string_view, std::int64_t, bool, double, Timestamp>;
 
-/// One statement from preparing to finalising. When it cannot be prepared the reason is logged, and it has no rows and no
-/// effect. One thread.
+/// One statement from preparing to finalising. When it cannot be prepared the reason is logged, and it has no rows and
+/// no effect. One thread.
 class Statement {
  public:
   /// `database` may be null, which is one way of failing to prepare. Values are bound to the parameters 1, 2, 3 …

@@ -28,8 +28,7 @@ Pattern::Pattern(std::shared_ptr<const Compiled> compiled) : compiled_(std::move
 std::optional<Pattern> Pattern::compile(std::u16string_view expression) {
   UErrorCode status = U_ZERO_ERROR;
   UParseError position;
-  std::unique_ptr<icu::RegexPattern> compiled(
-      icu::RegexPattern::compile(aliased(expression), 0, position, status));
+  std::unique_ptr<icu::RegexPattern> compiled(icu::RegexPattern::compile(aliased(expression), 0, position, status));
   if (U_FAILURE(status)) return std::nullopt;
   return Pattern(std::make_shared<const Compiled>(Compiled{std::move(compiled)}));
 }

@@ -14,8 +14,8 @@ namespace Nimbrel {
 /// The row id of a shot in the catalogue. An id may come again after the highest row was removed.
 using ShotID = std::int64_t;
 
-/// One catalogued image or recording, exactly as a row of the catalogue reads. A plain value: two records with one id and
-/// different notes are different values. All text is UTF-8, except that a file name may hold any bytes.
+/// One catalogued image or recording, exactly as a row of the catalogue reads. A plain value: two records with one id
+/// and different notes are different values. All text is UTF-8, except that a file name may hold any bytes.
 struct Shot {
   ShotID id = 0;                       ///< 0 until the shot was inserted
   std::string path;                    ///< absolute, unique in the catalogue

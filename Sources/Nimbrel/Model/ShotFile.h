@@ -20,8 +20,8 @@ namespace Nimbrel::ShotFile {
 /// Whether the name's extension, lower-cased, is one of them.
 [[nodiscard]] bool hasImageType(std::string_view path);
 
-/// The wanted path if nothing stands there, else the first free one of "name 2.ext" to "name 999.ext" beside it. When all
-/// are taken the wanted path comes back, and whoever moves a file there fails rather than overwrites.
+/// The wanted path if nothing stands there, else the first free one of "name 2.ext" to "name 999.ext" beside it. When
+/// all are taken the wanted path comes back, and whoever moves a file there fails rather than overwrites.
 [[nodiscard]] std::string uniqueURL(const std::string& path);
 
 /// When the file was made; `now` when that cannot be read.
@@ -36,8 +36,8 @@ namespace Nimbrel::ShotFile {
 /// What whoever took the screenshot called its kind; empty when nothing was said.
 [[nodiscard]] std::string captureType(const std::string& path);
 
-/// The first image of the file with its orientation applied, scaled down to at most `maxPixel` pixels on its longer side;
-/// null when the file cannot be read.
+/// The first image of the file with its orientation applied, scaled down to at most `maxPixel` pixels on its longer
+/// side; null when the file cannot be read.
 [[nodiscard]] QImage thumbnail(const std::string& path, int maxPixel);
 
 }  // namespace Nimbrel::ShotFile

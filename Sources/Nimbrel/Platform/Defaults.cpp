@@ -51,8 +51,7 @@ bool writeJson(QIODevice& device, const QSettings::SettingsMap& map) {
 }
 
 QSettings::Format jsonFormat() {
-  static const auto format =
-      QSettings::registerFormat(QStringLiteral("json"), readJson, writeJson, Qt::CaseSensitive);
+  static const auto format = QSettings::registerFormat(QStringLiteral("json"), readJson, writeJson, Qt::CaseSensitive);
   return format;
 }
 
@@ -62,7 +61,8 @@ QString suiteFile(const std::string& folder, const std::string& name) {
 
 }  // namespace
 
-Defaults::Defaults(const std::string& folder, const std::string& name) : settings_(suiteFile(folder, name), jsonFormat()) {}
+Defaults::Defaults(const std::string& folder, const std::string& name)
+    : settings_(suiteFile(folder, name), jsonFormat()) {}
 
 QJsonValue Defaults::value(const QString& key) const {
   return settings_.contains(key) ? settings_.value(key).toJsonValue() : QJsonValue(QJsonValue::Undefined);
@@ -90,9 +90,7 @@ void Defaults::makeFolder() const {
   QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-QJsonValue dataValue(const QByteArray& bytes) {
-  return QJsonObject{{dataKey, QString::fromLatin1(bytes.toBase64())}};
-}
+QJsonValue dataValue(const QByteArray& bytes) { return QJsonObject{{dataKey, QString::fromLatin1(bytes.toBase64())}}; }
 
 std::optional<QByteArray> dataFrom(const QJsonValue& value) {
   const auto object = value.toObject();

@@ -14,9 +14,9 @@ namespace Nimbrel {
 /// One suite of settings: a typed JSON object in a file that several processes share. A key that is missing can be told
 /// from one that is false, empty or of another type. Main thread only.
 ///
-/// Changes are on disk when the call returns, and processes that change different keys at the same moment lose neither. A
-/// file that is not a JSON object is copied aside, under its own name with ".damaged-" and a few digits behind it, and
-/// counts as empty. Nothing here fails visibly: what cannot be written is kept for the life of the process.
+/// Changes are on disk when the call returns, and processes that change different keys at the same moment lose neither.
+/// A file that is not a JSON object is copied aside, under its own name with ".damaged-" and a few digits behind it,
+/// and counts as empty. Nothing here fails visibly: what cannot be written is kept for the life of the process.
 class Defaults {
  public:
   /// The suite `name` in `folder`, which is made, for the user alone, with the first write.

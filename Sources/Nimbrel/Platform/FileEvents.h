@@ -28,14 +28,14 @@ class FileEvents {
 
   virtual ~FileEvents() = default;
 
-  /// Watches these folders from now on, in place of all former ones; an empty list ends the watching. `onChange` is called
-  /// on the main thread: at once for the first change after a quiet time, and at most every `latency` seconds while
-  /// changes go on. Hidden entries do not count. A folder that cannot be watched (it is missing, the system's limit
-  /// is reached, its file system sends no events) is logged once and looked at slowly instead, until it can be.
+  /// Watches these folders from now on, in place of all former ones; an empty list ends the watching. `onChange` is
+  /// called on the main thread: at once for the first change after a quiet time, and at most every `latency` seconds
+  /// while changes go on. Hidden entries do not count. A folder that cannot be watched (it is missing, the system's
+  /// limit is reached, its file system sends no events) is logged once and looked at slowly instead, until it can be.
   virtual void watch(std::vector<WatchedFolder> folders, Seconds latency, Callback onChange) = 0;
 
-  /// Announces a change that this process is about to make at `path`, so that it does not call back. The announcement is
-  /// used up by the change, and lapses after a few seconds if none comes.
+  /// Announces a change that this process is about to make at `path`, so that it does not call back. The announcement
+  /// is used up by the change, and lapses after a few seconds if none comes.
   virtual void expectOwnChange(const std::string& path) = 0;
 };
 

@@ -3,8 +3,8 @@
 /// The life of this process. Main thread only, where nothing else is said.
 namespace Nimbrel::Process {
 
-/// From now on an interrupt, a hang-up or a request to terminate ends the event loop of the running QCoreApplication with
-/// status 0, so that destructors run. Call once, after the application object was made.
+/// From now on an interrupt, a hang-up or a request to terminate ends the event loop of the running QCoreApplication
+/// with status 0, so that destructors run. Call once, after the application object was made.
 void quitOnSignals();
 
 /// Sends the log to standard error and to the system log, under the given program name, which must outlive the process.

@@ -10,8 +10,8 @@
 
 namespace Nimbrel {
 
-/// Gives shots their perceptual hash in the background, one picture at a time at low priority, newest first. Main thread;
-/// only the decoding runs elsewhere.
+/// Gives shots their perceptual hash in the background, one picture at a time at low priority, newest first. Main
+/// thread; only the decoding runs elsewhere.
 class HashQueue : public QObject {
   Q_OBJECT
  public:

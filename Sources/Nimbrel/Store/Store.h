@@ -84,8 +84,8 @@ class Store : public QObject {
   /// Starts hashing shots without a hash in the background, unless that is going on already.
   void startHashing();
   using HashLog = std::function<void(std::int64_t hash, const Shot& shot)>;
-  /// Hashes up to 5000 shots at once, the newest first, and returns how many got a hash. `log`, which may be empty, hears of
-  /// each. Blocks until done: for the headless pass.
+  /// Hashes up to 5000 shots at once, the newest first, and returns how many got a hash. `log`, which may be empty,
+  /// hears of each. Blocks until done: for the headless pass.
   std::size_t hashAllPending(const HashLog& log);
 
   // Sensitive data

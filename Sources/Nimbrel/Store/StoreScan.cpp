@@ -13,7 +13,8 @@ void Store::scan() {
   const Operation operation(*this);
   const auto indexed = database_->indexedPaths();
   const auto ignored = database_->ignoredPaths();
-  const auto listing = listFolders(settings_.sourceFolders(), FilePath::withoutTrailingSlashes(settings_.libraryRoot()));
+  const auto listing =
+      listFolders(settings_.sourceFolders(), FilePath::withoutTrailingSlashes(settings_.libraryRoot()));
   const auto plan = planScan(listing, indexed, ignored, shots_);
 
   const auto added = applyScan(plan);
