@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -63,8 +64,8 @@ QStringList wrapped(qreal limit, QStringView text, const TextStyle& style) {
 
 bool fontsAreInstalled() {
   const auto families = QFontDatabase::families();
-  return std::ranges::all_of(std::initializer_list{Face::sans, Face::mono, Face::serif},
-                             [&families](Face face) { return families.contains(family(face)); });
+  constexpr std::array faces{Face::sans, Face::mono, Face::serif};
+  return std::ranges::all_of(faces, [&families](Face face) { return families.contains(family(face)); });
 }
 
 Canvas::Canvas(QSize size, int scale)

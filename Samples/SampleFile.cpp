@@ -63,7 +63,7 @@ std::optional<Error> writePicture(const QString& path, const QImage& picture, co
   const auto bytes = encoded(picture);
   if (bytes.isEmpty()) return errorAt(path, u"the picture could not be encoded"_s);
   if (QFileInfo::exists(path) && !isSamplePicture(path)) return errorAt(path, u"a file that is no sample is there"_s);
-  if (const auto error = writeFile(path, bytes)) return error;
+  if (auto error = writeFile(path, bytes)) return error;
   const auto name = QFile::encodeName(path);
   if (!captureType.isEmpty()) {
     setAttribute(name, "user.kMDItemIsScreenCapture", "1");

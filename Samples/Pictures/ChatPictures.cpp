@@ -42,7 +42,7 @@ qreal drawMessage(Canvas& canvas, const QRectF& page, qreal top, const Message& 
   const auto width = canvas.paragraphWidth(limit, message.text, style) + 2 * padding;
   const auto height = canvas.paragraphHeight(limit, message.text, style, lineHeight) + 16;
   const auto left = own ? page.right() - 20 - width : page.left() + 62;
-  const auto clock = words(now.addSecs(-60 * message.minutesBefore), u"h:mm AP");
+  const auto clock = words(now.addSecs(-60LL * message.minutesBefore), u"h:mm AP");
   const auto heading = own ? clock : message.sender.toString() + u"   "_s + clock;
   canvas.textIn({left, top, own ? width : 400, 18}, heading, {.size = 11, .color = theme.muted},
                 own ? Qt::AlignRight : Qt::AlignLeft);

@@ -70,7 +70,7 @@ void drawFileList(Canvas& canvas, const Occasion& occasion) {
     row.translate(0, rowHeight);
     if (file.name.startsWith(u"proofs")) canvas.fill(row, theme.selection);
     drawIcon(canvas, {row.left() + 16, row.top() + 7}, file.kind == u"Folder", theme);
-    const auto changed = words(occasion.taken.addSecs(-60 * (17 + 1437 * file.daysBefore)), u"MMM d, HH:mm");
+    const auto changed = words(occasion.taken.addSecs(-60LL * (17 + 1437 * file.daysBefore)), u"MMM d, HH:mm");
     drawColumns(canvas, row, {file.name.toString(), file.size.toString(), file.kind.toString(), changed},
                 {.size = 13, .color = theme.text});
   }

@@ -71,7 +71,7 @@ void drawLetter(Canvas& canvas, const QRectF& page, const QDateTime& now, const 
   const QRectF line(inside.left() + 54, inside.top() + 38, inside.width() - 54, 20);
   canvas.textIn(line, u"Ines Calder <ines.calder@example.org>", {.size = 13, .color = theme.text});
   canvas.textIn(line.translated(0, 20),
-                u"to Mara Ellwood, "_s + words(now.addSecs(-4 * 3600), u"MMMM d, yyyy 'at' h:mm AP"),
+                u"to Mara Ellwood, "_s + words(now.addSecs(-4LL * 3600), u"MMMM d, yyyy 'at' h:mm AP"),
                 {.size = 12, .color = theme.muted});
   canvas.horizontal(inside.left(), inside.right(), inside.top() + 92, theme.line);
   const auto text = inside.adjusted(0, 108, 0, 0);

@@ -33,6 +33,17 @@ TEST(Background, WorkRunsElsewhereAndItsResultComesBackToTheThreadOfTheContext) 
   EXPECT_EQ(thenThread, QThread::currentThread());
 }
 
+TEST(Background, AResultComesInALaterTurnHoweverSoonTheWorkIsDone) {
+  QObject context;
+  QThreadPool pool;
+  for (int round = 0; round < 200; ++round) {
+    bool told = false;
+    inBackground(&context, pool, [] { return 1; }, [&](int) { told = true; });
+    EXPECT_FALSE(told);
+    ASSERT_TRUE(Testing::waitUntil([&] { return told; }));
+  }
+}
+
 TEST(Background, AResultWhoseContextIsGoneIsDropped) {
   auto context = std::make_unique<QObject>();
   QThreadPool pool;

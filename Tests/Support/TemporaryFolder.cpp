@@ -22,6 +22,8 @@ TemporaryFolder::~TemporaryFolder() {
       fs::permissions(entry->path(), fs::perms::owner_all, fs::perm_options::add, error);
     }
   }
+  // The library cannot remove names that are not UTF-8.
+  fs::remove_all(path_, error);
 }
 
 std::string TemporaryFolder::path(std::string_view name) const { return (fs::path(path_) / name).string(); }

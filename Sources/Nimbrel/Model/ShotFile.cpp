@@ -30,7 +30,8 @@ std::string uniqueURL(const std::string& path) {
   const std::string numbered = FilePath::join(folder, FilePath::baseName(path)) + " ";
   const std::string ending = extension.empty() ? std::string() : "." + std::string(extension);
   for (int number = 2; number <= lastNumberTried; ++number) {
-    auto candidate = numbered + std::to_string(number) + ending;
+    auto candidate = numbered + std::to_string(number);
+    candidate += ending;
     if (!FileSystem::isTaken(candidate)) return candidate;
   }
   return path;
