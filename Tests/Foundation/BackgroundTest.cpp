@@ -38,7 +38,8 @@ TEST(Background, AResultComesInALaterTurnHoweverSoonTheWorkIsDone) {
   QThreadPool pool;
   for (int round = 0; round < 200; ++round) {
     bool told = false;
-    inBackground(&context, pool, [] { return 1; }, [&](int) { told = true; });
+    inBackground(
+        &context, pool, [] { return 1; }, [&](int) { told = true; });
     EXPECT_FALSE(told);
     ASSERT_TRUE(Testing::waitUntil([&] { return told; }));
   }
