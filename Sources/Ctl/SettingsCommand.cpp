@@ -18,7 +18,7 @@ std::string plainText(const QJsonValue& value) {
 /// What was given as a value: JSON, or the text itself where the setting is text.
 QJsonValue givenValue(const std::string& text, bool settingIsText) {
   const auto list = QJsonDocument::fromJson(QByteArray::fromStdString("[" + text + "]")).array();
-  const auto json = list.size() == 1 ? list.first() : QJsonValue(QJsonValue::Undefined);
+  auto json = list.size() == 1 ? list.first() : QJsonValue(QJsonValue::Undefined);
   if (settingIsText && !json.isString() && !json.isNull()) return jsonString(text);
   return json;
 }
