@@ -1,6 +1,7 @@
 // The catalogue at 10,000 and 100,000 shots, each figure beside the bare work that it cannot do without.
 
 #include "Analysis/Perceptual.h"
+#include "Analysis/SecretKinds.h"
 #include "Analysis/Sensitive.h"
 #include "Catalogue/SearchQuery.h"
 #include "Catalogue/ShotRow.h"
@@ -176,14 +177,8 @@ Comparison groupsRow(int count, double target, int rounds) {
 
 /// The detector beside the rate of its expressions run in turn over every text.
 Comparison secretsRow() {
-  const std::vector<Pattern> patterns{
-      *Pattern::compile(
-          u"\\b(?:AKIA[0-9A-Z]{16}|sk-[A-Za-z0-9]{20,}|gh[pousr]_[A-Za-z0-9]{20,}|xox[baprs]-[A-Za-z0-9-]{10,})\\b"),
-      *Pattern::compile(u"\\beyJ[A-Za-z0-9_-]{8,}\\.[A-Za-z0-9_-]{8,}\\.[A-Za-z0-9_-]{4,}\\b"),
-      *Pattern::compile(u"(?i)\\bbearer\\s+[A-Za-z0-9._\\-]{16,}"),
-      *Pattern::compile(u"(?i)\\b(?:pass(?:word|phrase)?|secret|api[ _-]?key|token)\\b\\s*[:=]\\s*\\S{6,}"),
-      *Pattern::compile(u"\\b(?:\\d[ -]?){13,19}\\b"),
-      *Pattern::compile(u"\\b[A-Za-z0-9._%+-]+@[A-Za-z0-9.-]+\\.[A-Za-z]{2,}\\b")};
+  std::vector<Pattern> patterns;
+  for (const auto& kind : secretKinds) patterns.push_back(*Pattern::compile(kind.expression));
   std::vector<std::string> texts;
   for (int i = 0; i < 2000; ++i) texts.push_back(shotText(i));
   return compare(

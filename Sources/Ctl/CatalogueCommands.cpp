@@ -14,12 +14,6 @@ namespace {
 
 constexpr int usualTolerance = 6;
 
-QJsonArray textList(const std::vector<std::string>& texts) {
-  QJsonArray list;
-  for (const auto& text : texts) list.append(jsonString(text));
-  return list;
-}
-
 std::string lineOf(std::string_view title, const std::vector<std::string>& texts) {
   std::string line = std::string(title) + ":";
   for (const auto& text : texts) line += (&text == &texts.front() ? " " : ", ") + text;
@@ -82,9 +76,9 @@ Outcome runOverview(const CommandLine&, Session& session) {
       {QStringLiteral("shots"), static_cast<qint64>(shots)},
       {QStringLiteral("inboxCount"), static_cast<qint64>(store.inboxCount())},
       {QStringLiteral("sensitiveCount"), static_cast<qint64>(store.sensitiveCount())},
-      {QStringLiteral("tags"), textList(store.tags())},
-      {QStringLiteral("projects"), textList(store.settings().projects())},
-      {QStringLiteral("savedSearches"), textList(store.settings().savedSearches())},
+      {QStringLiteral("tags"), jsonList(store.tags())},
+      {QStringLiteral("projects"), jsonList(store.settings().projects())},
+      {QStringLiteral("savedSearches"), jsonList(store.settings().savedSearches())},
   };
   return Outcome::done(overview, "Shots: " + std::to_string(shots) + "\nInbox: " + std::to_string(store.inboxCount()) +
                                      "\nSensitive: " + std::to_string(store.sensitiveCount()) + "\n" +

@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <utility>
 
 namespace Nimbrel::Ctl {
@@ -28,6 +29,19 @@ std::string jsonText(const QJsonValue& value) {
 
 QString jsonString(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string printable(std::string_view text) {
+  std::string line(text);
+  std::ranges::replace_if(
+      line, [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
+  return line;
+}
+
+QJsonArray jsonList(const std::vector<std::string>& texts) {
+  QJsonArray list;
+  for (const auto& text : texts) list.append(jsonString(text));
+  return list;
 }
 
 }  // namespace Nimbrel::Ctl

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QJsonValue>
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Nimbrel::Ctl {
 
@@ -30,5 +32,10 @@ struct Outcome {
 
 /// UTF-8 as JSON takes it: bytes that are not valid become U+FFFD.
 [[nodiscard]] QString jsonString(std::string_view text);
+
+/// The text on one line and harmless to a terminal: a blank for each control character.
+[[nodiscard]] std::string printable(std::string_view text);
+
+[[nodiscard]] QJsonArray jsonList(const std::vector<std::string>& texts);
 
 }  // namespace Nimbrel::Ctl

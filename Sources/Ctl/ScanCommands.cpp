@@ -1,5 +1,6 @@
 #include "CommandTable.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -12,10 +13,18 @@ namespace fs = std::filesystem;
 
 namespace {
 
+/// The absolute path by which a file is known. Links stay as they are, as a scan sees them, unless the path leads back
+/// out of one.
+fs::path absolutePath(const fs::path& name, std::error_code& error) {
+  const auto path = fs::absolute(name, error);
+  if (error || std::ranges::find(path, fs::path("..")) == path.end()) return path.lexically_normal();
+  return fs::canonical(path.parent_path(), error) / path.filename();
+}
+
 /// The absolute path of a file that can be read.
 Result<std::string> readableFile(const std::string& name) {
   std::error_code error;
-  const auto path = fs::absolute(name, error).lexically_normal();
+  const auto path = absolutePath(name, error);
   if (error || !fs::is_regular_file(path, error)) return Error{"cannot read " + name + ": not a file"};
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
   if (!file) return Error{"cannot read " + name + ": " + std::generic_category().message(errno)};

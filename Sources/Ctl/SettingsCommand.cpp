@@ -15,15 +15,20 @@ std::string plainText(const QJsonValue& value) {
   return value.isString() ? value.toString().toStdString() : jsonText(value);
 }
 
-/// What was given as a value: JSON, or the text itself where the setting is text.
-QJsonValue givenValue(const std::string& text, bool settingIsText) {
+/// What was given as a value, read as JSON; undefined when it is none.
+QJsonValue jsonValue(const std::string& text) {
   const auto list = QJsonDocument::fromJson(QByteArray::fromStdString("[" + text + "]")).array();
-  auto json = list.size() == 1 ? list.first() : QJsonValue(QJsonValue::Undefined);
-  if (settingIsText && !json.isString() && !json.isNull()) return jsonString(text);
-  return json;
+  return list.size() == 1 ? list.first() : QJsonValue(QJsonValue::Undefined);
 }
 
-Outcome allSettings(const Settings& settings) {
+/// A value for a setting of text may also be given as it stands.
+AnyPreference::Assignment assign(AnyPreference& preference, const std::string& text) {
+  const auto assignment = preference.setFromJson(jsonValue(text));
+  const bool isPlainText = assignment == AnyPreference::Assignment::WrongType && preference.isText();
+  return isPlainText ? preference.setFromJson(jsonString(text)) : assignment;
+}
+
+Outcome allSettings(Settings& settings) {
   QJsonObject object;
   std::string text;
   for (const auto* preference : settings.all()) {
@@ -33,7 +38,7 @@ Outcome allSettings(const Settings& settings) {
   return Outcome::done(object, text);
 }
 
-AnyPreference* preferenceNamed(const Settings& settings, const std::string& key) {
+AnyPreference* preferenceNamed(Settings& settings, const std::string& key) {
   const auto found = std::ranges::find(settings.all(), jsonString(key), &AnyPreference::key);
   return found == settings.all().end() ? nullptr : *found;
 }
@@ -43,16 +48,20 @@ AnyPreference* preferenceNamed(const Settings& settings, const std::string& key)
 Outcome runSettings(const CommandLine& line, Session& session) {
   const auto store = session.store();
   if (!store) return Outcome::failed(store.error().message);
-  const auto& settings = store.value()->settings();
+  auto& settings = store.value()->settings();
   if (line.arguments.empty()) return allSettings(settings);
 
   auto* preference = preferenceNamed(settings, line.arguments.front());
   if (preference == nullptr) return Outcome::misused("unknown setting " + line.arguments.front());
   if (line.arguments.size() == 1) return Outcome::done(preference->toJson(), plainText(preference->toJson()) + "\n");
 
-  const auto value = givenValue(line.arguments[1], preference->isText());
-  if (!preference->setFromJson(value)) {
-    return Outcome::failed("not a value for " + line.arguments.front() + ": " + line.arguments[1]);
+  switch (assign(*preference, line.arguments[1])) {
+    case AnyPreference::Assignment::WrongType:
+      return Outcome::failed("not a value for " + line.arguments.front() + ": " + line.arguments[1]);
+    case AnyPreference::Assignment::NotStored:
+      return Outcome::failed("the settings cannot be written");
+    case AnyPreference::Assignment::Stored:
+      break;
   }
   return Outcome::changed(store.value()->status());
 }

@@ -15,12 +15,6 @@ namespace {
 
 constexpr std::string_view protectedName = "Sensitive screenshot";
 
-QJsonArray listOf(const std::vector<std::string>& texts) {
-  QJsonArray list;
-  for (const auto& text : texts) list.append(jsonString(text));
-  return list;
-}
-
 QJsonObject protectedRecord(const Shot& shot) {
   return {
       {QStringLiteral("id"), qint64{shot.id}},
@@ -65,12 +59,12 @@ QJsonObject shotRecord(const Store& store, const Shot& shot) {
       {QStringLiteral("ocr"), jsonString(shot.ocr)},
       {QStringLiteral("ocrDone"), shot.ocrDone},
       {QStringLiteral("note"), jsonString(shot.note)},
-      {QStringLiteral("tags"), listOf(shot.tags)},
+      {QStringLiteral("tags"), jsonList(shot.tags)},
       {QStringLiteral("favorite"), shot.favorite},
-      {QStringLiteral("sensitive"), listOf(shot.sensitive)},
+      {QStringLiteral("sensitive"), jsonList(shot.sensitive)},
       // JSON readers that keep numbers as doubles would lose bits of it.
       {QStringLiteral("phash"), QString::number(shot.phash)},
-      {QStringLiteral("barcodes"), listOf(shot.barcodes)},
+      {QStringLiteral("barcodes"), jsonList(shot.barcodes)},
       {QStringLiteral("bundleID"), jsonString(shot.bundleID)},
       {QStringLiteral("shownName"), jsonString(shot.shownName)},
       {QStringLiteral("appAttributionTrusted"), shot.appAttributionTrusted},
@@ -81,7 +75,8 @@ QJsonObject shotRecord(const Store& store, const Shot& shot) {
 std::string shotLine(const Store& store, const Shot& shot) {
   std::ostringstream line;
   line << std::setw(6) << shot.id << "  " << Formats::date(shot.date, u"yyyy-MM-dd HH:mm") << "  " << std::setw(8)
-       << Formats::byteCount(shot.bytes) << "  " << (store.isProtected(shot) ? protectedName : shot.name) << '\n';
+       << Formats::byteCount(shot.bytes) << "  " << printable(store.isProtected(shot) ? protectedName : shot.name)
+       << '\n';
   return line.str();
 }
 
@@ -92,7 +87,9 @@ std::string recordText(const QJsonObject& record) {
       text += recordText(member->toObject());
       continue;
     }
-    const auto value = member->isString() ? member->toString().toStdString() : jsonText(*member);
+    const bool isLongText = member.key() == QLatin1String("ocr") || member.key() == QLatin1String("note");
+    auto value = member->isString() ? member->toString().toStdString() : jsonText(*member);
+    if (!isLongText) value = printable(value);
     text += member.key().toStdString() + ": " + value + "\n";
   }
   return text;

@@ -18,9 +18,11 @@ constexpr std::string_view jsonOption = "--json";
 int print(const Outcome& outcome, bool asJson, const std::string& usageText) {
   if (outcome.status == Outcome::Done) {
     std::cout << (asJson ? jsonText(outcome.json) + "\n" : outcome.text) << std::flush;
-    return std::cout ? Outcome::Done : Outcome::Failed;
+    if (std::cout) return Outcome::Done;
+    std::cerr << "nimbrelctl: the output cannot be written\n";
+    return Outcome::Failed;
   }
-  std::cerr << "nimbrelctl: " << outcome.error << '\n';
+  std::cerr << "nimbrelctl: " << printable(outcome.error) << '\n';
   if (outcome.status == Outcome::Misused) std::cerr << usageText;
   return outcome.status;
 }
@@ -32,30 +34,38 @@ Outcome checkedRun(const Command& command, const CommandLine& line) {
   return command.run(line, session);
 }
 
+int printVersion() { return print(Outcome::done({}, "nimbrelctl " NIMBREL_VERSION "\n"), false, {}); }
+
 int run(const Command& command, std::span<const std::string_view> words) {
   auto options = command.options;
   options.insert(options.end(), {{helpOption, ""}, {versionOption, ""}, {jsonOption, ""}});
   const auto line = parseCommandLine(words, options);
   if (!line) return print(Outcome::misused(line.error().message), false, usage(command));
   if (line.value().has(helpOption)) return print(Outcome::done({}, usage(command)), false, {});
-  if (line.value().has(versionOption)) return print(Outcome::done({}, "nimbrelctl " NIMBREL_VERSION "\n"), false, {});
+  if (line.value().has(versionOption)) return printVersion();
   return print(checkedRun(command, line.value()), line.value().has(jsonOption), usage(command));
 }
 
-int run(std::span<const std::string_view> words) {
-  if (words.empty()) return print(Outcome::misused("which command?"), false, usage());
-  if (words.front() == helpOption) return print(Outcome::done({}, usage()), false, {});
-  if (words.front() == versionOption) return print(Outcome::done({}, "nimbrelctl " NIMBREL_VERSION "\n"), false, {});
-  // "nimbrelctl --json list" is as good as "nimbrelctl list --json".
+/// "nimbrelctl --json list" is as good as "nimbrelctl list --json".
+void moveJsonBehindCommand(std::vector<std::string_view>& words) {
   const auto name = std::ranges::find_if(words, [](std::string_view word) { return word != jsonOption; });
-  const auto command = name == words.end() ? commands().end() : std::ranges::find(commands(), *name, &Command::name);
-  if (command == commands().end()) {
-    const std::string given(name == words.end() ? words.front() : *name);
-    return print(Outcome::misused("unknown command " + given), false, usage());
+  if (name != words.begin() && name != words.end()) {
+    words.erase(words.begin(), name);
+    words.insert(words.begin() + 1, jsonOption);
   }
-  std::vector<std::string_view> rest(words.begin(), name);
-  rest.insert(rest.end(), name + 1, words.end());
-  return run(*command, rest);
+}
+
+int run(std::vector<std::string_view> words) {
+  if (!words.empty() && words.front() == "--") words.erase(words.begin());
+  moveJsonBehindCommand(words);
+  if (words.empty() || words.front() == jsonOption) return print(Outcome::misused("which command?"), false, usage());
+  if (words.front() == helpOption) return print(Outcome::done({}, usage()), false, {});
+  if (words.front() == versionOption) return printVersion();
+  const auto command = std::ranges::find(commands(), words.front(), &Command::name);
+  if (command == commands().end()) {
+    return print(Outcome::misused("unknown command " + std::string(words.front())), false, usage());
+  }
+  return run(*command, std::span(words).subspan(1));
 }
 
 }  // namespace
@@ -65,6 +75,5 @@ int run(std::span<const std::string_view> words) {
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   Nimbrel::Process::logToSystem("nimbrelctl");
-  const std::vector<std::string_view> words(argv + std::min(argc, 1), argv + argc);
-  return Nimbrel::Ctl::run(words);
+  return Nimbrel::Ctl::run({argv + std::min(argc, 1), argv + argc});
 }

@@ -82,6 +82,12 @@ TEST(Sensitive, AMegabyteOnOneLineComesToAnEnd) {
   EXPECT_TRUE(matchesIn(std::string(1U << 20, '7')).empty());
 }
 
+TEST(Sensitive, ThousandsOfFindingsTakeNoLongerThanTheirNumber) {
+  std::string text;
+  for (int i = 0; i < 50'000; ++i) text += "a@b.de ";
+  EXPECT_EQ(matchesIn(text).size(), 50'000U);
+}
+
 TEST(Sensitive, BytesThatAreNotUtf8DoNoHarm) {
   EXPECT_EQ(matchesIn("\xFF\xC3 ann@example.com \xE2\x82"), Strings{"ann@example.com"});
 }

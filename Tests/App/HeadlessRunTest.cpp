@@ -6,9 +6,6 @@
 
 #include <gmock/gmock.h>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <sstream>
 
 namespace Nimbrel {
@@ -17,6 +14,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 using Testing::runProgram;
+using Testing::setModificationTime;
 using ::testing::StartsWith;
 using Testing::StoreHome;
 using Testing::writePicture;
@@ -26,11 +24,6 @@ std::vector<std::string> linesOf(const std::string& text) {
   std::vector<std::string> lines;
   for (std::string line; std::getline(stream, line);) lines.push_back(line);
   return lines;
-}
-
-void setModificationDate(const std::string& path, time_t seconds) {
-  const timespec times[2] = {{seconds, 0}, {seconds, 0}};
-  ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
 }
 
 class HeadlessRunTest : public ::testing::Test {
@@ -52,10 +45,10 @@ TEST_F(HeadlessRunTest, AnEmptyCataloguePrintsTwoLinesWithZeros) {
 TEST_F(HeadlessRunTest, ListsTheNewestTwentyInTheExactForm) {
   for (int i = 0; i < 25; ++i) {
     const auto path = home_.addFile(home_.desktop("Screenshot " + std::to_string(i) + ".png"));
-    setModificationDate(path, 1'700'000'000 + i * 3600);
+    setModificationTime(path, 1'700'000'000 + i * 3600);
   }
   home_.addFile(home_.library("filed.png"));
-  setModificationDate(home_.library("filed.png"), 1'600'000'000);
+  setModificationTime(home_.library("filed.png"), 1'600'000'000);
   const auto lines = linesOf(run({QStringLiteral("--scan")}).output);
   ASSERT_EQ(lines.size(), 22U);
   EXPECT_EQ(lines[0], "26 shots indexed, 25 waiting in the Inbox");
@@ -66,7 +59,7 @@ TEST_F(HeadlessRunTest, ListsTheNewestTwentyInTheExactForm) {
 
 TEST_F(HeadlessRunTest, AnApplicationStandsInBrackets) {
   const auto path = home_.addFile(home_.desktop("Screenshot 1.png"));
-  setModificationDate(path, 1'700'000'000);
+  setModificationTime(path, 1'700'000'000);
   {
     const auto store = home_.open(ProcessRole::tool);
     store->importFiles({path});

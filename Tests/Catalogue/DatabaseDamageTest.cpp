@@ -17,6 +17,7 @@ using Testing::contentOf;
 using ::testing::Each;
 using ::testing::IsEmpty;
 using Testing::LogRecorder;
+using ::testing::MatchesRegex;
 using ::testing::Not;
 using ::testing::StartsWith;
 using Testing::TemporaryFolder;
@@ -70,8 +71,9 @@ TEST_F(DatabaseDamageTest, AFileCutShortIsReadAsFarAsItGoes) {
   }
   std::filesystem::resize_file(file_, std::filesystem::file_size(file_) / 2);
   const auto database = Database::open(file_).value();
-  EXPECT_LE(database->allShots({}).size(), 300U);
-  EXPECT_LE(database->indexedPaths().size(), 300U);
+  for (const auto& shot : database->allShots({})) EXPECT_THAT(shot->path, MatchesRegex("/s/[0-9]+\\.png"));
+  static_cast<void>(database->insert(found("/s/new.png")));
+  static_cast<void>(database->searchIDs("png"));
 }
 
 TEST_F(DatabaseDamageTest, AWriteThatMeetsALockIsLostWithoutAWordAndReadsGoOn) {

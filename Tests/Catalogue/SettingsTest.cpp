@@ -95,7 +95,7 @@ TEST_F(SettingsTest, AValueOfTheWrongTypeReadsAsItsDefault) {
     TemporaryFolder empty;
     Defaults suite(empty.path(), "suite");
     QJsonObject values;
-    const Settings fresh(suite, folders_, tool_);
+    Settings fresh(suite, folders_, tool_);
     for (const auto* preference : fresh.all()) values.insert(preference->key(), preference->toJson());
     return values;
   }();
@@ -267,6 +267,29 @@ TEST_F(SettingsTest, AChangeOfSourcesReachesTheOtherProcessAndAsksToWatch) {
   EXPECT_THAT(companion->sources(), ElementsAre("/new"));
 }
 
+TEST_F(SettingsTest, AChangeOfTheSystemsFolderIsFollowedWhereNoSourcesAreSet) {
+  const auto companion = load();
+  Defaults(folders_.preferences, "com.apple.screencapture").set(text("location"), text("/shots"));
+  EXPECT_TRUE(companion->refreshFromDisk().watch);
+  EXPECT_THAT(companion->sources(), ElementsAre("/shots"));
+  EXPECT_EQ(stored("sources"), QJsonValue(QJsonArray{text("/shots")}));
+}
+
+TEST_F(SettingsTest, AFolderThatIsNoAbsolutePathLiesBelowHome) {
+  const auto settings = load();
+  settings->sources.set({"Shots", ""});
+  settings->libraryRoot.set("Library/");
+  EXPECT_THAT(settings->sourceFolders(), ElementsAre(folder_.path("home/Shots")));
+  EXPECT_EQ(settings->libraryFolder(), folder_.path("home/Library"));
+  settings->libraryRoot.set("");
+  EXPECT_EQ(settings->libraryFolder(), folder_.path("home/Pictures/Nimbrel"));
+}
+
+TEST_F(SettingsTest, AnEmptySyncFolderIsAbsent) {
+  store("syncRoot", text(""));
+  EXPECT_FALSE(load()->syncRoot());
+}
+
 TEST_F(SettingsTest, AChangeOfTheLibraryAsksToWatch) {
   const auto companion = load();
   loadInOtherProcess()->libraryRoot.set("/new");
@@ -345,9 +368,11 @@ TEST_F(SettingsTest, ChangesAreToldOnceAndAPollWithoutChangeTellsNothing) {
 TEST_F(SettingsTest, APollWithoutChangeWritesNothing) {
   const auto settings = load();
   settings->autoFile.set(true);
-  const auto before = std::filesystem::last_write_time(folder_.path("config/suite.json"));
+  const auto file = folder_.path("config/suite.json");
+  std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) - std::chrono::hours(1));
+  const auto before = std::filesystem::last_write_time(file);
   settings->refreshFromDisk();
-  EXPECT_EQ(std::filesystem::last_write_time(folder_.path("config/suite.json")), before);
+  EXPECT_EQ(std::filesystem::last_write_time(file), before);
 }
 
 TEST_F(SettingsTest, AFileCutInHalfGivesTheDefaultsAndIsKeptAside) {

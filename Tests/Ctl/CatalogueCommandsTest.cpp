@@ -8,6 +8,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <filesystem>
+
 namespace Nimbrel {
 namespace {
 
@@ -36,6 +38,7 @@ class CtlTest : public ::testing::Test {
   }
   ShotID importPicture(const std::string& name, int seed) {
     writePicture(home_.path(name), 120, 80, seed);
+    Testing::setModificationTime(home_.path(name), 1'700'000'000);
     const auto store = home_.open(ProcessRole::tool);
     store->importFiles({home_.path(name)});
     return Testing::shotNamed(*store, name)->id;
@@ -49,6 +52,12 @@ TEST_F(CtlTest, HelpAndVersionWorkEverywhere) {
   EXPECT_THAT(ctl({text("show"), text("--help")}).output, StartsWith("usage: nimbrelctl show"));
   EXPECT_THAT(ctl({text("--version")}).output, StartsWith("nimbrelctl "));
   EXPECT_EQ(ctl({text("scan"), text("--version")}).status, 0);
+}
+
+TEST_F(CtlTest, JsonMayStandBeforeTheCommand) {
+  EXPECT_EQ(ctl({text("--json"), text("list")}).output, "[]\n");
+  EXPECT_EQ(ctl({text("--json"), text("--help")}).status, 0);
+  EXPECT_EQ(ctl({text("--json")}).status, 2);
 }
 
 TEST_F(CtlTest, WrongUsageIsToldWithTheUsage) {
@@ -88,6 +97,23 @@ TEST_F(CtlTest, AFileThatCannotBeReadFailsTheImport) {
   EXPECT_TRUE(json({text("list")}).array().isEmpty());
 }
 
+TEST_F(CtlTest, ImportFollowsAPathThatLeadsBackOutOfALink) {
+  writePicture(home_.path("a/pic.png"));
+  home_.folder().makeFolder("a/b");
+  home_.folder().makeFolder("c");
+  std::filesystem::create_directory_symlink(home_.path("a/b"), home_.path("c/link"));
+  EXPECT_EQ(ctl({text("import"), text("c/link/../pic.png")}).output, "Imported 1\n");
+}
+
+TEST_F(CtlTest, ANameWithALineFeedTakesOneLine) {
+  home_.addFile(home_.desktop("Screenshot a\nb\x1B[2J.png"));
+  EXPECT_EQ(ctl({text("scan")}).output, "Added 1 shot\n");
+  const auto table = ctl({text("list")}).output;
+  EXPECT_EQ(std::ranges::count(table, '\n'), 1) << table;
+  EXPECT_EQ(table.find('\x1B'), std::string::npos);
+  EXPECT_EQ(std::ranges::count(ctl({text("import"), text("a\nb.png")}).errors, '\n'), 1);
+}
+
 TEST_F(CtlTest, ShowGivesTheWholeRecordAndWhatDerivesFromIt) {
   const auto id = importPicture("a.png", 1);
   home_.open(ProcessRole::tool)->database().setOCR(id, "Title line\nmore", {});
@@ -105,7 +131,7 @@ TEST_F(CtlTest, ShowGivesTheWholeRecordAndWhatDerivesFromIt) {
   EXPECT_EQ(derived.value(text("pixels")), QJsonValue(text("120 × 80")));
   EXPECT_EQ(derived.value(text("captureTypeLabel")), QJsonValue(text("Image")));
   EXPECT_EQ(derived.value(text("protected")), QJsonValue(false));
-  EXPECT_EQ(derived.value(text("day")), QJsonValue(text("Today")));
+  EXPECT_EQ(derived.value(text("day")), QJsonValue(text("Nov 14, 2023")));
 }
 
 TEST_F(CtlTest, AProtectedShotGivesNothingAway) {

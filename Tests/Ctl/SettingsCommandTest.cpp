@@ -69,12 +69,19 @@ TEST_F(SettingsCommandTest, AValueOfTheWrongTypeFailsAndChangesNothing) {
                                                                                    {"sources", "/a"},
                                                                                    {"gallerySort", "random"},
                                                                                    {"automationRules", "[{}]"},
-                                                                                   {"libraryRoot", "null"}}) {
+                                                                                   {"thumbSize", "null"}}) {
     const auto output = settings({key, value});
     EXPECT_EQ(output.status, 1) << key << " " << value;
     EXPECT_EQ(output.errors, "nimbrelctl: not a value for " + key + ": " + value + "\n");
   }
   EXPECT_EQ(settings({"autoFile"}).output, "false\n");
+}
+
+TEST_F(SettingsCommandTest, AValueThatCannotBeWrittenFails) {
+  home_.folder().makeFolder(".config/Nimbrel/com.halderquist.nimbrel.json");
+  const auto output = settings({"autoFile", "true"});
+  EXPECT_EQ(output.status, 1);
+  EXPECT_NE(output.errors.find("nimbrelctl: the settings cannot be written\n"), std::string::npos) << output.errors;
 }
 
 TEST_F(SettingsCommandTest, AnUnknownSettingIsWrongUsage) { EXPECT_EQ(settings({"nonsense"}).status, 2); }

@@ -74,7 +74,8 @@ TEST(ByteCount, LargerUnitsHaveMoreDigits) {
 
 TEST(ByteCount, WhatRoundsUpToTheNextUnitIsShownInIt) { EXPECT_EQ(byteCount(999'999), "1 MB"); }
 
-TEST(ByteCount, TheLargestNumberHasAUnitToo) {
+TEST(ByteCount, TheLargestAndTheSmallestNumberHaveAUnitToo) {
+  EXPECT_EQ(byteCount(std::numeric_limits<std::int64_t>::min()), "-9.22 EB");
   EXPECT_EQ(byteCount(std::numeric_limits<std::int64_t>::max()), "9.22 EB");
 }
 

@@ -24,6 +24,12 @@ TEST(Pattern, ACatastrophicInputEndsWithoutAMatch) {
   EXPECT_TRUE(pattern->matches(std::u16string(60, u'a') + u"b").empty());
 }
 
+TEST(Pattern, LinesAfterACatastrophicOneAreSearchedAllTheSame) {
+  const auto pattern = Pattern::compile(u"(?:a+)+b|needle");
+  const std::u16string text = u"needle\n" + std::u16string(60, u'a') + u"\nneedle";
+  EXPECT_EQ(pattern->matches(text), (Ranges{{0, 6}, {68, 6}}));
+}
+
 TEST(Pattern, LoneSurrogatesAreMatchedAround) {
   const auto pattern = Pattern::compile(u"a");
   const std::u16string text{u'a', char16_t{0xD800}, u'a'};

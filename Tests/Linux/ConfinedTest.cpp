@@ -48,7 +48,7 @@ auto saysOf(const std::string& folder, const std::string& reason) {
 
 class InotifyLimit : public Testing::FileEventsFixture {
  protected:
-  InotifyLimit() { pause_ = std::chrono::milliseconds(150); }
+  InotifyLimit() { pause_ = std::chrono::milliseconds(400); }
 
   void makeLibrary(int folders) const {
     for (int folder = 0; folder < folders; ++folder) folder_.makeFolder("library/" + std::to_string(folder) + "/below");

@@ -27,7 +27,7 @@ auto saysOf(const std::string& folder, const std::string& reason) {
 /// Folders that cannot be watched, for one reason or another.
 class InotifySlowLook : public Testing::FileEventsFixture {
  protected:
-  InotifySlowLook() { pause_ = std::chrono::milliseconds(150); }
+  InotifySlowLook() { pause_ = std::chrono::milliseconds(400); }
 
   /// From now on folders called "remote" send no events.
   void beginWithRemoteFolders() {

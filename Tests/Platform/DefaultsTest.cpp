@@ -133,8 +133,10 @@ TEST_F(DefaultsTest, AnEmptyFileHasNothingToKeep) {
 TEST_F(DefaultsTest, WhatCannotBeWrittenIsKeptForTheLifeOfTheProcess) {
   folder_.write("Nimbrel", "a file where the folder should be");
   Defaults defaults(folder_.path("Nimbrel"), "suite");
-  defaults.set(key, 7);
+  EXPECT_FALSE(defaults.set(key, 7));
   EXPECT_EQ(defaults.value(key).toInt(), 7);
+  ASSERT_FALSE(log_.lines().empty());
+  EXPECT_THAT(log_.lines().back(), HasSubstr("cannot be written"));
   EXPECT_EQ(contentOf(folder_.path("Nimbrel")), "a file where the folder should be");
 }
 

@@ -45,6 +45,11 @@ TEST_F(ImportTest, OtherFilesAreSkipped) {
   EXPECT_THAT(store_->shots(), IsEmpty());
 }
 
+TEST_F(ImportTest, AFolderWithAnImagesNameIsSkipped) {
+  store_->importFiles({home_.folder().makeFolder("folder.png")});
+  EXPECT_THAT(store_->shots(), IsEmpty());
+}
+
 TEST_F(ImportTest, AnIndexedPathIsUnignoredButNotCounted) {
   const auto path = home_.addFile(home_.path("a.png"));
   store_->importFiles({path});

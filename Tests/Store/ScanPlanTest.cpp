@@ -85,10 +85,15 @@ TEST(PlanScan, FindsWhatIsNeitherIndexedNorIgnored) {
 
 TEST(PlanScan, ShotsThatTheWalkDidNotSeeMayBeGone) {
   const DiskListing listing{.sourceFiles = {"/s/here.png"}, .libraryFiles = {"/l/here.png"}};
-  const auto plan =
-      planScan(listing, {"/s/here.png"}, {}, {shotAt("/s/here.png"), shotAt("/gone.png"), shotAt("/l/here.png")});
+  const auto plan = planScan(listing, {"/s/here.png", "/gone.png", "/l/here.png"}, {},
+                             {shotAt("/s/here.png"), shotAt("/gone.png"), shotAt("/l/here.png")});
   ASSERT_EQ(plan.unseen.size(), 1U);
   EXPECT_EQ(plan.unseen[0]->path, "/gone.png");
+}
+
+TEST(PlanScan, AShotThatAnotherProcessHasJustMovedIsNotGone) {
+  const DiskListing listing{.sourceFiles = {}, .libraryFiles = {"/l/moved.png"}};
+  EXPECT_THAT(planScan(listing, {"/l/moved.png"}, {}, {shotAt("/s/moved.png")}).unseen, IsEmpty());
 }
 
 TEST(PlanScan, AFileReachedByTwoRoutesStandsInBothLists) {

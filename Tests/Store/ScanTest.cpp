@@ -7,9 +7,6 @@
 
 #include <QSignalSpy>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <filesystem>
 
 namespace Nimbrel {
@@ -44,8 +41,7 @@ TEST_F(ScanTest, ScreenshotsOfTheSourcesWaitAndImagesOfTheLibraryAreFiled) {
 TEST_F(ScanTest, ARecordHoldsTheFactsOfItsFile) {
   const auto path = home_.desktop("Screenshot 1.png");
   Testing::writePicture(path, 120, 80);
-  const timespec taken[2] = {{1'700'000'000, 0}, {1'700'000'000, 0}};
-  ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), taken, 0), 0);
+  Testing::setModificationTime(path, 1'700'000'000);
   const auto store = home_.open(ProcessRole::headless);
   const auto shot = shotNamed(*store, "Screenshot 1.png");
   EXPECT_EQ(shot->path, path);

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -39,6 +43,13 @@ std::string TemporaryFolder::write(std::string_view name, std::string_view conte
   fs::create_directories(fs::path(file).parent_path());
   std::ofstream(file, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
   return file;
+}
+
+void setModificationTime(const std::string& path, double seconds) {
+  const auto whole = std::floor(seconds);
+  const timespec moment{static_cast<time_t>(whole), static_cast<long>((seconds - whole) * 1e9)};
+  const timespec times[2] = {moment, moment};
+  EXPECT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0) << path;
 }
 
 std::string contentOf(const std::string& path) {

@@ -29,6 +29,9 @@ class TemporaryFolder {
   std::string path_;
 };
 
+/// Sets when a file was last changed, in seconds since 1970; fails the test when that does not work.
+void setModificationTime(const std::string& path, double seconds);
+
 /// The bytes of a file; fails the test when it cannot be read.
 [[nodiscard]] std::string contentOf(const std::string& path);
 

@@ -98,6 +98,11 @@ bool isTaken(const std::string& path) {
   return !provesAbsence(read(path, AT_SYMLINK_NOFOLLOW, STATX_TYPE, facts));
 }
 
+bool isOtherThanFile(const std::string& path) {
+  Facts facts;
+  return read(path, 0, STATX_TYPE, facts) == 0 && !S_ISREG(facts.stx_mode);
+}
+
 std::optional<Timestamp> creationDate(const std::string& path) {
   Facts facts{};
   if (read(path, 0, STATX_BTIME | STATX_MTIME, facts) != 0) return std::nullopt;

@@ -37,12 +37,7 @@ void FolderPoller::look(int key, Polled& polled) {
   auto work = [folder = polled.folder, sendsNoEvents = sendsNoEvents_, cancelled = cancelled_] {
     return lookAt(folder, sendsNoEvents, *cancelled);
   };
-  // A look that is over by the time its end is waited for is answered from within this call. The report is to come
-  // later in that case too, since it may add and remove folders.
-  inBackground(&timer_, pool_, std::move(work), [this, key](const FolderLook& look) {
-    QMetaObject::invokeMethod(
-        &timer_, [this, key, look] { finish(key, look); }, Qt::QueuedConnection);
-  });
+  inBackground(&timer_, pool_, std::move(work), [this, key](const FolderLook& look) { finish(key, look); });
 }
 
 void FolderPoller::finish(int key, const FolderLook& look) {

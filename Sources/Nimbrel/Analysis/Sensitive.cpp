@@ -1,6 +1,6 @@
 #include "Analysis/Sensitive.h"
 
-#include "Analysis/SensitivePrefilter.h"
+#include "Analysis/SecretKinds.h"
 #include "Foundation/Pattern.h"
 #include "Foundation/Text.h"
 #include "Foundation/Utf8.h"
@@ -8,43 +8,20 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
-#include <array>
 
 namespace Nimbrel::Sensitive {
 
 namespace {
 
-struct Secret {
-  std::string_view label;
-  std::u16string_view expression;
-  bool (*mayMatch)(std::string_view text);
-};
-
-constexpr std::string_view cardLabel = "Card";
-
-// In this order: what an earlier expression has found, a later one does not find again.
-constexpr std::array<Secret, 6> secrets{{
-    {"API key",
-     uR"(\b(?:AKIA[0-9A-Z]{16}|sk-[A-Za-z0-9]{20,}|gh[pousr]_[A-Za-z0-9]{20,}|xox[baprs]-[A-Za-z0-9-]{10,})\b)",
-     SensitivePrefilter::mayHoldAPIKey},
-    {"Token", uR"(\beyJ[A-Za-z0-9_-]{8,}\.[A-Za-z0-9_-]{8,}\.[A-Za-z0-9_-]{4,}\b)",
-     SensitivePrefilter::mayHoldWebToken},
-    {"Token", uR"((?i)\bbearer\s+[A-Za-z0-9._\-]{16,})", SensitivePrefilter::mayHoldBearerToken},
-    {"Password", uR"((?i)\b(?:pass(?:word|phrase)?|secret|api[ _-]?key|token)\b\s*[:=]\s*\S{6,})",
-     SensitivePrefilter::mayHoldPassword},
-    {cardLabel, uR"(\b(?:\d[ -]?){13,19}\b)", SensitivePrefilter::mayHoldCard},
-    {"Email", uR"(\b[A-Za-z0-9._%+-]+@[A-Za-z0-9.-]+\.[A-Za-z]{2,}\b)", SensitivePrefilter::mayHoldEmail},
-}};
-
 struct Detector {
-  Secret secret;
+  SecretKind secret;
   Pattern pattern;
 };
 
 const std::vector<Detector>& detectors() {
   static const std::vector<Detector> compiled = [] {
     std::vector<Detector> valid;
-    for (const auto& secret : secrets) {
+    for (const auto& secret : secretKinds) {
       if (auto pattern = Pattern::compile(secret.expression)) valid.push_back({secret, std::move(*pattern)});
     }
     return valid;
@@ -75,20 +52,38 @@ struct Finding {
   std::string text;
 };
 
+/// Ranges that share no character with one another, in order.
+class Claims {
+ public:
+  [[nodiscard]] bool intersect(const TextRange& range) const {
+    const auto next = std::ranges::upper_bound(ranges_, range.start, {}, &TextRange::end);
+    return next != ranges_.end() && next->intersects(range);
+  }
+  void add(const std::vector<TextRange>& ranges) {
+    ranges_.insert(ranges_.end(), ranges.begin(), ranges.end());
+    std::ranges::sort(ranges_, {}, &TextRange::start);
+  }
+
+ private:
+  std::vector<TextRange> ranges_;
+};
+
 std::vector<Finding> scan(std::string_view text) {
   std::vector<Finding> findings;
-  std::vector<TextRange> accepted;
+  Claims claims;
   std::u16string characters;
   for (const auto& [secret, pattern] : detectors()) {
     if (!secret.mayMatch(text)) continue;
     if (characters.empty()) characters = Text::toUtf16(text);
+    // Matches of one expression never overlap, so only those of earlier ones stand in the way.
+    std::vector<TextRange> accepted;
     for (const auto& range : pattern.matches(characters)) {
       auto matched = Text::toUtf8(std::u16string_view(characters).substr(range.start, range.length));
-      if (secret.label == cardLabel && !isCard(matched)) continue;
-      if (std::ranges::any_of(accepted, [&](const TextRange& other) { return other.intersects(range); })) continue;
+      if ((secret.isCard && !isCard(matched)) || claims.intersect(range)) continue;
       accepted.push_back(range);
       findings.push_back({secret.label, std::move(matched)});
     }
+    claims.add(accepted);
   }
   return findings;
 }

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -21,16 +22,11 @@ namespace {
 
 using Arguments = std::vector<std::string_view>;
 
-Timestamp systemTime() { return std::chrono::time_point_cast<Seconds>(std::chrono::system_clock::now()); }
-
-Result<std::unique_ptr<Store>> openStore(ProcessRole role) {
-  const auto folders = UserFolders::ofCurrentUser();
-  if (!folders) return Error{"The account has no home folder to keep the catalogue in"};
-  return Store::open({.role = role,
-                      .folders = *folders,
-                      .clock = systemTime,
-                      .services = makeServices(),
-                      .defaults = AppIdentity::openDefaults(folders->preferences)});
+/// The headless pass looks once, and would only take watches away from the companion.
+Services servicesFor(ProcessRole role) {
+  auto services = makeServices();
+  if (role == ProcessRole::headless) services.fileEvents = std::make_unique<NullFileEvents>();
+  return services;
 }
 
 Verbosity verbosityOf(const Arguments& arguments) {
@@ -48,14 +44,14 @@ int runNimbrel(int argc, char** argv) {
   const auto role = processRole(identity, arguments);
   if (role != ProcessRole::headless) Process::quitOnSignals();
 
-  auto store = openStore(role);
+  auto store = Store::openForCurrentUser(role, servicesFor(role));
   if (!store) {
     std::fprintf(stderr, "nimbrel: %s\n", store.error().message.c_str());
     return EXIT_FAILURE;
   }
   if (role == ProcessRole::headless) {
     finishHeadlessRun(*store.value(), verbosityOf(arguments), std::cout);
-    return EXIT_SUCCESS;
+    return std::cout.flush() ? EXIT_SUCCESS : EXIT_FAILURE;
   }
   return QCoreApplication::exec();
 }

@@ -94,7 +94,7 @@ class Database {
    private:
     Database& database_;
   };
-  /// Waits until all commits so far are on the disk.
+  /// Waits until the commits so far are on the disk, as far as no other process stands in the way at this moment.
   void waitForDisk();
 
   // Following other processes

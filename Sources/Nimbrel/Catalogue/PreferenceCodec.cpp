@@ -66,7 +66,8 @@ using OptionalText = PreferenceCodec<std::optional<std::string>>;
 
 std::optional<OptionalText::Value> OptionalText::decode(const QJsonValue& stored) {
   if (!stored.isString()) return std::nullopt;
-  return Value(stored.toString().toStdString());
+  const auto text = stored.toString();
+  return text.isEmpty() ? Value() : Value(text.toStdString());
 }
 
 QJsonValue OptionalText::encode(const Value& value) {

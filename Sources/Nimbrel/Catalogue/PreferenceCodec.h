@@ -67,7 +67,7 @@ struct PreferenceCodec<std::vector<std::string>> {
   static QJsonValue encode(const std::vector<std::string>& value);
 };
 
-/// A text that may be absent: a missing key in the suite, null for scripts.
+/// A text that may be absent: a missing key in the suite, null for scripts. An empty one is absent too.
 template <>
 struct PreferenceCodec<std::optional<std::string>> {
   using Value = std::optional<std::string>;

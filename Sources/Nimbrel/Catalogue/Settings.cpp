@@ -10,13 +10,10 @@ namespace Nimbrel {
 
 namespace {
 
+constexpr std::string_view libraryBelowHome = "Pictures/Nimbrel";
 constexpr const char* systemScreenshotSuite = "com.apple.screencapture";
 
-double heldInInspectorRange(double width) { return std::clamp(width, 240.0, 460.0); }
-
 bool isCaptureDelay(const int& seconds) { return seconds == 0 || seconds == 3 || seconds == 10; }
-
-int validCaptureDelay(int seconds) { return isCaptureDelay(seconds) ? seconds : 0; }
 
 std::optional<std::string> systemScreenshotLocation(const UserFolders& folders, const ScreenshotTool& screenshotTool) {
   const Defaults suite(folders.preferences, systemScreenshotSuite);
@@ -26,55 +23,40 @@ std::optional<std::string> systemScreenshotLocation(const UserFolders& folders, 
 
 }  // namespace
 
-#define NIMBREL_PREFERENCE(field, ...) \
-  field(                               \
-      defaults, QStringLiteral(#field), [this](const QString& key) { Q_EMIT changed(key); }, __VA_ARGS__)
-
 Settings::Settings(Defaults& defaults, const UserFolders& folders, const ScreenshotTool& screenshotTool,
                    QObject* parent)
     : QObject(parent),
-      NIMBREL_PREFERENCE(libraryRoot, FilePath::join(folders.home, "Pictures/Nimbrel")),
-      NIMBREL_PREFERENCE(sources, {systemScreenshotFolder(folders, screenshotTool)}),
-      NIMBREL_PREFERENCE(autoFile, false),
-      NIMBREL_PREFERENCE(runOCR, true),
-      NIMBREL_PREFERENCE(renameOnFile, true),
-      NIMBREL_PREFERENCE(captureHotkey, false),
-      NIMBREL_PREFERENCE(showMenuBar, true),
-      NIMBREL_PREFERENCE(savedSearches, {}),
-      NIMBREL_PREFERENCE(quickFindHotkey, false),
-      NIMBREL_PREFERENCE(heicQuality, 0.9),
-      NIMBREL_PREFERENCE(thumbSize, 190.0),
-      NIMBREL_PREFERENCE(galleryLayout, GalleryLayout::grid),
-      NIMBREL_PREFERENCE(gallerySort, GallerySort::newest),
-      NIMBREL_PREFERENCE(groupByDay, true),
-      NIMBREL_PREFERENCE(inspectorWidth, 300.0, heldInInspectorRange),
-      NIMBREL_PREFERENCE(captureDestination, CaptureDestination::inbox),
-      NIMBREL_PREFERENCE(captureDelay, 0, validCaptureDelay),
-      NIMBREL_PREFERENCE(protectSensitive, true),
-      NIMBREL_PREFERENCE(automationRules, {}),
-      NIMBREL_PREFERENCE(projects, {}),
-      NIMBREL_PREFERENCE(syncRoot, std::nullopt),
-      defaults_(defaults),
-      all_{&libraryRoot,     &sources,          &autoFile,        &runOCR,
-           &renameOnFile,    &captureHotkey,    &showMenuBar,     &savedSearches,
-           &quickFindHotkey, &heicQuality,      &thumbSize,       &galleryLayout,
-           &gallerySort,     &groupByDay,       &inspectorWidth,  &captureDestination,
-           &captureDelay,    &protectSensitive, &automationRules, &projects,
-           &syncRoot} {
+      group_{defaults, [this](const QString& key) { Q_EMIT changed(key); }},
+      home_(folders.home),
+      libraryRoot(group_, u"libraryRoot", FilePath::join(folders.home, libraryBelowHome)),
+      sources(group_, u"sources",
+              [folders, &screenshotTool] { return std::vector{systemScreenshotFolder(folders, screenshotTool)}; }) {
   // A value of the wrong type does not stay behind under the one key that may be missing.
   syncRoot.set(syncRoot());
 }
 
-#undef NIMBREL_PREFERENCE
+double Settings::heldInInspectorRange(double width) { return std::clamp(width, 240.0, 460.0); }
+
+int Settings::validCaptureDelay(int seconds) { return isCaptureDelay(seconds) ? seconds : 0; }
 
 std::vector<std::string> Settings::sourceFolders() const {
   std::vector<std::string> folders;
-  for (const auto& source : sources()) folders.push_back(FilePath::withoutTrailingSlashes(source));
+  for (const auto& source : sources()) {
+    if (!source.empty()) folders.push_back(absolute(source));
+  }
   return folders;
 }
 
+std::string Settings::libraryFolder() const {
+  return absolute(libraryRoot().empty() ? std::string(libraryBelowHome) : libraryRoot());
+}
+
+std::string Settings::absolute(const std::string& path) const {
+  return FilePath::withoutTrailingSlashes(path.starts_with('/') ? path : FilePath::join(home_, path));
+}
+
 std::string Settings::libraryLocation(Timestamp date, std::string_view name) const {
-  const auto year = FilePath::join(libraryRoot(), Formats::date(date, u"yyyy"));
+  const auto year = FilePath::join(libraryFolder(), Formats::date(date, u"yyyy"));
   return FilePath::join(FilePath::join(year, Formats::date(date, u"yyyy-MM")), name);
 }
 
@@ -85,7 +67,7 @@ std::string Settings::systemScreenshotFolder(const UserFolders& folders, const S
 }
 
 Settings::Refreshed Settings::refreshFromDisk() {
-  defaults_.synchronize();
+  group_.defaults.synchronize();
   Refreshed refreshed;
   for (AnyPreference* folder : {static_cast<AnyPreference*>(&sources), static_cast<AnyPreference*>(&libraryRoot)}) {
     refreshed.watch |= folder->refresh();

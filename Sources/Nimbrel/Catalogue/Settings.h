@@ -7,6 +7,7 @@
 
 #include <QObject>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,42 +15,68 @@
 namespace Nimbrel {
 
 /// Everything that the user can set. Each field is stored under its own name at every change, and taken over from other
-/// processes by refreshFromDisk(). A missing key or a value of the wrong type reads as the default given here. Main
-/// thread.
+/// processes by refreshFromDisk(). A missing key or a value of the wrong type reads as the default that stands here.
+/// Main thread.
 class Settings : public QObject {
   Q_OBJECT
+
+  // Before the fields, which enter themselves into it.
+  PreferenceGroup group_;
+  std::string home_;
+
  public:
-  /// Loads all fields. `defaults` is borrowed and must outlive the object.
+  /// Loads all fields. `defaults` and `screenshotTool` are borrowed and must outlive
+  /// the object.
   Settings(Defaults& defaults, const UserFolders& folders, const ScreenshotTool& screenshotTool,
            QObject* parent = nullptr);
 
-  Preference<std::string> libraryRoot;           ///< root of the filed library; "Pictures/Nimbrel" below home
-  Preference<std::vector<std::string>> sources;  ///< folders of new screenshots; systemScreenshotFolder
-  Preference<bool> autoFile;                     ///< file the whole Inbox at each scan; no
-  Preference<bool> runOCR;                       ///< run text recognition; yes
-  Preference<bool> renameOnFile;                 ///< give filed shots a meaningful name; yes
-  Preference<bool> captureHotkey;                ///< global hotkey for captures; no
-  Preference<bool> showMenuBar;                  ///< icon in the menu bar; yes
-  Preference<std::vector<std::string>> savedSearches;
-  Preference<bool> quickFindHotkey;                   ///< global hotkey for quick find; no
-  Preference<double> heicQuality;                     ///< 0 to 1; 0.9
-  Preference<double> thumbSize;                       ///< edge of a gallery cell in points; 190
-  Preference<GalleryLayout> galleryLayout;            ///< grid
-  Preference<GallerySort> gallerySort;                ///< newest
-  Preference<bool> groupByDay;                        ///< sections by day; yes
-  Preference<double> inspectorWidth;                  ///< points; held in 240 to 460 on loading; 300
-  Preference<CaptureDestination> captureDestination;  ///< inbox
-  Preference<int> captureDelay;                       ///< seconds before a capture: 0, 3 or 10; 0
-  Preference<bool> protectSensitive;                  ///< lock sensitive previews; yes
-  Preference<std::vector<AutomationRule>> automationRules;
-  Preference<std::vector<std::string>> projects;
-  Preference<std::optional<std::string>> syncRoot;  ///< folder of the encrypted sync; absent
+  /// Root of the filed library; "Pictures/Nimbrel" below home.
+  Preference<std::string> libraryRoot;
+  /// Folders of new screenshots; systemScreenshotFolder alone.
+  Preference<std::vector<std::string>> sources;
+  /// File the whole Inbox at each scan.
+  Preference<bool> autoFile{group_, u"autoFile", false};
+  /// Run text recognition.
+  Preference<bool> runOCR{group_, u"runOCR", true};
+  /// Give filed shots a meaningful name.
+  Preference<bool> renameOnFile{group_, u"renameOnFile", true};
+  /// Global hotkey for captures.
+  Preference<bool> captureHotkey{group_, u"captureHotkey", false};
+  /// Icon in the menu bar.
+  Preference<bool> showMenuBar{group_, u"showMenuBar", true};
+  Preference<std::vector<std::string>> savedSearches{group_, u"savedSearches"};
+  /// Global hotkey for quick find.
+  Preference<bool> quickFindHotkey{group_, u"quickFindHotkey", false};
+  /// Quality of re-encoded shots, 0 to 1.
+  Preference<double> heicQuality{group_, u"heicQuality", 0.9};
+  /// Edge of a gallery cell in points.
+  Preference<double> thumbSize{group_, u"thumbSize", 190.0};
+  Preference<GalleryLayout> galleryLayout{group_, u"galleryLayout", GalleryLayout::grid};
+  Preference<GallerySort> gallerySort{group_, u"gallerySort", GallerySort::newest};
+  /// Sections by day in the gallery.
+  Preference<bool> groupByDay{group_, u"groupByDay", true};
+  /// Points; held in 240 to 460 on loading.
+  Preference<double> inspectorWidth{group_, u"inspectorWidth", 300.0, heldInInspectorRange};
+  Preference<CaptureDestination> captureDestination{group_, u"captureDestination", CaptureDestination::inbox};
+  /// Seconds before a capture: 0, 3 or 10; another value loads as 0.
+  Preference<int> captureDelay{group_, u"captureDelay", 0, validCaptureDelay};
+  /// Lock previews of shots that look sensitive.
+  Preference<bool> protectSensitive{group_, u"protectSensitive", true};
+  Preference<std::vector<AutomationRule>> automationRules{group_, u"automationRules"};
+  /// Names of the projects.
+  Preference<std::vector<std::string>> projects{group_, u"projects"};
+  /// Folder of the encrypted sync; may be absent.
+  Preference<std::optional<std::string>> syncRoot{group_, u"syncRoot", std::nullopt};
 
   /// All fields in the order above.
-  [[nodiscard]] const std::vector<AnyPreference*>& all() const { return all_; }
+  [[nodiscard]] const std::vector<AnyPreference*>& all() { return group_.members; }
 
-  /// The source folders as absolute paths without a slash at their end.
+  /// The source folders as absolute paths without a slash at their end. What is no absolute path is one below home, the
+  /// same for every process; an empty one is left out.
   [[nodiscard]] std::vector<std::string> sourceFolders() const;
+
+  /// The library root in the same form; the default where it is empty.
+  [[nodiscard]] std::string libraryFolder() const;
 
   /// Where a filed shot of that date and name goes: library root, year, year and month, name.
   [[nodiscard]] std::string libraryLocation(Timestamp date, std::string_view name) const;
@@ -71,8 +98,9 @@ class Settings : public QObject {
   void changed(const QString& key);
 
  private:
-  Defaults& defaults_;
-  std::vector<AnyPreference*> all_;
+  [[nodiscard]] std::string absolute(const std::string& path) const;
+  static double heldInInspectorRange(double width);
+  static int validCaptureDelay(int seconds);
 };
 
 }  // namespace Nimbrel

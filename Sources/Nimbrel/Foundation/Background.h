@@ -13,7 +13,8 @@ namespace Nimbrel {
 
 /// Runs `work` on `pool` and, once it is done, `then` with its result on the thread of `context`, always in a later
 /// turn of the event loop. When `context` is gone by that time, `then` does not run and the result is dropped. To be
-/// called on the thread of `context`. `work` must not throw and must own or outlive all it touches.
+/// called on the thread of `context`. `work` returns a value, must not throw, and owns what it touches or is outlived
+/// by it.
 template <class Work, class Then>
 void inBackground(QObject* context, QThreadPool& pool, Work work, Then then) {
   using Value = std::invoke_result_t<Work>;

@@ -104,7 +104,7 @@ std::string byteCount(std::int64_t bytes) {
   static constexpr std::array<Unit, 6> units{{{"KB", 0}, {"MB", 1}, {"GB", 2}, {"TB", 2}, {"PB", 2}, {"EB", 2}}};
   if (bytes == 0) return "Zero KB";
   if (bytes == 1) return "1 byte";
-  if (std::abs(bytes) < 1000) return localizedNumber(static_cast<double>(bytes), 0) + " bytes";
+  if (bytes > -1000 && bytes < 1000) return localizedNumber(static_cast<double>(bytes), 0) + " bytes";
 
   double number = static_cast<double>(bytes) / 1000.0;
   std::size_t unit = 0;

@@ -2,6 +2,7 @@
 
 #include <unicode/regex.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace Nimbrel {
@@ -11,10 +12,24 @@ namespace {
 // ICU counts "ticks" of about a millisecond; a well-behaved match of a page of text takes none.
 constexpr std::int32_t timeLimit = 250;
 constexpr std::int32_t stackLimitBytes = 4 << 20;
+// Lines of one text that may exceed the limits before the rest of it is left alone.
+constexpr int mostFailures = 4;
 
 /// Borrows the characters: the text must outlive the result.
 icu::UnicodeString aliased(std::u16string_view text) {
   return {false, text.data(), static_cast<std::int32_t>(text.size())};
+}
+
+/// Appends the matches between two places; false when a limit was exceeded, with those before it found.
+bool collect(icu::RegexMatcher& matcher, std::size_t start, std::size_t end, std::vector<TextRange>& found) {
+  UErrorCode status = U_ZERO_ERROR;
+  matcher.region(static_cast<std::int64_t>(start), static_cast<std::int64_t>(end), status);
+  while (matcher.find(status) && U_SUCCESS(status)) {
+    const auto matchStart = static_cast<std::size_t>(matcher.start(status));
+    const auto matchEnd = static_cast<std::size_t>(matcher.end(status));
+    found.push_back({matchStart, matchEnd - matchStart});
+  }
+  return U_SUCCESS(status);
 }
 
 }  // namespace
@@ -41,10 +56,15 @@ std::vector<TextRange> Pattern::matches(std::u16string_view text) const {
   if (U_FAILURE(status)) return found;
   matcher->setTimeLimit(timeLimit, status);
   matcher->setStackLimit(stackLimitBytes, status);
-  while (matcher->find(status) && U_SUCCESS(status)) {
-    const auto start = static_cast<std::size_t>(matcher->start(status));
-    const auto end = static_cast<std::size_t>(matcher->end(status));
-    found.push_back({start, end - start});
+  matcher->useTransparentBounds(true);
+  if (collect(*matcher, 0, text.size(), found)) return found;
+
+  // One line is too much for the expression, but the others need not suffer for it.
+  std::size_t start = found.empty() ? 0 : found.back().end();
+  for (int failures = 0; start < text.size() && failures < mostFailures;) {
+    const auto end = std::min(text.find(u'\n', start), text.size() - 1) + 1;
+    if (!collect(*matcher, start, end, found)) ++failures;
+    start = end;
   }
   return found;
 }

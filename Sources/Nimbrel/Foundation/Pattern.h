@@ -25,8 +25,8 @@ class Pattern {
   /// Absent when the expression is not valid.
   [[nodiscard]] static std::optional<Pattern> compile(std::u16string_view expression);
 
-  /// All matches from left to right, none overlapping another. Each match has a limit of time and of memory; an input
-  /// on which it is exceeded has no match from there on.
+  /// All matches from left to right, none overlapping another. Each match has a limit of time and of memory: a line on
+  /// which it is exceeded has no match from there on, and after a few such lines the rest of the text has none.
   [[nodiscard]] std::vector<TextRange> matches(std::u16string_view text) const;
 
  private:

@@ -28,7 +28,6 @@ icu::Locale localeFor(const char* category) {
 }  // namespace
 
 icu::Locale forDates() { return localeFor("LC_TIME"); }
-icu::Locale forComparison() { return localeFor("LC_COLLATE"); }
 icu::Locale forNumbers() { return localeFor("LC_NUMERIC"); }
 
 }  // namespace Nimbrel::UserLocale

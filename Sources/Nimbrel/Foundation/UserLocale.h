@@ -9,9 +9,6 @@ namespace Nimbrel::UserLocale {
 /// For dates and times: LC_ALL, else LC_TIME, else LANG.
 [[nodiscard]] icu::Locale forDates();
 
-/// For comparing names: LC_ALL, else LC_COLLATE, else LANG.
-[[nodiscard]] icu::Locale forComparison();
-
 /// For numbers: LC_ALL, else LC_NUMERIC, else LANG.
 [[nodiscard]] icu::Locale forNumbers();
 

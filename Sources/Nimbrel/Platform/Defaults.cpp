@@ -70,16 +70,23 @@ QJsonValue Defaults::value(const QString& key) const {
 
 QStringList Defaults::keys() const { return settings_.allKeys(); }
 
-void Defaults::set(const QString& key, const QJsonValue& value) {
+bool Defaults::set(const QString& key, const QJsonValue& value) {
   makeFolder();
   settings_.setValue(key, QVariant::fromValue(value));
-  settings_.sync();
+  return write();
 }
 
-void Defaults::remove(const QString& key) {
-  if (!settings_.contains(key)) return;
+bool Defaults::remove(const QString& key) {
+  if (!settings_.contains(key)) return true;
   settings_.remove(key);
+  return write();
+}
+
+bool Defaults::write() {
   settings_.sync();
+  if (settings_.status() == QSettings::NoError) return true;
+  Log::write("Nimbrel: settings file " + filePath().toStdString() + " cannot be written");
+  return false;
 }
 
 void Defaults::synchronize() { settings_.sync(); }

@@ -16,7 +16,8 @@ namespace Nimbrel {
 ///
 /// Changes are on disk when the call returns, and processes that change different keys at the same moment lose neither.
 /// A file that is not a JSON object is copied aside, under its own name with ".damaged-" and a few digits behind it,
-/// and counts as empty. Nothing here fails visibly: what cannot be written is kept for the life of the process.
+/// and counts as empty. What cannot be written is logged and kept for the life of the process. A write waits for
+/// another process that is writing, up to half a minute.
 class Defaults {
  public:
   /// The suite `name` in `folder`, which is made, for the user alone, with the first write.
@@ -26,8 +27,9 @@ class Defaults {
   [[nodiscard]] QJsonValue value(const QString& key) const;
   [[nodiscard]] QStringList keys() const;
 
-  void set(const QString& key, const QJsonValue& value);
-  void remove(const QString& key);
+  /// Both return whether the change is on disk.
+  bool set(const QString& key, const QJsonValue& value);
+  bool remove(const QString& key);
 
   /// Picks up what other processes have written.
   void synchronize();
@@ -36,6 +38,7 @@ class Defaults {
 
  private:
   void makeFolder() const;
+  bool write();
 
   QSettings settings_;
 };

@@ -30,7 +30,7 @@ class FileEvents {
 
   /// Watches these folders from now on, in place of all former ones; an empty list ends the watching. `onChange` is
   /// called on the main thread: at once for the first change after a quiet time, and at most every `latency` seconds
-  /// while changes go on. Hidden entries do not count. A folder that cannot be watched (it is missing, the system's
+  /// while changes go on. Hidden entries need not count. A folder that cannot be watched (it is missing, the system's
   /// limit is reached, its file system sends no events) is logged once and looked at slowly instead, until it can be.
   virtual void watch(std::vector<WatchedFolder> folders, Seconds latency, Callback onChange) = 0;
 

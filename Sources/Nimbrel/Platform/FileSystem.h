@@ -18,6 +18,9 @@ namespace Nimbrel::FileSystem {
 /// Whether the name is taken, be it by a link that leads nowhere.
 [[nodiscard]] bool isTaken(const std::string& path);
 
+/// Whether a folder, a device or the like stands at the path, links followed: anything but a regular file or nothing.
+[[nodiscard]] bool isOtherThanFile(const std::string& path);
+
 /// The earlier of birth and modification time, since copies cannot keep the former. Absent when neither can be read.
 [[nodiscard]] std::optional<Timestamp> creationDate(const std::string& path);
 

@@ -38,14 +38,15 @@ void HashQueue::hashNext() {
         Process::lowerThreadPriority();
         return Perceptual::hash(shot->path);
       },
-      [this, shot](std::int64_t hash) { store(shot->id, hash); });
+      [this, shot](std::int64_t hash) { store(*shot, hash); });
 }
 
-void HashQueue::store(ShotID id, std::int64_t hash) {
-  // A file that cannot be read stays pending.
-  if (hash != 0) {
+void HashQueue::store(const Shot& shot, std::int64_t hash) {
+  // A file that cannot be read stays pending. A row that was removed meanwhile may have left its id to another file.
+  const auto row = hash == 0 ? std::nullopt : database_.shot(shot.id);
+  if (row && row->path == shot.path) {
     const Database::QuickCommits quickly(database_);
-    database_.setHash(id, hash);
+    database_.setHash(shot.id, hash);
   }
   hashNext();
 }

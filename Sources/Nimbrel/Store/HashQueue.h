@@ -31,7 +31,7 @@ class HashQueue : public QObject {
 
  private:
   void hashNext();
-  void store(ShotID id, std::int64_t hash);
+  void store(const Shot& shot, std::int64_t hash);
 
   Database& database_;
   ShotList batch_;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string_view>
 #include <unordered_set>
 
@@ -60,7 +61,7 @@ ScanPlan planScan(const DiskListing& listing, const PathSet& indexed, const Path
   seen.insert(listing.sourceFiles.begin(), listing.sourceFiles.end());
   seen.insert(listing.libraryFiles.begin(), listing.libraryFiles.end());
   std::ranges::copy_if(shots, std::back_inserter(plan.unseen),
-                       [&](const ShotPtr& shot) { return !seen.contains(shot->path); });
+                       [&](const ShotPtr& shot) { return !seen.contains(shot->path) && indexed.contains(shot->path); });
   return plan;
 }
 

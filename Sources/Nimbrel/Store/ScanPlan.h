@@ -21,7 +21,8 @@ struct DiskListing {
 struct ScanPlan {
   std::vector<std::string> newInSources;  ///< candidates: neither indexed nor ignored
   std::vector<std::string> newInLibrary;  ///< the same; all of them are shots
-  ShotList unseen;                        ///< shots whose file the walk did not come across
+  ShotList unseen;                        ///< shots whose file the walk did not come across; not those that another
+                                          ///< process has given another path since they were read
 };
 
 /// Compares the disk with the catalogue. Files of a source folder that lies in the library stand in both lists.

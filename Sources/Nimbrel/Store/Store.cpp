@@ -1,6 +1,7 @@
 #include "Store/Store.h"
 
 #include "Foundation/FilePath.h"
+#include "Model/AppIdentity.h"
 #include "Platform/FileSystem.h"
 #include "Store/StoreOperation.h"
 
@@ -28,6 +29,16 @@ Result<std::unique_ptr<Store>> Store::open(StoreContext context) {
   if (!database) return database.error();
   store->start(std::move(database).value());
   return store;
+}
+
+Result<std::unique_ptr<Store>> Store::openForCurrentUser(ProcessRole role, Services services) {
+  const auto folders = UserFolders::ofCurrentUser();
+  if (!folders) return Error{"The account has no home folder to keep the catalogue in"};
+  return open({.role = role,
+               .folders = *folders,
+               .clock = [] { return Timestamp(std::chrono::system_clock::now()); },
+               .services = std::move(services),
+               .defaults = AppIdentity::openDefaults(folders->preferences)});
 }
 
 Store::Store(StoreContext context)
@@ -94,6 +105,11 @@ void Store::poll() {
 
 bool Store::isSnapshotCurrent() const {
   return database_->dataVersion() == catalogueVersion_ && database_->ownChanges() == ownChangesRead_;
+}
+
+void Store::reloadIfChanged() {
+  // Reading a large catalogue costs more than a whole scan of the folders.
+  if (!isSnapshotCurrent()) reload();
 }
 
 void Store::setSelection(ShotIDSet selection) {

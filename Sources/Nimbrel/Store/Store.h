@@ -32,6 +32,8 @@ class Store : public QObject {
   /// Opens the catalogue and starts what the role asks for: a worker watches and scans at once, every role but the tool
   /// then follows other processes by a poll. Fails only when the catalogue cannot be opened, which is fatal.
   [[nodiscard]] static Result<std::unique_ptr<Store>> open(StoreContext context);
+  /// The same for the user whose process this is, in the present. Fails also when the account has no home folder.
+  [[nodiscard]] static Result<std::unique_ptr<Store>> openForCurrentUser(ProcessRole role, Services services);
   ~Store() override;
 
   // Published state
@@ -120,6 +122,7 @@ class Store : public QObject {
   [[nodiscard]] std::optional<std::string> storedRecordingPath() const;
 
   [[nodiscard]] bool isSnapshotCurrent() const;
+  void reloadIfChanged();
   bool index(const std::string& path, bool filed);
   std::size_t applyScan(const ScanPlan& plan);
   std::size_t addNewFiles(const std::vector<std::string>& paths, bool filed);

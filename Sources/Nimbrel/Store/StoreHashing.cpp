@@ -15,6 +15,8 @@ bool lacksHash(const ShotPtr& shot) { return shot->phash == 0; }
 }  // namespace
 
 void Store::startHashing() {
+  // These end before the event loop that would bring the results back.
+  if (context_.role == ProcessRole::headless || context_.role == ProcessRole::tool) return;
   // The query for what is pending reads the whole table; the shots at hand say sooner that there is nothing.
   if (isSnapshotCurrent() && std::ranges::none_of(shots_, lacksHash)) return;
   hashQueue_->start();
@@ -26,11 +28,13 @@ std::size_t Store::hashAllPending(const HashLog& log) {
   std::size_t hashed = 0;
   for (const auto& shot : database_->pendingHash(headlessBatchSize)) {
     const auto hash = Perceptual::hash(shot->path);
-    database_->setHash(shot->id, hash);
-    if (hash != 0) ++hashed;
+    if (hash != 0) {
+      database_->setHash(shot->id, hash);
+      ++hashed;
+    }
     if (log) log(hash, *shot);
   }
-  reload();
+  reloadIfChanged();
   return hashed;
 }
 

@@ -13,13 +13,11 @@ void Store::scan() {
   const Operation operation(*this);
   const auto indexed = database_->indexedPaths();
   const auto ignored = database_->ignoredPaths();
-  const auto listing =
-      listFolders(settings_.sourceFolders(), FilePath::withoutTrailingSlashes(settings_.libraryRoot()));
+  const auto listing = listFolders(settings_.sourceFolders(), settings_.libraryFolder());
   const auto plan = planScan(listing, indexed, ignored, shots_);
 
   const auto added = applyScan(plan);
-  // Reading a large catalogue costs more than the whole walk; nothing to read means the shots are right as they are.
-  if (!isSnapshotCurrent()) reload();
+  reloadIfChanged();
   if (added > 0) setStatus("Added " + std::to_string(added) + " shot" + (added == 1 ? "" : "s"));
   startHashing();
 }
@@ -55,7 +53,6 @@ bool Store::index(const std::string& path, bool filed) {
   shot.height = size.height;
   shot.captureType = ShotFile::captureType(path);
   shot.filed = filed;
-  shot.appAttributionTrusted = !shot.appName.empty();
   return database_->insert(shot) != 0;
 }
 
@@ -63,7 +60,7 @@ void Store::scheduleRescan() { pendingRescan_.start(); }
 
 void Store::restartWatching() {
   if (!watcher_) return;
-  const auto library = FilePath::withoutTrailingSlashes(settings_.libraryRoot());
+  const auto library = settings_.libraryFolder();
   std::vector<std::string> libraries;
   if (FileSystem::exists(library)) libraries.push_back(library);
   watcher_->watch(settings_.sourceFolders(), libraries);
@@ -72,11 +69,11 @@ void Store::restartWatching() {
 void Store::importFiles(const std::vector<std::string>& paths) {
   const Operation operation(*this);
   auto indexed = database_->indexedPaths();
-  const auto libraryStart = FilePath::withoutTrailingSlashes(settings_.libraryRoot()) + "/";
+  const auto libraryStart = settings_.libraryFolder() + "/";
   std::size_t imported = 0;
   const Database::QuickCommits quickly(*database_);
   for (const auto& path : paths) {
-    if (!ShotFile::hasImageType(path)) continue;
+    if (!ShotFile::hasImageType(path) || FileSystem::isOtherThanFile(path)) continue;
     database_->unignore(path);
     if (indexed.contains(path) || !index(path, path.starts_with(libraryStart))) continue;
     indexed.insert(path);

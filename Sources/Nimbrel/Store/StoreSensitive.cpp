@@ -6,6 +6,7 @@ namespace Nimbrel {
 
 std::size_t Store::rescanSensitive() {
   const Operation operation(*this);
+  const Database::QuickCommits quickly(*database_);
   std::size_t found = 0;
   for (const auto& shot : shots_) {
     if (!shot->ocrDone || shot->ocr.empty()) continue;
@@ -13,7 +14,7 @@ std::size_t Store::rescanSensitive() {
     if (kinds != shot->sensitive) database_->setOCR(shot->id, shot->ocr, kinds);
     if (!kinds.empty()) ++found;
   }
-  reload();
+  reloadIfChanged();
   return found;
 }
 
