@@ -1,13 +1,9 @@
-#include "Catalogue/Settings.h"
-
-#include "Support/TemporaryFolder.h"
+#include "Catalogue/SettingsFixture.h"
 
 #include <gmock/gmock.h>
 
 #include <QJsonArray>
 #include <QJsonObject>
-
-#include <filesystem>
 
 namespace Nimbrel {
 namespace {
@@ -17,43 +13,13 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using Testing::TemporaryFolder;
-using Strings = std::vector<std::string>;
+using Testing::text;
+
+using SettingsTest = Testing::SettingsFixture;
 
 class ConfiguredTool final : public ScreenshotTool {
  public:
   [[nodiscard]] std::optional<std::string> configuredFolder() const override { return "~/Tool"; }
-};
-
-QString text(const char* utf8) { return QString::fromUtf8(utf8); }
-
-class SettingsTest : public ::testing::Test {
- protected:
-  /// The settings of a process that starts now.
-  [[nodiscard]] std::unique_ptr<Settings> load() {
-    suites_.push_back(std::make_unique<Defaults>(folders_.preferences, "suite"));
-    return std::make_unique<Settings>(*suites_.back(), folders_, tool_);
-  }
-  void store(const char* key, const QJsonValue& value) {
-    Defaults(folders_.preferences, "suite").set(QString::fromUtf8(key), value);
-  }
-  [[nodiscard]] QJsonValue stored(const char* key) const {
-    return Defaults(folders_.preferences, "suite").value(QString::fromUtf8(key));
-  }
-  /// Two settings that see one suite as two processes do: through files of different names.
-  [[nodiscard]] std::unique_ptr<Settings> loadInOtherProcess() {
-    if (!std::filesystem::exists(folder_.path("Other"))) {
-      std::filesystem::create_directories(folders_.preferences);
-      std::filesystem::create_directory_symlink(folders_.preferences, folder_.path("Other"));
-    }
-    suites_.push_back(std::make_unique<Defaults>(folder_.path("Other"), "suite"));
-    return std::make_unique<Settings>(*suites_.back(), folders_, tool_);
-  }
-
-  TemporaryFolder folder_;
-  UserFolders folders_{
-      .home = folder_.path("home"), .applicationSupport = folder_.path("data"), .preferences = folder_.path("config")};
-  NullScreenshotTool tool_;
-  std::vector<std::unique_ptr<Defaults>> suites_;
 };
 
 TEST_F(SettingsTest, ASuiteWithoutKeysGivesTheDefaults) {
@@ -188,14 +154,6 @@ TEST_F(SettingsTest, AnInvalidCaptureDelayLoadsAsNone) {
   EXPECT_EQ(load()->captureDelay(), 3);
 }
 
-TEST_F(SettingsTest, AnInvalidCaptureDelayOfAnotherProcessLeavesTheFieldAsItIs) {
-  store("captureDelay", 3);
-  const auto settings = load();
-  loadInOtherProcess()->captureDelay.set(5);
-  settings->refreshFromDisk();
-  EXPECT_EQ(settings->captureDelay(), 3);
-}
-
 TEST_F(SettingsTest, AnUnknownCaseLoadsAsTheFirstOne) {
   store("galleryLayout", text("spiral"));
   store("gallerySort", text("Name"));
@@ -209,16 +167,6 @@ TEST_F(SettingsTest, AnUnknownCaseLoadsAsTheFirstOne) {
 TEST_F(SettingsTest, RulesThatCannotBeDecodedAreNone) {
   store("automationRules", dataValue("[{\"id\":"));
   EXPECT_THAT(load()->automationRules(), IsEmpty());
-}
-
-TEST_F(SettingsTest, MalformedRulesStandUntilTheNextChangeOfRules) {
-  store("automationRules", dataValue("[{\"id\":"));
-  const auto settings = load();
-  settings->refreshFromDisk();
-  EXPECT_EQ(stored("automationRules"), dataValue("[{\"id\":"));
-  settings->automationRules.set({{.id = QUuid::createUuid()}});
-  settings->automationRules.set({});
-  EXPECT_EQ(stored("automationRules"), dataValue("[]"));
 }
 
 TEST_F(SettingsTest, SystemScreenshotsLandOnTheDesktopWhereNothingIsSet) {
@@ -258,23 +206,6 @@ TEST_F(SettingsTest, SourceFoldersHaveNoSlashAtTheirEnd) {
   EXPECT_THAT(settings->sourceFolders(), ElementsAre("/a", "/b"));
 }
 
-TEST_F(SettingsTest, AChangeOfSourcesReachesTheOtherProcessAndAsksToWatch) {
-  const auto companion = load();
-  loadInOtherProcess()->sources.set({"/new"});
-  const auto refreshed = companion->refreshFromDisk();
-  EXPECT_TRUE(refreshed.watch);
-  EXPECT_FALSE(refreshed.hotkeys);
-  EXPECT_THAT(companion->sources(), ElementsAre("/new"));
-}
-
-TEST_F(SettingsTest, AChangeOfTheSystemsFolderIsFollowedWhereNoSourcesAreSet) {
-  const auto companion = load();
-  Defaults(folders_.preferences, "com.apple.screencapture").set(text("location"), text("/shots"));
-  EXPECT_TRUE(companion->refreshFromDisk().watch);
-  EXPECT_THAT(companion->sources(), ElementsAre("/shots"));
-  EXPECT_EQ(stored("sources"), QJsonValue(QJsonArray{text("/shots")}));
-}
-
 TEST_F(SettingsTest, AFolderThatIsNoAbsolutePathLiesBelowHome) {
   const auto settings = load();
   settings->sources.set({"Shots", ""});
@@ -288,91 +219,6 @@ TEST_F(SettingsTest, AFolderThatIsNoAbsolutePathLiesBelowHome) {
 TEST_F(SettingsTest, AnEmptySyncFolderIsAbsent) {
   store("syncRoot", text(""));
   EXPECT_FALSE(load()->syncRoot());
-}
-
-TEST_F(SettingsTest, AChangeOfTheLibraryAsksToWatch) {
-  const auto companion = load();
-  loadInOtherProcess()->libraryRoot.set("/new");
-  EXPECT_TRUE(companion->refreshFromDisk().watch);
-  EXPECT_FALSE(companion->refreshFromDisk().watch);
-}
-
-TEST_F(SettingsTest, AChangeOfAHotkeyIsToldAsSuch) {
-  const auto companion = load();
-  loadInOtherProcess()->captureHotkey.set(true);
-  const auto refreshed = companion->refreshFromDisk();
-  EXPECT_FALSE(refreshed.watch);
-  EXPECT_TRUE(refreshed.hotkeys);
-  EXPECT_TRUE(companion->captureHotkey());
-}
-
-TEST_F(SettingsTest, AllSharedFieldsAreTakenOver) {
-  const auto companion = load();
-  const auto window = loadInOtherProcess();
-  const AutomationRule rule{.id = QUuid::createUuid()};
-  window->showMenuBar.set(false);
-  window->autoFile.set(true);
-  window->runOCR.set(false);
-  window->renameOnFile.set(false);
-  window->protectSensitive.set(false);
-  window->gallerySort.set(GallerySort::oldest);
-  window->galleryLayout.set(GalleryLayout::gallery);
-  window->groupByDay.set(false);
-  window->automationRules.set({rule});
-  window->projects.set({"p"});
-  window->syncRoot.set("/vault");
-  window->captureDestination.set(CaptureDestination::library);
-  window->captureDelay.set(3);
-  window->quickFindHotkey.set(true);
-  companion->refreshFromDisk();
-  for (std::size_t i = 0; i < companion->all().size(); ++i) {
-    EXPECT_EQ(companion->all()[i]->toJson(), window->all()[i]->toJson()) << companion->all()[i]->key().toStdString();
-  }
-}
-
-TEST_F(SettingsTest, WhatMattersToOneWindowOnlyStaysWithEachProcess) {
-  const auto companion = load();
-  const auto window = loadInOtherProcess();
-  window->thumbSize.set(250);
-  window->heicQuality.set(0.5);
-  window->inspectorWidth.set(400);
-  window->savedSearches.set({"x"});
-  companion->refreshFromDisk();
-  EXPECT_EQ(companion->thumbSize(), 190);
-  EXPECT_EQ(companion->heicQuality(), 0.9);
-  EXPECT_EQ(companion->inspectorWidth(), 300);
-  EXPECT_THAT(companion->savedSearches(), IsEmpty());
-}
-
-TEST_F(SettingsTest, ARemovedSyncFolderIsTakenOver) {
-  store("syncRoot", text("/vault"));
-  const auto companion = load();
-  ASSERT_TRUE(companion->syncRoot());
-  loadInOtherProcess()->syncRoot.set(std::nullopt);
-  companion->refreshFromDisk();
-  EXPECT_FALSE(companion->syncRoot());
-}
-
-TEST_F(SettingsTest, ChangesAreToldOnceAndAPollWithoutChangeTellsNothing) {
-  const auto settings = load();
-  QStringList told;
-  QObject::connect(settings.get(), &Settings::changed, settings.get(), [&](const QString& key) { told << key; });
-  settings->autoFile.set(true);
-  settings->autoFile.set(true);
-  loadInOtherProcess()->projects.set({"p"});
-  settings->refreshFromDisk();
-  settings->refreshFromDisk();
-  EXPECT_EQ(told, (QStringList{text("autoFile"), text("projects")}));
-}
-
-TEST_F(SettingsTest, APollWithoutChangeWritesNothing) {
-  const auto settings = load();
-  settings->autoFile.set(true);
-  const auto file = folder_.path("config/suite.json");
-  std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) - std::chrono::hours(1));
-  const auto before = std::filesystem::last_write_time(file);
-  settings->refreshFromDisk();
-  EXPECT_EQ(std::filesystem::last_write_time(file), before);
 }
 
 TEST_F(SettingsTest, AFileCutInHalfGivesTheDefaultsAndIsKeptAside) {

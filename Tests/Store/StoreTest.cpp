@@ -9,6 +9,8 @@
 #include <QJsonArray>
 #include <QSignalSpy>
 
+#include <sqlite3.h>
+
 #include <filesystem>
 
 namespace Nimbrel {
@@ -209,6 +211,22 @@ TEST_F(StoreTest, AToolNeitherWatchesNorPolls) {
   const auto window = openWith({"a.png"});
   Testing::runEventLoopFor(std::chrono::milliseconds(2500));
   EXPECT_THAT(tool->shots(), IsEmpty());
+}
+
+TEST_F(StoreTest, ALockedCatalogueIsEmptyUntilTheLockGoes) {
+  const auto path = home_.addFile(home_.desktop("Screenshot 1.png"));
+  home_.open(ProcessRole::tool)->importFiles({path});
+  const Testing::LogRecorder log;
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(home_.path(".local/share/Nimbrel/nimbrel.sqlite").c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "PRAGMA locking_mode=EXCLUSIVE; PRAGMA journal_mode=DELETE; BEGIN EXCLUSIVE", nullptr,
+                         nullptr, nullptr),
+            SQLITE_OK);
+  const auto worker = home_.open(ProcessRole::menuBarCompanion);
+  EXPECT_THAT(worker->shots(), IsEmpty());
+  sqlite3_close(other);
+  worker->poll();
+  EXPECT_THAT(namesOf(worker->shots()), ElementsAre("Screenshot 1.png"));
 }
 
 TEST_F(StoreTest, ACorruptCatalogueIsEmptyAndNothingFails) {
