@@ -10,6 +10,7 @@
 
 #include <array>
 #include <filesystem>
+#include <utility>
 
 namespace Nimbrel {
 

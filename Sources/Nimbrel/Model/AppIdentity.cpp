@@ -10,6 +10,8 @@ constexpr std::string_view companionProgram = "nimbrel-menubar";
 constexpr const char* formerIdentifier = "local.nimbrel";
 const auto migrationKey = QStringLiteral("didMigrateLocalNimbrelDefaults");
 
+std::string companionIdentifier() { return AppIdentity::bundleIdentifier() + ".menubar"; }
+
 void migrateFormerDefaults(Defaults& defaults, const std::string& preferencesFolder) {
   if (defaults.value(migrationKey).toBool()) return;
   const Defaults former(preferencesFolder, formerIdentifier);
@@ -22,7 +24,8 @@ void migrateFormerDefaults(Defaults& defaults, const std::string& preferencesFol
 }  // namespace
 
 AppIdentity AppIdentity::fromProgramName(std::string_view programName) {
-  return AppIdentity(FilePath::lastComponent(programName) == companionProgram);
+  const bool isCompanion = FilePath::lastComponent(programName) == companionProgram;
+  return AppIdentity(isCompanion ? companionIdentifier() : bundleIdentifier());
 }
 
 const std::string& AppIdentity::bundleIdentifier() {
@@ -30,9 +33,7 @@ const std::string& AppIdentity::bundleIdentifier() {
   return identifier;
 }
 
-std::string AppIdentity::processIdentifier() const {
-  return isMenuBarHelper_ ? bundleIdentifier() + ".menubar" : bundleIdentifier();
-}
+bool AppIdentity::isMenuBarHelper() const { return processIdentifier_ == companionIdentifier(); }
 
 std::unique_ptr<Defaults> AppIdentity::openDefaults(const std::string& preferencesFolder) {
   auto defaults = std::make_unique<Defaults>(preferencesFolder, bundleIdentifier());

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace Nimbrel {
 
@@ -18,18 +19,19 @@ class AppIdentity {
   [[nodiscard]] static const std::string& bundleIdentifier();
 
   /// This process's own identifier: the shared one, followed by ".menubar" in the companion.
-  [[nodiscard]] std::string processIdentifier() const;
+  [[nodiscard]] const std::string& processIdentifier() const { return processIdentifier_; }
 
-  [[nodiscard]] bool isMenuBarHelper() const { return isMenuBarHelper_; }
+  /// Whether this process is the companion.
+  [[nodiscard]] bool isMenuBarHelper() const;
 
   /// Opens the settings suite that all processes share, in the folder of the suites. Settings that builds of old kept
   /// under another identifier are taken over the first time, without overwriting any. Never null.
   [[nodiscard]] static std::unique_ptr<Defaults> openDefaults(const std::string& preferencesFolder);
 
  private:
-  explicit AppIdentity(bool isMenuBarHelper) : isMenuBarHelper_(isMenuBarHelper) {}
+  explicit AppIdentity(std::string processIdentifier) : processIdentifier_(std::move(processIdentifier)) {}
 
-  bool isMenuBarHelper_;
+  std::string processIdentifier_;
 };
 
 }  // namespace Nimbrel
