@@ -30,6 +30,7 @@ class WorkerTest : public ::testing::Test {
     return waitUntil([&] { return observer_->shots().empty(); });
   }
   static void end(QProcess& worker, int signal) {
+    ASSERT_TRUE(waitUntil([&] { return Testing::catchesSignal(worker, signal); }));
     ASSERT_EQ(kill(static_cast<pid_t>(worker.processId()), signal), 0);
     ASSERT_TRUE(worker.waitForFinished());
     EXPECT_EQ(worker.exitStatus(), QProcess::NormalExit);
@@ -83,6 +84,17 @@ TEST_F(WorkerTest, FollowsAChangeOfItsFolders) {
   observer_->settings().sources.set({home_.path("elsewhere")});
   EXPECT_TRUE(seesHashed("Screenshot 1.png"));
   end(*worker, SIGTERM);
+}
+
+TEST_F(WorkerTest, ASignalEndsAFirstScanThatIsFarFromDone) {
+  constexpr std::size_t files = 12'000;
+  for (std::size_t i = 0; i < files; ++i) home_.addFile(home_.library("2026/" + std::to_string(i) + ".png"));
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
+  ASSERT_TRUE(waitUntil([&] { return !observer_->database().indexedPaths().empty(); }));
+  end(*worker, SIGTERM);
+  const auto rows = observer_->database().indexedPaths().size();
+  EXPECT_GT(rows, 0U);
+  EXPECT_LT(rows, files);
 }
 
 TEST_F(WorkerTest, AHeadlessPassRunsBesideIt) {

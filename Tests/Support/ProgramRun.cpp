@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 namespace Nimbrel::Testing {
 
 namespace {
@@ -44,6 +46,15 @@ ProgramOutput runProgram(const std::string& name, const QStringList& arguments, 
   result.output = process->readAllStandardOutput().toStdString();
   result.errors = process->readAllStandardError().toStdString();
   return result;
+}
+
+bool catchesSignal(const QProcess& process, int number) {
+  std::ifstream status("/proc/" + std::to_string(process.processId()) + "/status");
+  const std::string key = "SigCgt:";
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with(key)) return (std::stoull(line.substr(key.size()), nullptr, 16) >> (number - 1) & 1) != 0;
+  }
+  return false;
 }
 
 }  // namespace Nimbrel::Testing

@@ -31,4 +31,7 @@ struct ProgramOutput {
 [[nodiscard]] std::unique_ptr<QProcess> startProgram(const std::string& name, const QStringList& arguments,
                                                      const std::string& home);
 
+/// Whether a running program handles a signal of that number by now, as the kernel tells.
+[[nodiscard]] bool catchesSignal(const QProcess& process, int number);
+
 }  // namespace Nimbrel::Testing

@@ -23,8 +23,10 @@ namespace {
 
 /// Written to by the signal handler, which may do little else.
 volatile int signalPipe = -1;
+volatile std::sig_atomic_t signalled = 0;
 
 extern "C" void passOnSignal(int) {
+  signalled = 1;
   const int error = errno;
   const char token = 0;
   [[maybe_unused]] const auto written = ::write(signalPipe, &token, 1);
@@ -61,6 +63,8 @@ void quitOnSignals() {
   action.sa_flags = SA_RESTART;
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) ::sigaction(number, &action, nullptr);
 }
+
+bool isEnding() { return signalled != 0; }
 
 void logToSystem(const char* programName) {
   ::openlog(programName, LOG_PID, LOG_USER);

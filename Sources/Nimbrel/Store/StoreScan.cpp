@@ -1,11 +1,10 @@
 #include "Foundation/FilePath.h"
 #include "Model/ShotFile.h"
 #include "Platform/FileSystem.h"
+#include "Platform/Process.h"
 #include "Store/ScanPlan.h"
 #include "Store/Store.h"
 #include "Store/StoreOperation.h"
-
-#include <algorithm>
 
 namespace Nimbrel {
 
@@ -30,12 +29,18 @@ std::size_t Store::applyScan(const ScanPlan& plan) {
 }
 
 std::size_t Store::addNewFiles(const std::vector<std::string>& paths, bool filed) {
-  return static_cast<std::size_t>(std::ranges::count_if(
-      paths, [&](const std::string& path) { return (filed || isScreenshot(path)) && index(path, filed); }));
+  std::size_t added = 0;
+  for (const auto& path : paths) {
+    // What is left will be as new at the next start.
+    if (Process::isEnding()) break;
+    if ((filed || isScreenshot(path)) && index(path, filed)) ++added;
+  }
+  return added;
 }
 
 void Store::dropOrphans(const ShotList& unseen) {
   for (const auto& shot : unseen) {
+    if (Process::isEnding()) break;
     if (!FileSystem::exists(shot->path)) database_->remove(shot->id, Database::IgnorePath::No);
   }
 }

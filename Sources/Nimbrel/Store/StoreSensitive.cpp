@@ -1,4 +1,5 @@
 #include "Analysis/Sensitive.h"
+#include "Platform/Process.h"
 #include "Store/Store.h"
 #include "Store/StoreOperation.h"
 
@@ -9,6 +10,7 @@ std::size_t Store::rescanSensitive() {
   const Database::QuickCommits quickly(*database_);
   std::size_t found = 0;
   for (const auto& shot : shots_) {
+    if (Process::isEnding()) break;
     if (!shot->ocrDone || shot->ocr.empty()) continue;
     const auto kinds = Sensitive::kindsIn(shot->ocr);
     if (kinds != shot->sensitive) database_->setOCR(shot->id, shot->ocr, kinds);
