@@ -36,12 +36,12 @@ namespace {
 /// A user with a catalogue and a library of so many files.
 struct Home {
   explicit Home(int shots)
-      : library(path("Pictures/Nimbrel")),
+      : libraryRoot(path("Pictures/Nimbrel")),
         folders{.home = folder.path().toStdString(),
                 .applicationSupport = path(".local/share/Nimbrel"),
                 .preferences = path(".config/Nimbrel")},
-        made(makeCatalogue(folders.applicationSupport, library, shots)) {
-    makeLibraryFiles(library, shots);
+        made(makeCatalogue(folders.applicationSupport, libraryRoot, shots)) {
+    makeLibraryFiles(libraryRoot, shots);
   }
 
   [[nodiscard]] std::string path(const std::string& name) const { return folder.path().toStdString() + "/" + name; }
@@ -56,7 +56,7 @@ struct Home {
   }
 
   QTemporaryDir folder;
-  std::string library;
+  std::string libraryRoot;
   UserFolders folders;
   MadeCatalogue made;
 };
@@ -156,7 +156,7 @@ std::vector<Comparison> catalogueTable(const Home& home, int shots) {
   fresh.reset();
   table.push_back(compare(
       "scan that finds nothing new in " + size + " files", 1.5, 5, [&] { store->scan(); },
-      [&] { use(bareWalk(home.library)); }));
+      [&] { use(bareWalk(home.libraryRoot)); }));
   for (const std::string query : {"ta re", "sanver kor", "moli wy"}) {
     const auto match = "SELECT rowid FROM shots_fts WHERE shots_fts MATCH '" + matchExpression(query) + "'";
     const auto hits = store->database().searchIDs(query)->size();

@@ -47,8 +47,8 @@ TEST_F(HeadlessRunTest, ListsTheNewestTwentyInTheExactForm) {
     const auto path = home_.addFile(home_.desktop("Screenshot " + std::to_string(i) + ".png"));
     setModificationTime(path, 1'700'000'000 + i * 3600);
   }
-  home_.addFile(home_.library("filed.png"));
-  setModificationTime(home_.library("filed.png"), 1'600'000'000);
+  home_.addFile(home_.inLibrary("filed.png"));
+  setModificationTime(home_.inLibrary("filed.png"), 1'600'000'000);
   const auto lines = linesOf(run({QStringLiteral("--scan")}).output);
   ASSERT_EQ(lines.size(), 22U);
   EXPECT_EQ(lines[0], "26 shots indexed, 25 waiting in the Inbox");

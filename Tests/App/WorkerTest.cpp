@@ -64,7 +64,7 @@ TEST_F(WorkerTest, SeesFilesInNewSubfoldersOfTheLibrary) {
   const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
   writePicture(home_.desktop("Screenshot first.png"), 200, 100, 1);
   ASSERT_TRUE(seesHashed("Screenshot first.png"));
-  writePicture(home_.library("2026/2026-03/new.png"), 200, 100, 3);
+  writePicture(home_.inLibrary("2026/2026-03/new.png"), 200, 100, 3);
   EXPECT_TRUE(seesHashed("new.png"));
   end(*worker, SIGTERM);
 }
@@ -88,7 +88,7 @@ TEST_F(WorkerTest, FollowsAChangeOfItsFolders) {
 
 TEST_F(WorkerTest, ASignalEndsAFirstScanThatIsFarFromDone) {
   constexpr std::size_t files = 12'000;
-  for (std::size_t i = 0; i < files; ++i) home_.addFile(home_.library("2026/" + std::to_string(i) + ".png"));
+  for (std::size_t i = 0; i < files; ++i) home_.addFile(home_.inLibrary("2026/" + std::to_string(i) + ".png"));
   const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
   ASSERT_TRUE(waitUntil([&] { return !observer_->database().indexedPaths().empty(); }));
   end(*worker, SIGTERM);

@@ -68,9 +68,9 @@ TEST_F(InotifyFileEvents, HiddenEntriesDoNotCount) {
 }
 
 TEST_F(InotifyFileEvents, AFolderThatIsHiddenItselfCanBeWatched) {
-  folder_.makeFolder(".library/one");
-  watchBelow(folder_.path(".library"));
-  EXPECT_TRUE(isWatched(".library/one"));
+  folder_.makeFolder(".hidden/one");
+  watchBelow(folder_.path(".hidden"));
+  EXPECT_TRUE(isWatched(".hidden/one"));
 }
 
 TEST_F(InotifyFileEvents, AFlatFolderTellsOfItsOwnEntriesOnly) {

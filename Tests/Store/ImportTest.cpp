@@ -64,7 +64,7 @@ TEST_F(ImportTest, AnIndexedPathIsUnignoredButNotCounted) {
 
 TEST_F(ImportTest, AFileInsideTheLibraryIsFiledAndOneBesideItIsNot) {
   store_->importFiles(
-      {home_.addFile(home_.library("2026/in.png")), home_.addFile(home_.path("Pictures/Nimbrel and more/out.png"))});
+      {home_.addFile(home_.inLibrary("2026/in.png")), home_.addFile(home_.path("Pictures/Nimbrel and more/out.png"))});
   EXPECT_TRUE(shotNamed(*store_, "in.png")->filed);
   EXPECT_EQ(shotNamed(*store_, "in.png")->appName, "");
   EXPECT_FALSE(shotNamed(*store_, "out.png")->filed);

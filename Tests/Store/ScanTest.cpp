@@ -29,7 +29,7 @@ class ScanTest : public ::testing::Test {
 TEST_F(ScanTest, ScreenshotsOfTheSourcesWaitAndImagesOfTheLibraryAreFiled) {
   home_.addFile(home_.desktop("Screenshot 1.png"));
   home_.addFile(home_.desktop("holiday.png"));
-  home_.addFile(home_.library("2026/2026-03/anything.jpg"));
+  home_.addFile(home_.inLibrary("2026/2026-03/anything.jpg"));
   const auto store = home_.open(ProcessRole::headless);
   EXPECT_THAT(namesOf(store->shots()), UnorderedElementsAre("Screenshot 1.png", "anything.jpg"));
   EXPECT_FALSE(shotNamed(*store, "Screenshot 1.png")->filed);
@@ -91,7 +91,7 @@ TEST_F(ScanTest, AFileInASubfolderOfASourceIsNotFound) {
 
 TEST_F(ScanTest, WithoutSourcesTheLibraryIsWalkedAllTheSame) {
   home_.addFile(home_.desktop("Screenshot 1.png"));
-  home_.addFile(home_.library("a.png"));
+  home_.addFile(home_.inLibrary("a.png"));
   const auto store = home_.open(ProcessRole::mainApplication);
   store->settings().sources.set({});
   store->scan();
@@ -143,9 +143,9 @@ TEST_F(ScanTest, AFileThatTheUserMovedIsANewShot) {
 }
 
 TEST_F(ScanTest, ASourceInsideTheLibraryCountsTwiceAndItsShotsWait) {
-  home_.addFile(home_.library("in/Screenshot 1.png"));
+  home_.addFile(home_.inLibrary("in/Screenshot 1.png"));
   const auto store = home_.open(ProcessRole::mainApplication);
-  store->settings().sources.set({home_.library("in")});
+  store->settings().sources.set({home_.inLibrary("in")});
   store->scan();
   ASSERT_EQ(store->shots().size(), 1U);
   EXPECT_FALSE(store->shots().front()->filed);
@@ -157,8 +157,8 @@ TEST_F(ScanTest, ALibraryThatDoesNotExistIsNeitherWatchedNorMade) {
   const auto store = home_.open(ProcessRole::menuBarCompanion, &events);
   ASSERT_EQ(events->watched.size(), 1U);
   EXPECT_THAT(events->watched[0], ElementsAre(WatchedFolder{home_.path("Desktop"), WatchDepth::Flat}));
-  EXPECT_FALSE(std::filesystem::exists(home_.library("")));
-  std::filesystem::create_directories(home_.library(""));
+  EXPECT_FALSE(std::filesystem::exists(home_.inLibrary("")));
+  std::filesystem::create_directories(home_.inLibrary(""));
   store->restartWatching();
   EXPECT_THAT(events->watched[1], ElementsAre(WatchedFolder{home_.path("Desktop"), WatchDepth::Flat},
                                               WatchedFolder{home_.path("Pictures/Nimbrel"), WatchDepth::Recursive}));

@@ -37,7 +37,7 @@ StoreHome::StoreHome() : now(timestamp(someMomentIn2026)) {
 
 std::string StoreHome::desktop(std::string_view name) const { return folder_.path("Desktop/" + std::string(name)); }
 
-std::string StoreHome::library(std::string_view name) const {
+std::string StoreHome::inLibrary(std::string_view name) const {
   return folder_.path("Pictures/Nimbrel/" + std::string(name));
 }
 

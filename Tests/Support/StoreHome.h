@@ -35,7 +35,7 @@ class StoreHome {
 
   [[nodiscard]] std::string path(std::string_view name) const { return folder_.path(name); }
   [[nodiscard]] std::string desktop(std::string_view name) const;
-  [[nodiscard]] std::string library(std::string_view name) const;
+  [[nodiscard]] std::string inLibrary(std::string_view name) const;
   [[nodiscard]] const TemporaryFolder& folder() const { return folder_; }
   [[nodiscard]] const UserFolders& folders() const { return folders_; }
 
