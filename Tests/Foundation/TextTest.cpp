@@ -20,6 +20,18 @@ TEST(Trimmed, LeavesBytesThatAreNotUtf8) {
   EXPECT_EQ(trimmed("\xE3\x80"), "\xE3\x80");
 }
 
+TEST(TrimmedWithLineBreaks, RemovesLineBreaksToo) {
+  EXPECT_EQ(trimmedWithLineBreaks("\r\n \u2028a\nb\u0085\t"), "a\nb");
+  EXPECT_EQ(trimmedWithLineBreaks("\n"), "");
+}
+
+TEST(Lowered, FollowsUnicodeInEveryLocale) {
+  EXPECT_EQ(lowered("AÄİΣ"), "aäi\u0307ς");
+  EXPECT_EQ(lowered("I AM \"Ascii\""), "i am \"ascii\"");
+  EXPECT_EQ(lowered(std::string("A\0Ö", 4)), std::string("a\0ö", 4));
+  EXPECT_EQ(lowered("Ö\xFF"), "ö\xFF");
+}
+
 TEST(Lines, EndAtEveryUnicodeLineBreakAndEmptyOnesAreDropped) {
   EXPECT_EQ(lines("a\nb\r\nc\x0B"
                   "d\x0C"

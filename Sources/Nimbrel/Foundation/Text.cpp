@@ -3,6 +3,8 @@
 #include "Foundation/Utf8.h"
 
 #include <unicode/brkiter.h>
+#include <unicode/bytestream.h>
+#include <unicode/casemap.h>
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 #include <unicode/utext.h>
@@ -19,6 +21,21 @@ bool isLineBreak(char32_t code) {
   return (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
 }
 
+template <class Test>
+std::string_view without(std::string_view text, Test isDropped) {
+  while (!text.empty()) {
+    const auto first = Utf8::first(text);
+    if (!first.isValid || !isDropped(first.code)) break;
+    text.remove_prefix(first.length);
+  }
+  while (!text.empty()) {
+    const auto last = Utf8::last(text);
+    if (!last.isValid || !isDropped(last.code)) break;
+    text.remove_suffix(last.length);
+  }
+  return text;
+}
+
 icu::BreakIterator* characterBreaks() {
   thread_local const auto breaks = [] {
     UErrorCode status = U_ZERO_ERROR;
@@ -26,6 +43,10 @@ icu::BreakIterator* characterBreaks() {
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
   }();
   return breaks.get();
+}
+
+bool isAscii(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 bool isPrintableAscii(std::string_view text) {
@@ -38,18 +59,10 @@ bool isHorizontalSpace(char32_t character) {
   return character == '\t' || u_charType(static_cast<UChar32>(character)) == U_SPACE_SEPARATOR;
 }
 
-std::string_view trimmed(std::string_view text) {
-  while (!text.empty()) {
-    const auto first = Utf8::first(text);
-    if (!first.isValid || !isHorizontalSpace(first.code)) break;
-    text.remove_prefix(first.length);
-  }
-  while (!text.empty()) {
-    const auto last = Utf8::last(text);
-    if (!last.isValid || !isHorizontalSpace(last.code)) break;
-    text.remove_suffix(last.length);
-  }
-  return text;
+std::string_view trimmed(std::string_view text) { return without(text, isHorizontalSpace); }
+
+std::string_view trimmedWithLineBreaks(std::string_view text) {
+  return without(text, [](char32_t code) { return isHorizontalSpace(code) || isLineBreak(code); });
 }
 
 std::vector<std::string_view> lines(std::string_view text) {
@@ -137,6 +150,16 @@ std::string toUtf8(std::u16string_view text) {
                      static_cast<std::int32_t>(text.size()), 0xFFFD, nullptr, &status);
   converted.resize(U_SUCCESS(status) ? static_cast<std::size_t>(length) : 0);
   return converted;
+}
+
+std::string lowered(std::string_view text) {
+  if (isAscii(text)) return asciiLowered(text);
+  std::string result;
+  icu::StringByteSink<std::string> sink(&result);
+  UErrorCode status = U_ZERO_ERROR;
+  icu::CaseMap::utf8ToLower("", 0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink, nullptr,
+                            status);
+  return result;
 }
 
 std::string asciiLowered(std::string_view text) {

@@ -15,6 +15,9 @@ namespace Nimbrel::Text {
 /// Without the horizontal white space at both ends.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 
+/// Without the white space and line breaks at both ends.
+[[nodiscard]] std::string_view trimmedWithLineBreaks(std::string_view text);
+
 /// The non-empty pieces between Unicode line breaks: line feed, vertical tab, form feed, carriage return, next line,
 /// line separator, paragraph separator.
 [[nodiscard]] std::vector<std::string_view> lines(std::string_view text);
@@ -35,6 +38,9 @@ enum class EmptyPieces { Keep, Drop };
 /// Conversions for libraries that speak UTF-16; what is not valid becomes U+FFFD.
 [[nodiscard]] std::u16string toUtf16(std::string_view text);
 [[nodiscard]] std::string toUtf8(std::u16string_view text);
+
+/// The text in lower case by the rules of Unicode, the same in every locale.
+[[nodiscard]] std::string lowered(std::string_view text);
 
 /// The text with the letters A to Z in lower case and all else unchanged: for file extensions and other ASCII names.
 [[nodiscard]] std::string asciiLowered(std::string_view text);

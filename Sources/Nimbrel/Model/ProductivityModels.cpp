@@ -10,6 +10,26 @@ namespace Nimbrel {
 
 namespace {
 
+struct SmartCollectionFacts {
+  std::string_view rawValue;
+  std::string_view title;
+  std::string_view symbol;
+};
+
+// In the order of the cases.
+constexpr std::array<SmartCollectionFacts, allSmartCollections.size()> smartCollections{{
+    {"receipts", "Receipts", "receipt"},
+    {"code", "Code", "chevron.left.forwardslash.chevron.right"},
+    {"conversations", "Conversations", "bubble.left.and.bubble.right"},
+    {"errors", "Errors", "exclamationmark.triangle"},
+    {"tickets", "Tickets", "ticket"},
+    {"documents", "Documents", "doc.text"},
+}};
+
+const SmartCollectionFacts& factsOf(SmartCollection collection) {
+  return smartCollections[static_cast<std::size_t>(collection)];
+}
+
 // The keys are the names of the fields.
 const auto idKey = QStringLiteral("id");
 const std::array<std::pair<QString, std::string AutomationRule::*>, 5> textFields{{
@@ -50,6 +70,10 @@ std::optional<AutomationRule> ruleFromJson(const QJsonObject& object) {
 }
 
 }  // namespace
+
+std::string_view rawValue(SmartCollection collection) { return factsOf(collection).rawValue; }
+std::string_view title(SmartCollection collection) { return factsOf(collection).title; }
+std::string_view symbol(SmartCollection collection) { return factsOf(collection).symbol; }
 
 QJsonArray toJson(const std::vector<AutomationRule>& rules) {
   QJsonArray array;

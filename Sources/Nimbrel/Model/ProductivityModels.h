@@ -1,14 +1,43 @@
 #pragma once
 
+#include "Model/Models.h"
+
 #include <QByteArray>
 #include <QJsonArray>
 #include <QUuid>
 
+#include <array>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace Nimbrel {
+
+/// The fixed views that sort shots by what their text says.
+enum class SmartCollection { receipts, code, conversations, errors, tickets, documents };
+inline constexpr std::array allSmartCollections{SmartCollection::receipts,      SmartCollection::code,
+                                                SmartCollection::conversations, SmartCollection::errors,
+                                                SmartCollection::tickets,       SmartCollection::documents};
+/// The text by which a case is known outside: its name.
+[[nodiscard]] std::string_view rawValue(SmartCollection collection);
+/// What the sidebar calls it.
+[[nodiscard]] std::string_view title(SmartCollection collection);
+/// The name of its icon.
+[[nodiscard]] std::string_view symbol(SmartCollection collection);
+
+/// The shots of one source application, offered as a pile.
+struct ShotStack {
+  std::string id;                      ///< "stack:" and the key of the group
+  std::string title;                   ///< the group's title
+  std::string symbol;                  ///< the name of its icon
+  std::string bundleID;                ///< the group's identifier; may be empty
+  std::unordered_set<ShotID> shotIDs;  ///< the members
+  Timestamp newest;                    ///< the latest date among the members
+
+  bool operator==(const ShotStack&) const = default;
+};
 
 /// The user's own way of sorting shots: conditions on text and source, and what to do with the shots that meet them.
 struct AutomationRule {

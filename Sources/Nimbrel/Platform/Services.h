@@ -1,7 +1,11 @@
 #pragma once
 
 #include "Platform/FileEvents.h"
+#include "Platform/FrontApplication.h"
+#include "Platform/OwnerAuthentication.h"
+#include "Platform/PictureReader.h"
 #include "Platform/ScreenshotTool.h"
+#include "Platform/Trash.h"
 
 #include <memory>
 
@@ -11,6 +15,10 @@ namespace Nimbrel {
 struct Services {
   std::unique_ptr<FileEvents> fileEvents = std::make_unique<NullFileEvents>();
   std::unique_ptr<ScreenshotTool> screenshotTool = std::make_unique<NullScreenshotTool>();
+  std::unique_ptr<PictureReader> pictureReader = std::make_unique<NullPictureReader>();
+  std::unique_ptr<Trash> trash = std::make_unique<NullTrash>();
+  std::unique_ptr<OwnerAuthentication> ownerAuthentication = std::make_unique<NullOwnerAuthentication>();
+  std::unique_ptr<FrontApplication> frontApplication = std::make_unique<NullFrontApplication>();
 };
 
 }  // namespace Nimbrel

@@ -161,8 +161,12 @@ void Store::publish(T& field, T value, Fact fact) {
 void Store::tell() {
   using Signal = void (Store::*)();
   static constexpr std::array<Signal, static_cast<std::size_t>(Fact::count)> signalOfFact{
-      &Store::shotsChanged,  &Store::selectionChanged,        &Store::tagsChanged,
-      &Store::statusChanged, &Store::lastRecordingURLChanged, &Store::showMenuBarChanged,
+      &Store::shotsChanged,        &Store::derivedChanged,
+      &Store::filterChanged,       &Store::queryChanged,
+      &Store::searchResultChanged, &Store::unlockedSensitiveIDsChanged,
+      &Store::selectionChanged,    &Store::tagsChanged,
+      &Store::statusChanged,       &Store::lastRecordingURLChanged,
+      &Store::showMenuBarChanged,
   };
   const auto facts = std::exchange(facts_, {});
   for (std::size_t fact = 0; fact < signalOfFact.size(); ++fact) {

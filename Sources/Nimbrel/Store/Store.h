@@ -3,9 +3,15 @@
 #include "Catalogue/Database.h"
 #include "Catalogue/Settings.h"
 #include "Foundation/Result.h"
+#include "Model/Filter.h"
 #include "Model/Models.h"
+#include "Store/CodesQueue.h"
+#include "Store/DerivedState.h"
 #include "Store/FolderWatcher.h"
+#include "Store/FrontmostTracker.h"
+#include "Store/Gallery.h"
 #include "Store/HashQueue.h"
+#include "Store/ReadingQueue.h"
 #include "Store/ScanPlan.h"
 #include "Store/StoreContext.h"
 
@@ -18,6 +24,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace Nimbrel {
@@ -38,6 +45,8 @@ class Store : public QObject {
 
   // Published state
 
+  using Snippets = std::unordered_map<ShotID, std::string>;
+
   /// Every row of the catalogue, newest first, as of the last reload.
   [[nodiscard]] const ShotList& shots() const { return shots_; }
   /// The shots selected in the gallery.
@@ -45,6 +54,22 @@ class Store : public QObject {
   void setSelection(ShotIDSet selection);
   /// All tags but those of projects, in the order of their code points.
   [[nodiscard]] const std::vector<std::string>& tags() const { return tags_; }
+  /// Groups, smart collections and stacks of the shots.
+  [[nodiscard]] const DerivedState& derived() const { return derived_; }
+  /// The sidebar's choice.
+  [[nodiscard]] const Filter& filter() const { return filter_; }
+  void setFilter(Filter filter);
+  /// The text of the search field. runSearch() is what acts on it.
+  [[nodiscard]] const std::string& query() const { return query_; }
+  void setQuery(std::string query);
+  /// The shots that the search found; absent when there is none.
+  [[nodiscard]] const std::optional<ShotIDSet>& matchedIDs() const { return matchedIDs_; }
+  /// The text around the hits of the search, which stand between U+0002 and U+0003.
+  [[nodiscard]] const Snippets& snippets() const { return snippets_; }
+  /// Shots of the running batch that are still to be read; 0 when none runs.
+  [[nodiscard]] std::size_t ocrRemaining() const { return readingQueue_ ? readingQueue_->remaining() : 0; }
+  /// Sensitive shots that may be shown, because the owner has authenticated.
+  [[nodiscard]] const ShotIDSet& unlockedSensitiveIDs() const { return unlockedSensitiveIDs_; }
   /// One line on the outcome of the last action; overwritten by the next.
   [[nodiscard]] const std::string& status() const { return status_; }
   /// The recording made last, while its file is there.
@@ -81,6 +106,55 @@ class Store : public QObject {
   /// Adds files that the user has chosen, where they lie, even if they were once taken out of the catalogue.
   void importFiles(const std::vector<std::string>& paths);
 
+  // Filing, renaming, removing
+
+  /// The name under which a shot is filed.
+  [[nodiscard]] std::string libraryName(const Shot& shot) const;
+  /// Moves shots from the Inbox into the library. Those already there are passed over; one that cannot be moved stays.
+  void file(const ShotList& shots);
+  /// Files the whole Inbox.
+  void fileAll();
+  /// Renames the file within its folder; without an extension of its own the name keeps the old one.
+  void rename(const Shot& shot, std::string_view name);
+  /// Moves the files to the Trash and, once they are there, takes the shots out of the catalogue. Asynchronous.
+  void trash(const ShotList& shots);
+  /// Takes the shots out of the catalogue for good and leaves their files alone.
+  void forget(const ShotList& shots);
+
+  // Tags and projects
+
+  /// Adds a tag to those that lack it. A comma in it becomes a blank.
+  void addTag(std::string_view tag, const ShotList& shots);
+  /// Puts the shots into the project, which is made if it is new.
+  void assignProject(std::string_view name, const ShotList& shots);
+  /// Runs the user's rules over the shots.
+  void applyAutomationRules(const ShotList& shots);
+
+  // Filter, search and order
+
+  /// The shots that pass search and filter, newest first.
+  [[nodiscard]] ShotList visible() const;
+  /// What the gallery shows, in its order.
+  [[nodiscard]] std::vector<GallerySection> sections() const;
+  /// The shots of all sections in turn.
+  [[nodiscard]] ShotList ordered() const;
+  /// Searches for the query. New shots do not enter the result until the next search.
+  void runSearch();
+  /// The shots that a search for the text finds, newest first, whatever search and filter are.
+  [[nodiscard]] ShotList matching(std::string_view text) const;
+  /// Keeps the query in the sidebar, unless it is there.
+  void saveCurrentSearch();
+  void removeSaved(std::string_view text);
+  /// Ends the search, and shows a shot among those that look like it.
+  void showSimilar(const Shot& shot);
+
+  // Text and codes
+
+  /// Starts reading the shots without text in the background, unless that is going on or switched off.
+  void startOCR();
+  /// Starts looking for codes in the shots not looked at, unless that is going on.
+  void startCodes();
+
   // Hashes
 
   /// Starts hashing shots without a hash in the background, unless that is going on already.
@@ -96,9 +170,20 @@ class Store : public QObject {
   std::size_t rescanSensitive();
   /// Whether the shot's content must not be shown.
   [[nodiscard]] bool isProtected(const Shot& shot) const;
+  /// Runs the action, at once if none of the shots is protected, else when the owner has authenticated; not at all when
+  /// that fails. Everything that shows or hands out shots goes through it.
+  void withAccess(const ShotList& shots, std::function<void()> action);
+  /// Protects everything sensitive again.
+  void lockSensitive();
 
  Q_SIGNALS:
   void shotsChanged();
+  void derivedChanged();
+  void filterChanged();
+  void queryChanged();
+  void searchResultChanged();
+  void ocrRemainingChanged();
+  void unlockedSensitiveIDsChanged();
   void selectionChanged();
   void tagsChanged();
   void statusChanged();
@@ -109,7 +194,20 @@ class Store : public QObject {
   explicit Store(StoreContext context);
 
   /// The signals of the published fields, in the order in which they are told.
-  enum class Fact { shots, selection, tags, status, lastRecordingURL, showMenuBar, count };
+  enum class Fact {
+    shots,
+    derived,
+    filter,
+    query,
+    searchResult,
+    unlockedSensitiveIDs,
+    selection,
+    tags,
+    status,
+    lastRecordingURL,
+    showMenuBar,
+    count
+  };
   /// Holds the signals back until the outermost operation ends.
   class Operation;
 
@@ -135,6 +233,12 @@ class Store : public QObject {
   ShotList shots_;
   ShotIDSet selection_;
   std::vector<std::string> tags_;
+  DerivedState derived_;
+  Filter filter_;
+  std::string query_;
+  std::optional<ShotIDSet> matchedIDs_;
+  Snippets snippets_;
+  ShotIDSet unlockedSensitiveIDs_;
   std::string status_;
   std::optional<std::string> lastRecordingURL_;
   bool showMenuBar_ = true;
@@ -146,7 +250,10 @@ class Store : public QObject {
   std::int64_t ownChangesRead_ = -1;
   QTimer pollTimer_;
   QTimer pendingRescan_;
+  std::optional<FrontmostTracker> tracker_;
   std::optional<FolderWatcher> watcher_;
+  std::unique_ptr<ReadingQueue> readingQueue_;
+  std::unique_ptr<CodesQueue> codesQueue_;
   std::unique_ptr<HashQueue> hashQueue_;
 };
 

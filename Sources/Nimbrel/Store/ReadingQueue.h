@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Catalogue/Database.h"
+#include "Model/Models.h"
+#include "Platform/PictureReader.h"
+
+#include <QObject>
+
+#include <cstddef>
+
+namespace Nimbrel {
+
+/// Reads text and codes of shots in the background, one shot after the other, newest first, and writes what was found:
+/// text, codes, kinds of sensitive data. A shot whose file is gone or cannot be read is done with empty text. What is
+/// left when the process ends stays pending. Main thread; the reading itself runs elsewhere.
+class ReadingQueue : public QObject {
+  Q_OBJECT
+ public:
+  /// Both are borrowed and must outlive the queue.
+  ReadingQueue(Database& database, PictureReader& reader, QObject* parent = nullptr);
+
+  [[nodiscard]] bool isRunning() const { return !batch_.empty(); }
+  /// How many shots of the batch are still to be read; 0 when none runs, and never more than 200.
+  [[nodiscard]] std::size_t remaining() const { return remaining_; }
+
+  /// Starts a batch of shots without text. Does nothing while one runs, or when none is pending.
+  void start();
+
+ Q_SIGNALS:
+  void remainingChanged();
+  /// The batch is done and written, and another may be started.
+  void finished();
+
+ private:
+  Database& database_;
+  PictureReader& reader_;
+  ShotList batch_;
+  std::size_t next_ = 0;
+  std::size_t remaining_ = 0;
+};
+
+}  // namespace Nimbrel
