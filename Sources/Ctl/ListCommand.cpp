@@ -1,0 +1,74 @@
+#include "CommandTable.h"
+#include "FilterArgument.h"
+#include "ShotArguments.h"
+#include "ShotRecord.h"
+
+#include "Store/Gallery.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace Nimbrel::Ctl {
+
+namespace {
+
+std::optional<GallerySort> parseSort(std::string_view text) {
+  const auto named = std::ranges::find(allCases<GallerySort>, text, [](GallerySort sort) { return rawValue(sort); });
+  return named == allCases<GallerySort>.end() ? std::nullopt : std::optional(*named);
+}
+
+/// Chooses filter and search as a hand in the window would.
+void choose(Store& store, const Filter& filter, std::optional<std::string_view> query) {
+  store.setFilter(filter);
+  if (const auto* saved = std::get_if<Filter::Saved>(&filter.choice)) store.setQuery(saved->text);
+  if (query) store.setQuery(std::string(*query));
+  store.runSearch();
+}
+
+Outcome asSections(const Store& store, const std::vector<GallerySection>& sections) {
+  QJsonArray list;
+  std::string text;
+  for (const auto& section : sections) {
+    QJsonArray ids;
+    if (!text.empty()) text += "\n";
+    if (!section.title.empty()) text += section.title + "\n";
+    for (const auto& shot : section.shots) {
+      ids.append(qint64{shot->id});
+      text += shotLine(store, *shot);
+    }
+    list.append(QJsonObject{{QStringLiteral("title"), jsonString(section.title)}, {QStringLiteral("shots"), ids}});
+  }
+  return Outcome::done(list, text);
+}
+
+Outcome asShots(const Store& store, const std::vector<GallerySection>& sections) {
+  QJsonArray list;
+  std::string text;
+  for (const auto& section : sections) {
+    for (const auto& shot : section.shots) {
+      list.append(shotRecord(store, *shot));
+      text += shotLine(store, *shot);
+    }
+  }
+  return Outcome::done(list, text);
+}
+
+}  // namespace
+
+Outcome runList(const CommandLine& line, Session& session) {
+  return withStore(session, [&](Store& store) {
+    const auto filter = parseFilter(line.value("--filter").value_or("all"), store.derived());
+    if (!filter) return Outcome::misused("unknown filter " + std::string(*line.value("--filter")));
+    const auto sortWord = line.value("--sort");
+    const auto sort = sortWord ? parseSort(*sortWord) : store.settings().gallerySort();
+    if (!sort) return Outcome::misused("unknown sort " + std::string(*sortWord));
+    choose(store, *filter, line.value("--query"));
+    const auto grouping = store.settings().groupByDay() ? Gallery::Grouping::ByDay : Gallery::Grouping::None;
+    const auto sections = Gallery::sections(store.visible(), *sort, grouping, store.now());
+    return line.has("--sections") ? asSections(store, sections) : asShots(store, sections);
+  });
+}
+
+}  // namespace Nimbrel::Ctl

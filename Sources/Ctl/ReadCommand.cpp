@@ -1,0 +1,62 @@
+#include "CommandTable.h"
+#include "EventWait.h"
+#include "ReadableFile.h"
+
+#include "Analysis/OCR.h"
+#include "Analysis/Perceptual.h"
+#include "Linux/Factory.h"
+#include "Model/ShotFile.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <utility>
+
+namespace Nimbrel::Ctl {
+
+namespace {
+
+QJsonArray blockList(const std::vector<TextBlock>& blocks) {
+  QJsonArray list;
+  for (const auto& [text, rect] : blocks) {
+    list.append(QJsonObject{{QStringLiteral("text"), jsonString(text)},
+                            {QStringLiteral("rect"), QJsonArray{rect.x(), rect.y(), rect.width(), rect.height()}}});
+  }
+  return list;
+}
+
+Outcome whatWasRead(const std::string& path, const OCR::Recognition& recognition,
+                    const std::vector<std::string>& codes) {
+  const auto size = ShotFile::dimensions(path);
+  auto text = recognition.text + "\n";
+  for (const auto& code : codes) text += "code: " + code + "\n";
+  return Outcome::done(QJsonObject{{QStringLiteral("text"), jsonString(recognition.text)},
+                                   {QStringLiteral("blocks"), blockList(recognition.blocks)},
+                                   {QStringLiteral("codes"), jsonList(codes)},
+                                   {QStringLiteral("phash"), QString::number(Perceptual::hash(path))},
+                                   {QStringLiteral("width"), size.width},
+                                   {QStringLiteral("height"), size.height},
+                                   {QStringLiteral("bytes"), qint64{ShotFile::size(path)}},
+                                   {QStringLiteral("captureType"), jsonString(ShotFile::captureType(path))}},
+                       text);
+}
+
+}  // namespace
+
+Outcome runRead(const CommandLine& line, Session&) {
+  const auto path = readableFile(line.arguments.front());
+  if (!path) return Outcome::failed(path.error().message);
+  const auto reader = std::move(makeServices().pictureReader);
+  const QObject context;
+  auto outcome = Outcome::failed("nothing here can read pictures");
+  untilDone([&](const std::function<void()>& done) {
+    OCR::recognizeWithBarcodes(&context, *reader, path.value(),
+                               [&, done](std::optional<OCR::RecognitionWithCodes> found) {
+                                 if (found) outcome = whatWasRead(path.value(), found->recognition, found->codes);
+                                 done();
+                               });
+  });
+  return outcome;
+}
+
+}  // namespace Nimbrel::Ctl

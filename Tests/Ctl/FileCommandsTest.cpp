@@ -1,0 +1,106 @@
+#include "CtlFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Nimbrel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::StartsWith;
+namespace fs = std::filesystem;
+
+class FileCommandsTest : public Testing::CtlFixture {
+ protected:
+  void SetUp() override { id_ = importPicture("a.png"); }
+  [[nodiscard]] std::string word() const { return std::to_string(id_); }
+
+  ShotID id_ = 0;
+};
+
+TEST_F(FileCommandsTest, FilesIntoTheLibrary) {
+  EXPECT_EQ(statusOf({"file", word()}), "Filed 1 shot into the library");
+  EXPECT_TRUE(row(id_)->filed);
+  EXPECT_EQ(row(id_)->path, home_.inLibrary("2023/2023-11/a.png"));
+  EXPECT_TRUE(fs::exists(row(id_)->path));
+}
+
+TEST_F(FileCommandsTest, FailsWithTheReasonWhenNothingCouldBeFiled) {
+  fs::remove(home_.path("a.png"));
+  const auto output = ctl({"file", word()});
+  EXPECT_EQ(output.status, 1);
+  EXPECT_THAT(output.errors, StartsWith("nimbrelctl: Could not file a.png: "));
+}
+
+TEST_F(FileCommandsTest, Renames) {
+  EXPECT_EQ(statusOf({"rename", word(), "report"}), "");
+  EXPECT_EQ(row(id_)->name, "report.png");
+  EXPECT_TRUE(fs::exists(home_.path("report.png")));
+}
+
+TEST_F(FileCommandsTest, FailsWhenTheFileCannotBeRenamed) {
+  fs::remove(home_.path("a.png"));
+  const auto output = ctl({"rename", word(), "b.png"});
+  EXPECT_EQ(output.status, 1);
+  EXPECT_THAT(output.errors, StartsWith("nimbrelctl: Rename failed: "));
+}
+
+TEST_F(FileCommandsTest, MovesToTheTrashAndWaitsForIt) {
+  EXPECT_EQ(statusOf({"trash", word()}), "Moved 1 to Trash");
+  EXPECT_FALSE(row(id_));
+  EXPECT_FALSE(fs::exists(home_.path("a.png")));
+}
+
+TEST_F(FileCommandsTest, FailsWhenTheFileIsNotThereToBeTrashed) {
+  fs::remove(home_.path("a.png"));
+  const auto output = ctl({"trash", word()});
+  EXPECT_EQ(output.status, 1);
+  EXPECT_THAT(output.errors, StartsWith("nimbrelctl: Trash failed: "));
+  EXPECT_TRUE(row(id_));
+}
+
+TEST_F(FileCommandsTest, ForgetsAndLeavesTheFile) {
+  EXPECT_EQ(statusOf({"forget", word()}), "Removed 1 from the catalogue");
+  EXPECT_FALSE(row(id_));
+  EXPECT_TRUE(fs::exists(home_.path("a.png")));
+}
+
+class DuplicatesTrashTest : public FileCommandsTest {
+ protected:
+  void SetUp() override {
+    FileCommandsTest::SetUp();
+    newer_ = importPicture("newer.png", 60);
+    newest_ = importPicture("newest.png", 120);
+    const auto store = home_.open(ProcessRole::tool);
+    for (const auto id : {id_, newer_, newest_}) store->database().setHash(id, 0xFF00);
+  }
+  [[nodiscard]] std::vector<std::string> remaining() {
+    return Testing::namesOf(home_.open(ProcessRole::tool)->shots());
+  }
+
+  ShotID newer_ = 0;
+  ShotID newest_ = 0;
+};
+
+TEST_F(DuplicatesTrashTest, KeepsTheNewestOfEachGroup) {
+  EXPECT_EQ(statusOf({"duplicates", "--trash"}), "Moved 2 to Trash");
+  EXPECT_THAT(remaining(), ElementsAre("newest.png"));
+  EXPECT_EQ(statusOf({"duplicates", "--trash"}), "");
+}
+
+TEST_F(DuplicatesTrashTest, KeepsTheOneThatWasAskedFor) {
+  EXPECT_EQ(statusOf({"duplicates", "--trash", "--keep", std::to_string(newer_)}), "Moved 2 to Trash");
+  EXPECT_THAT(remaining(), ElementsAre("newer.png"));
+}
+
+TEST_F(DuplicatesTrashTest, OnlyLooksWithoutBeingAskedForMore) {
+  EXPECT_EQ(json({"duplicates"}).array().size(), 1);
+  EXPECT_EQ(ctl({"duplicates", "--keep", std::to_string(newer_)}).status, 2);
+  EXPECT_EQ(ctl({"duplicates", std::to_string(newer_)}).status, 2);
+  EXPECT_EQ(ctl({"duplicates", "--trash", "--keep", "999"}).status, 1);
+  EXPECT_EQ(remaining().size(), 3U);
+}
+
+}  // namespace
+}  // namespace Nimbrel
