@@ -72,7 +72,7 @@ TEST(SensitivePrefilter, NeverSaysNoToATextThatTheExpressionMatches) {
     for (const auto& text : texts) {
       if (pattern->matches(Text::toUtf16(text)).empty()) continue;
       ++matched;
-      EXPECT_TRUE(kind.mayMatch(text)) << kind.label << ": " << text;
+      EXPECT_TRUE(possibleIn(text).test(static_cast<std::size_t>(kind.sought))) << kind.label << ": " << text;
     }
     EXPECT_GT(matched, 0) << kind.label;
   }
@@ -80,7 +80,7 @@ TEST(SensitivePrefilter, NeverSaysNoToATextThatTheExpressionMatches) {
 
 TEST(SensitivePrefilter, SaysNoToOrdinaryText) {
   const std::string_view text = "Total: 12.50 EUR at 10:30, invoice 2026-0042. See https://example.com/a?b=c for more.";
-  EXPECT_TRUE(std::ranges::none_of(secretKinds, [&](const SecretKind& kind) { return kind.mayMatch(text); }));
+  EXPECT_TRUE(possibleIn(text).none());
 }
 
 TEST(SensitivePrefilter, KnowsEveryCharacterThatFoldsToAsciiLetters) {

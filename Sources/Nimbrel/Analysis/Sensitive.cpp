@@ -72,8 +72,10 @@ std::vector<Finding> scan(std::string_view text) {
   std::vector<Finding> findings;
   Claims claims;
   std::u16string characters;
+  const auto possible = SensitivePrefilter::possibleIn(text);
+  if (possible.none()) return findings;
   for (const auto& [secret, pattern] : detectors()) {
-    if (!secret.mayMatch(text)) continue;
+    if (!possible.test(static_cast<std::size_t>(secret.sought))) continue;
     if (characters.empty()) characters = Text::toUtf16(text);
     // Matches of one expression never overlap, so only those of earlier ones stand in the way.
     std::vector<TextRange> accepted;

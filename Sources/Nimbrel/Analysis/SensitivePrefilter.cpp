@@ -11,29 +11,15 @@ namespace Nimbrel::SensitivePrefilter {
 
 namespace {
 
-constexpr auto npos = std::string_view::npos;
-
 constexpr char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool isLetter(char c) { return lowered(c) >= 'a' && lowered(c) <= 'z'; }
 constexpr bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 constexpr bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-/// Calls `visit` with each character beyond ASCII until it returns true; returns whether it did.
-template <class Visit>
-bool anyBeyondAscii(std::string_view text, Visit visit) {
-  while (!text.empty()) {
-    const auto skipped = static_cast<std::size_t>(std::ranges::find_if_not(text, isAscii) - text.begin());
-    text.remove_prefix(skipped);
-    if (text.empty()) break;
-    const auto character = Utf8::first(text);
-    if (character.isValid && visit(character.code)) return true;
-    text.remove_prefix(character.length);
-  }
-  return false;
+constexpr bool isLocalPartCharacter(char c) {
+  return isLetter(c) || isDigit(c) || c == '.' || c == '_' || c == '%' || c == '+' || c == '-';
 }
-
-bool holdsFoldingCharacter(std::string_view text) { return anyBeyondAscii(text, foldsToAsciiLetters); }
 
 bool endsWithIgnoringCase(std::string_view text, std::string_view loweredWord) {
   return text.size() >= loweredWord.size() &&
@@ -50,9 +36,122 @@ bool mayAnnounceSecret(std::string_view before) {
   return std::ranges::any_of(words, [&](std::string_view word) { return endsWithIgnoringCase(before, word); });
 }
 
-bool isLocalPartCharacter(char c) {
-  return isLetter(c) || isDigit(c) || c == '.' || c == '_' || c == '%' || c == '+' || c == '-';
-}
+/// Characters at which one of the expressions may be told; all others are passed over. Each stands as late in what is
+/// sought as it can, where it is rarer than the letters before it.
+enum class Trigger : unsigned char { None, Key, Token, Bearer, Separator, Digit, At, BeyondAscii };
+
+constexpr std::array<Trigger, 256> triggers = [] {
+  std::array<Trigger, 256> table{};
+  for (const unsigned char c : std::string_view("K-_x")) table[c] = Trigger::Key;
+  table['J'] = Trigger::Token;
+  table['B'] = table['b'] = Trigger::Bearer;
+  table[':'] = table['='] = Trigger::Separator;
+  for (unsigned char c = '0'; c <= '9'; ++c) table[c] = Trigger::Digit;
+  table['@'] = Trigger::At;
+  for (std::size_t c = 0x80; c < table.size(); ++c) table[c] = Trigger::BeyondAscii;
+  return table;
+}();
+
+/// One pass over a text.
+class Look {
+ public:
+  explicit Look(std::string_view text) : text_(text) {}
+
+  [[nodiscard]] SoughtSet possible() {
+    for (std::size_t at = 0; at < text_.size();) {
+      const auto trigger = triggers[static_cast<unsigned char>(text_[at])];
+      at = trigger == Trigger::None ? at + 1 : behind(trigger, at);
+    }
+    if (folds_) {
+      note(Sought::bearerToken);
+      if (separated_) note(Sought::password);
+    }
+    return possible_;
+  }
+
+ private:
+  void note(Sought sought) { possible_.set(static_cast<std::size_t>(sought)); }
+  void noteIf(bool is, Sought sought) {
+    if (is) note(sought);
+  }
+  [[nodiscard]] std::string_view until(std::size_t at) const { return text_.substr(0, at); }
+
+  /// Looks at the place of a trigger, and returns where to go on.
+  std::size_t behind(Trigger trigger, std::size_t at) {
+    switch (trigger) {
+      case Trigger::Key:
+        noteIf(isInAPIKey(at), Sought::apiKey);
+        break;
+      case Trigger::Token:
+        noteIf(until(at).ends_with("ey"), Sought::webToken);
+        break;
+      case Trigger::Bearer:
+        noteIf(isBearer(at), Sought::bearerToken);
+        break;
+      case Trigger::Separator:
+        separated_ = true;
+        noteIf(mayAnnounceSecret(until(at)), Sought::password);
+        break;
+      case Trigger::At:
+        noteIf(at > 0 && isLocalPartCharacter(text_[at - 1]), Sought::email);
+        break;
+      case Trigger::Digit:
+        return behindDigits(at);
+      case Trigger::BeyondAscii:
+        return behindCharacter(at);
+      case Trigger::None:
+        break;
+    }
+    return at + 1;
+  }
+
+  [[nodiscard]] bool isInAPIKey(std::size_t at) const {
+    const auto before = until(at);
+    switch (text_[at]) {
+      case 'K':
+        return before.ends_with('A');
+      case '-':
+        return before.ends_with("sk");
+      case '_':
+        return before.size() >= 3 && before.substr(before.size() - 3).starts_with("gh");
+      default:
+        return before.ends_with("xo");
+    }
+  }
+
+  [[nodiscard]] bool isBearer(std::size_t at) const {
+    static constexpr std::string_view word = "bearer";
+    return std::ranges::equal(text_.substr(at, word.size()), word, {}, lowered);
+  }
+
+  /// Numbers of cards may be cut into groups by single blanks and dashes.
+  std::size_t behindDigits(std::size_t at) {
+    constexpr int fewestDigits = 13;
+    int digits = 0;
+    while (at < text_.size() && isDigit(text_[at])) {
+      ++digits;
+      ++at;
+      const bool isGap = at + 1 < text_.size() && (text_[at] == ' ' || text_[at] == '-') && isDigit(text_[at + 1]);
+      if (isGap) ++at;
+    }
+    noteIf(digits >= fewestDigits, Sought::card);
+    return at;
+  }
+
+  std::size_t behindCharacter(std::size_t at) {
+    const auto character = Utf8::first(text_.substr(at));
+    if (character.isValid) {
+      noteIf(u_charDigitValue(static_cast<UChar32>(character.code)) >= 0, Sought::card);
+      folds_ = folds_ || foldsToAsciiLetters(character.code);
+    }
+    return at + character.length;
+  }
+
+  std::string_view text_;
+  SoughtSet possible_;
+  bool separated_ = false;
+  bool folds_ = false;
+};
 
 }  // namespace
 
@@ -64,50 +163,6 @@ bool foldsToAsciiLetters(char32_t character) {
          (character >= 0xFB00 && character <= 0xFB06);
 }
 
-bool mayHoldAPIKey(std::string_view text) {
-  if (text.find("AKIA") != npos || text.find("sk-") != npos || text.find("xox") != npos) return true;
-  for (auto at = text.find("gh"); at != npos; at = text.find("gh", at + 1)) {
-    if (text.size() > at + 3 && text[at + 3] == '_') return true;
-  }
-  return false;
-}
-
-bool mayHoldWebToken(std::string_view text) { return text.find("eyJ") != npos; }
-
-bool mayHoldBearerToken(std::string_view text) {
-  static constexpr std::string_view word = "bearer";
-  return !std::ranges::search(text, word, {}, lowered).empty() || holdsFoldingCharacter(text);
-}
-
-bool mayHoldPassword(std::string_view text) {
-  bool separated = false;
-  for (auto at = text.find_first_of(":="); at != npos; at = text.find_first_of(":=", at + 1)) {
-    if (mayAnnounceSecret(text.substr(0, at))) return true;
-    separated = true;
-  }
-  return separated && holdsFoldingCharacter(text);
-}
-
-bool mayHoldCard(std::string_view text) {
-  constexpr int fewestDigits = 13;
-  int digits = 0;
-  char former = ' ';
-  for (const char c : text) {
-    if (isDigit(c)) {
-      if (++digits >= fewestDigits) return true;
-    } else if ((c != ' ' && c != '-') || !isDigit(former)) {
-      digits = 0;
-    }
-    former = c;
-  }
-  return anyBeyondAscii(text, [](char32_t code) { return u_charDigitValue(static_cast<UChar32>(code)) >= 0; });
-}
-
-bool mayHoldEmail(std::string_view text) {
-  for (auto at = text.find('@'); at != npos; at = text.find('@', at + 1)) {
-    if (at > 0 && isLocalPartCharacter(text[at - 1])) return true;
-  }
-  return false;
-}
+SoughtSet possibleIn(std::string_view text) { return Look(text).possible(); }
 
 }  // namespace Nimbrel::SensitivePrefilter

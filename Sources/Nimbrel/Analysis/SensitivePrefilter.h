@@ -1,18 +1,20 @@
 #pragma once
 
+#include <bitset>
+#include <cstddef>
 #include <string_view>
 
-/// Cheap tests that tell which texts an expression of the detector cannot match at all, so that it need not run: nearly
-/// all texts hold no secret. Each is exact in that direction: where it says no, the expression has no match. Text is
-/// UTF-8; any thread.
+/// A cheap look that tells which expressions of the detector cannot match a text at all, so that they need not run:
+/// nearly all texts hold no secret. It is exact in that direction: what it rules out has no match. Text is UTF-8; any
+/// thread.
 namespace Nimbrel::SensitivePrefilter {
 
-[[nodiscard]] bool mayHoldAPIKey(std::string_view text);
-[[nodiscard]] bool mayHoldWebToken(std::string_view text);
-[[nodiscard]] bool mayHoldBearerToken(std::string_view text);
-[[nodiscard]] bool mayHoldPassword(std::string_view text);
-[[nodiscard]] bool mayHoldCard(std::string_view text);
-[[nodiscard]] bool mayHoldEmail(std::string_view text);
+/// The expressions by what they look for, in their order.
+enum class Sought { apiKey, webToken, bearerToken, password, card, email, count };
+using SoughtSet = std::bitset<static_cast<std::size_t>(Sought::count)>;
+
+/// What the text may hold, from one pass over it.
+[[nodiscard]] SoughtSet possibleIn(std::string_view text);
 
 /// Whether a character beyond ASCII is the same as one or more ASCII letters when case does not count, as the long s is
 /// an s: expressions that ignore case match it.
