@@ -1,6 +1,6 @@
-#include "EnvironmentVariable.h"
 #include "FileEventsFixture.h"
 #include "Platform/UserFolders.h"
+#include "Support/EnvironmentVariable.h"
 
 #include <QProcess>
 

@@ -1,6 +1,6 @@
 #include "Linux/Desktop/LinuxScreenshotTool.h"
 
-#include "EnvironmentVariable.h"
+#include "Support/EnvironmentVariable.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

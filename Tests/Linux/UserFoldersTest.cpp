@@ -1,6 +1,6 @@
 #include "Platform/UserFolders.h"
 
-#include "EnvironmentVariable.h"
+#include "Support/EnvironmentVariable.h"
 
 #include <gtest/gtest.h>
 

@@ -29,5 +29,6 @@ icu::Locale localeFor(const char* category) {
 
 icu::Locale forDates() { return localeFor("LC_TIME"); }
 icu::Locale forNumbers() { return localeFor("LC_NUMERIC"); }
+icu::Locale forComparison() { return localeFor("LC_COLLATE"); }
 
 }  // namespace Nimbrel::UserLocale

@@ -12,4 +12,7 @@ namespace Nimbrel::UserLocale {
 /// For numbers: LC_ALL, else LC_NUMERIC, else LANG.
 [[nodiscard]] icu::Locale forNumbers();
 
+/// For the order and the likeness of texts: LC_ALL, else LC_COLLATE, else LANG.
+[[nodiscard]] icu::Locale forComparison();
+
 }  // namespace Nimbrel::UserLocale

@@ -1,0 +1,110 @@
+#include "Foundation/NameOrder.h"
+
+#include "Foundation/UserLocale.h"
+
+#include <unicode/coll.h>
+#include <unicode/normalizer2.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace Nimbrel::NameOrder {
+
+namespace {
+
+std::unique_ptr<const icu::Collator> makeCollator() {
+  UErrorCode status = U_ZERO_ERROR;
+  std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(UserLocale::forComparison(), status));
+  if (U_FAILURE(status)) return nullptr;
+  collator->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
+  // Some locales pass over blanks and dashes, or order by case first; a list of files must not.
+  collator->setAttribute(UCOL_ALTERNATE_HANDLING, UCOL_NON_IGNORABLE, status);
+  collator->setAttribute(UCOL_CASE_FIRST, UCOL_OFF, status);
+  collator->setAttribute(UCOL_STRENGTH, UCOL_TERTIARY, status);
+  return collator;
+}
+
+/// Null when the library has no data to compare by; bytes are compared then.
+const icu::Collator* collator() {
+  thread_local const auto instance = makeCollator();
+  return instance.get();
+}
+
+icu::StringPiece piece(std::string_view text) { return {text.data(), static_cast<std::int32_t>(text.size())}; }
+
+/// Turkish and Azerbaijani have two letters i, each with its own upper case.
+bool hasTwoLettersI() {
+  thread_local const bool has = [] {
+    const std::string language = UserLocale::forComparison().getLanguage();
+    return language == "tr" || language == "az";
+  }();
+  return has;
+}
+
+/// The text in a form in which equal characters have equal codes, whatever their case and spelling.
+icu::UnicodeString folded(std::string_view text) {
+  UErrorCode status = U_ZERO_ERROR;
+  const auto* composing = icu::Normalizer2::getNFCInstance(status);
+  auto characters = icu::UnicodeString::fromUTF8(piece(text));
+  if (U_FAILURE(status)) return characters.foldCase();
+  characters = composing->normalize(characters, status);
+  characters.foldCase(hasTwoLettersI() ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT);
+  // Once more: what a letter folds to may come in pieces.
+  return composing->normalize(characters, status);
+}
+
+/// Whether a character ends at this place, so that no mark of it follows.
+bool isEndOfCharacter(const icu::UnicodeString& text, std::int32_t position) {
+  return position >= text.length() || u_getCombiningClass(text.char32At(position)) == 0;
+}
+
+bool isAscii(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+bool containsAscii(std::string_view text, std::string_view words) {
+  const auto lowered = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+  return !std::ranges::search(text, words, {}, lowered, lowered).empty();
+}
+
+}  // namespace
+
+int compare(std::string_view a, std::string_view b) {
+  if (collator() == nullptr) return a.compare(b);
+  UErrorCode status = U_ZERO_ERROR;
+  return collator()->compareUTF8(piece(a), piece(b), status);
+}
+
+std::string sortKey(std::string_view name) {
+  if (collator() == nullptr) return std::string(name);
+  const auto characters = icu::UnicodeString::fromUTF8(piece(name));
+  std::string key(name.size() * 2 + 16, '\0');
+  const auto fill = [&] {
+    return static_cast<std::size_t>(collator()->getSortKey(characters, reinterpret_cast<std::uint8_t*>(key.data()),
+                                                           static_cast<std::int32_t>(key.size())));
+  };
+  const auto needed = fill();
+  if (needed > key.size()) {
+    key.resize(needed);
+    fill();
+  }
+  key.resize(needed == 0 ? 0 : needed - 1);  // without the zero at its end
+  return key;
+}
+
+bool containsIgnoringCase(std::string_view text, std::string_view words) {
+  if (words.empty()) return false;
+  if (!hasTwoLettersI() && isAscii(words) && isAscii(text)) return containsAscii(text, words);
+  const auto where = folded(text);
+  const auto what = folded(words);
+  for (auto hit = where.indexOf(what); hit >= 0; hit = where.indexOf(what, hit + 1)) {
+    if (isEndOfCharacter(where, hit + what.length())) return true;
+  }
+  return false;
+}
+
+}  // namespace Nimbrel::NameOrder
