@@ -1,8 +1,13 @@
 #include "Foundation/Formats.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+#include <unicode/timezone.h>
+
+#include <future>
 #include <limits>
+#include <memory>
+#include <vector>
 
 namespace Nimbrel::Formats {
 namespace {
@@ -50,6 +55,39 @@ TEST(RelativeDay, MomentsBeyondTheCalendarAreHeldAtItsEnd) {
 TEST(LocalDay, NeighbouringDaysHaveNeighbouringNumbers) {
   EXPECT_EQ(localDay(at(2026y / March / 2)), localDay(at(2026y / March / 1, Seconds{86'399})) + 1);
   EXPECT_EQ(localDay(timestamp(-1)), -1);
+}
+
+/// What comes out in another time zone: each thread asks for the zone when it first needs it.
+template <class Work>
+auto inZone(const char* name, Work work) {
+  const std::unique_ptr<icu::TimeZone> former(icu::TimeZone::createDefault());
+  icu::TimeZone::adoptDefault(icu::TimeZone::createTimeZone(name));
+  const auto result = std::async(std::launch::async, work).get();
+  icu::TimeZone::setDefault(*former);
+  return result;
+}
+
+TEST(LocalDay, FollowsTheClocksOfTheZone) {
+  // The clocks go forward at 01:00 UTC on March 29 and back at 01:00 UTC on October 25.
+  const auto days = inZone("Europe/Berlin", [] {
+    const auto dayOf = [](year_month_day day, int minutes) { return localDay(at(day, Seconds{minutes * 60.0})); };
+    return std::vector<std::int64_t>{
+        dayOf(2026y / March / 27, 22 * 60 + 59),   dayOf(2026y / March / 27, 23 * 60),
+        dayOf(2026y / March / 29, 21 * 60 + 59),   dayOf(2026y / March / 29, 22 * 60),
+        dayOf(2026y / October / 24, 21 * 60 + 59), dayOf(2026y / October / 24, 22 * 60),
+        dayOf(2026y / October / 25, 22 * 60 + 59), dayOf(2026y / October / 25, 23 * 60),
+        dayOf(2026y / March / 27, 22 * 60 + 59),
+    };
+  });
+  const auto march = sys_days(2026y / March / 27).time_since_epoch().count();
+  const auto october = sys_days(2026y / October / 24).time_since_epoch().count();
+  EXPECT_THAT(days, ::testing::ElementsAre(march, march + 1, march + 2, march + 3, october, october + 1, october + 1,
+                                           october + 2, march));
+}
+
+TEST(LocalDay, OfAZoneThatNeverChangesItsClocksIsAsRegular) {
+  const auto day = inZone("Etc/GMT-5", [] { return localDay(at(2026y / March / 2, Seconds{19 * 3600.0})); });
+  EXPECT_EQ(day, sys_days(2026y / March / 3).time_since_epoch().count());
 }
 
 TEST(Date, FollowsAFixedPattern) { EXPECT_EQ(date(at(2026y / March / 2), u"yyyy-MM"), "2026-03"); }

@@ -2,15 +2,18 @@
 
 #include "Foundation/UserLocale.h"
 
+#include <unicode/basictz.h>
 #include <unicode/datefmt.h>
 #include <unicode/numberformatter.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
+#include <unicode/tztrans.h>
 #include <unicode/unistr.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <memory>
 
@@ -54,6 +57,31 @@ const icu::TimeZone& localTimeZone() {
   return *zone;
 }
 
+/// A stretch of time, and by how much local time is ahead of UTC in it, in milliseconds.
+struct OffsetSpan {
+  UDate start = 0;
+  UDate end = 0;
+  double offset = 0;
+
+  [[nodiscard]] bool holds(UDate date) const { return date >= start && date < end; }
+};
+
+OffsetSpan spanOf(UDate date) {
+  const auto& zone = localTimeZone();
+  std::int32_t standardOffset = 0;
+  std::int32_t daylightOffset = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  zone.getOffset(date, false, standardOffset, daylightOffset, status);
+  OffsetSpan span{.start = date, .end = date, .offset = static_cast<double>(standardOffset) + daylightOffset};
+  const auto* rules = dynamic_cast<const icu::BasicTimeZone*>(&zone);
+  if (rules == nullptr) return span;
+  icu::TimeZoneTransition change;
+  constexpr auto always = std::numeric_limits<UDate>::infinity();
+  span.start = rules->getPreviousTransition(date, true, change) != 0 ? change.getTime() : -always;
+  span.end = rules->getNextTransition(date, false, change) != 0 ? change.getTime() : always;
+  return span;
+}
+
 std::chrono::year yearOfDay(std::int64_t day) {
   return std::chrono::year_month_day(std::chrono::sys_days(std::chrono::days(day))).year();
 }
@@ -72,12 +100,11 @@ std::string localizedNumber(double number, int fractionDigits) {
 }  // namespace
 
 std::int64_t localDay(Timestamp moment) {
+  // Moments that are asked about come in the order of time, and clocks are changed twice a year.
+  thread_local OffsetSpan span;
   const auto date = icuDate(moment);
-  std::int32_t standardOffset = 0;
-  std::int32_t daylightOffset = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  localTimeZone().getOffset(date, false, standardOffset, daylightOffset, status);
-  return static_cast<std::int64_t>(std::floor((date + standardOffset + daylightOffset) / millisecondsPerDay));
+  if (!span.holds(date)) span = spanOf(date);
+  return static_cast<std::int64_t>(std::floor((date + span.offset) / millisecondsPerDay));
 }
 
 std::string relativeDay(Timestamp moment, Timestamp now) {
