@@ -30,6 +30,29 @@ TEST(Pattern, LinesAfterACatastrophicOneAreSearchedAllTheSame) {
   EXPECT_EQ(pattern->matches(text), (Ranges{{0, 6}, {68, 6}}));
 }
 
+TEST(Pattern, IsInATextThatHoldsAMatch) {
+  const auto pattern = Pattern::constant(u"b+");
+  EXPECT_TRUE(pattern.isIn(u"\U0001F600bb ab"));
+  EXPECT_FALSE(pattern.isIn(u"aaa"));
+  EXPECT_FALSE(pattern.isIn(u""));
+}
+
+TEST(Pattern, IsNotInACatastrophicInput) {
+  EXPECT_FALSE(Pattern::constant(u"(a+)+$").isIn(std::u16string(60, u'a') + u"b"));
+}
+
+TEST(Pattern, IsInATextWhoseMatchFollowsACatastrophicLine) {
+  const auto pattern = Pattern::constant(u"(?:a+)+b|needle");
+  EXPECT_TRUE(pattern.isIn(std::u16string(60, u'a') + u"\nneedle"));
+  EXPECT_FALSE(pattern.isIn(std::u16string(60, u'a') + u"\nnothing"));
+}
+
+TEST(Pattern, AConstantThatIsNotValidMatchesNothing) {
+  const auto pattern = Pattern::constant(u"(a");
+  EXPECT_FALSE(pattern.isIn(u"(a"));
+  EXPECT_TRUE(pattern.matches(u"(a").empty());
+}
+
 TEST(Pattern, LoneSurrogatesAreMatchedAround) {
   const auto pattern = Pattern::compile(u"a");
   const std::u16string text{u'a', char16_t{0xD800}, u'a'};

@@ -42,6 +42,29 @@ TEST(Lines, EndAtEveryUnicodeLineBreakAndEmptyOnesAreDropped) {
 
 TEST(Lines, KeepBytesThatAreNotUtf8) { EXPECT_EQ(lines("a\xC2\nb"), (Views{"a\xC2", "b"})); }
 
+TEST(Lines, AreNoMoreThanWanted) {
+  EXPECT_EQ(lines("\na\n\nb\nc", 2), (Views{"a", "b"}));
+  EXPECT_EQ(lines("a\nb", 2), (Views{"a", "b"}));
+  EXPECT_EQ(lines("a\nb", 3), (Views{"a", "b"}));
+  EXPECT_TRUE(lines("a\nb", 0).empty());
+}
+
+TEST(TrimmedOf, RemovesTheCharactersAtBothEndsAndNothingElse) {
+  EXPECT_EQ(trimmedOf("•[·a•b·]", U"·•[]"), "a•b");
+  EXPECT_EQ(trimmedOf(" [a]", U"[]"), " [a");
+  EXPECT_EQ(trimmedOf("[[", U"[]"), "");
+  EXPECT_EQ(trimmedOf("[\xFF]", U"[]"), "\xFF");
+}
+
+TEST(WordCount, CountsThePiecesBetweenWhiteSpace) {
+  EXPECT_EQ(wordCount("", 9), 0U);
+  EXPECT_EQ(wordCount(" \n\t\u00A0\u3000", 9), 0U);
+  EXPECT_EQ(wordCount("a b\n\nc\u2003d\u2028e ", 9), 5U);
+  EXPECT_EQ(wordCount("a,b \xFF", 9), 2U);
+}
+
+TEST(WordCount, StopsAtTheMostThatIsWanted) { EXPECT_EQ(wordCount("a b c d", 2), 2U); }
+
 TEST(CharacterCount, CountsWhatAReaderSees) {
   EXPECT_EQ(characterCount("abc"), 3U);
   EXPECT_EQ(characterCount("e\u0301e\u0301"), 2U);

@@ -24,14 +24,22 @@ class Pattern {
  public:
   /// Absent when the expression is not valid.
   [[nodiscard]] static std::optional<Pattern> compile(std::u16string_view expression);
+  /// An expression that stands in the program. One that is not valid is a mistake of ours and matches nothing.
+  [[nodiscard]] static Pattern constant(std::u16string_view expression);
 
   /// All matches from left to right, none overlapping another. Each match has a limit of time and of memory: a line on
   /// which it is exceeded has no match from there on, and after a few such lines the rest of the text has none.
   [[nodiscard]] std::vector<TextRange> matches(std::u16string_view text) const;
 
+  /// Whether there is a match, with the same limits; stops at the first.
+  [[nodiscard]] bool isIn(std::u16string_view text) const;
+
  private:
   struct Compiled;
+  enum class Wanted { All, First };
+
   explicit Pattern(std::shared_ptr<const Compiled> compiled);
+  [[nodiscard]] std::vector<TextRange> find(std::u16string_view text, Wanted wanted) const;
 
   std::shared_ptr<const Compiled> compiled_;
 };

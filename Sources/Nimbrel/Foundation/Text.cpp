@@ -21,6 +21,11 @@ bool isLineBreak(char32_t code) {
   return (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
 }
 
+bool isWhiteSpace(char32_t code) { return isHorizontalSpace(code) || isLineBreak(code); }
+
+/// No line break and no beginning of one: what nearly all texts are made of.
+bool isInnerAscii(char c) { return c >= 0x20 && static_cast<unsigned char>(c) < 0x80; }
+
 template <class Test>
 std::string_view without(std::string_view text, Test isDropped) {
   while (!text.empty()) {
@@ -62,16 +67,24 @@ bool isHorizontalSpace(char32_t character) {
 std::string_view trimmed(std::string_view text) { return without(text, isHorizontalSpace); }
 
 std::string_view trimmedWithLineBreaks(std::string_view text) {
-  return without(text, [](char32_t code) { return isHorizontalSpace(code) || isLineBreak(code); });
+  return without(text, isWhiteSpace);
 }
 
-std::vector<std::string_view> lines(std::string_view text) {
+std::string_view trimmedOf(std::string_view text, std::u32string_view characters) {
+  return without(text, [&](char32_t code) { return characters.find(code) != std::u32string_view::npos; });
+}
+
+std::vector<std::string_view> lines(std::string_view text, std::size_t most) {
   std::vector<std::string_view> result;
   std::size_t start = 0;
   const auto endLine = [&](std::size_t end) {
     if (end > start) result.push_back(text.substr(start, end - start));
   };
-  for (std::size_t position = 0; position < text.size();) {
+  for (std::size_t position = 0; position < text.size() && result.size() < most;) {
+    if (isInnerAscii(text[position])) {
+      ++position;
+      continue;
+    }
     const auto character = Utf8::first(text.substr(position));
     if (character.isValid && isLineBreak(character.code)) {
       endLine(position);
@@ -79,8 +92,21 @@ std::vector<std::string_view> lines(std::string_view text) {
     }
     position += character.length;
   }
-  endLine(text.size());
+  if (result.size() < most) endLine(text.size());
   return result;
+}
+
+std::size_t wordCount(std::string_view text, std::size_t most) {
+  std::size_t count = 0;
+  bool inWord = false;
+  while (!text.empty() && count < most) {
+    const auto character = Utf8::first(text);
+    const bool isSpace = character.isValid && isWhiteSpace(character.code);
+    if (!isSpace && !inWord) ++count;
+    inWord = !isSpace;
+    text.remove_prefix(character.length);
+  }
+  return count;
 }
 
 std::size_t characterCount(std::string_view text) {

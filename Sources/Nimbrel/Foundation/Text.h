@@ -18,9 +18,15 @@ namespace Nimbrel::Text {
 /// Without the white space and line breaks at both ends.
 [[nodiscard]] std::string_view trimmedWithLineBreaks(std::string_view text);
 
+/// Without those of the characters that stand at both ends.
+[[nodiscard]] std::string_view trimmedOf(std::string_view text, std::u32string_view characters);
+
 /// The non-empty pieces between Unicode line breaks: line feed, vertical tab, form feed, carriage return, next line,
-/// line separator, paragraph separator.
-[[nodiscard]] std::vector<std::string_view> lines(std::string_view text);
+/// line separator, paragraph separator. Only so many, from the first.
+[[nodiscard]] std::vector<std::string_view> lines(std::string_view text, std::size_t most = std::string_view::npos);
+
+/// How many non-empty pieces there are between white space and line breaks. Stops counting at `most`.
+[[nodiscard]] std::size_t wordCount(std::string_view text, std::size_t most);
 
 /// The number of characters as a reader counts them (grapheme clusters).
 [[nodiscard]] std::size_t characterCount(std::string_view text);
