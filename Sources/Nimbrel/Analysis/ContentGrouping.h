@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Analysis/ShotText.h"
 #include "Model/Models.h"
 
 #include <string>
@@ -24,6 +25,8 @@ struct ContentGroup {
 
   /// The group of a shot. Pure, any thread.
   [[nodiscard]] static ContentGroup forShot(const Shot& shot);
+  /// The same, with the shot's text made ready.
+  [[nodiscard]] static ContentGroup forShot(const Shot& shot, const ShotText& text);
   /// The group of an application by its name, with the names and identifiers of well-known ones put right.
   [[nodiscard]] static ContentGroup namedApplication(std::string_view name, std::string_view bundleID);
 };
