@@ -1,8 +1,10 @@
 // The catalogue at 10,000 and 100,000 shots, each figure beside the bare work that it cannot do without.
 
 #include "Analysis/Perceptual.h"
+#include "Analysis/Phrases.h"
 #include "Analysis/SecretKinds.h"
 #include "Analysis/Sensitive.h"
+#include "Analysis/ShotTraits.h"
 #include "Catalogue/SearchQuery.h"
 #include "Catalogue/ShotRow.h"
 #include "CatalogueMaker.h"
@@ -10,6 +12,7 @@
 #include "Foundation/Pattern.h"
 #include "Foundation/Text.h"
 #include "Measure.h"
+#include "ShotTexts.h"
 #include "Store/Store.h"
 
 #include <QCoreApplication>
@@ -148,11 +151,19 @@ std::vector<Comparison> catalogueTable(const Home& home, int shots) {
   const auto bare = [&] { use(bareLoop(connection, select)); };
   const auto store = home.open();
   std::unique_ptr<Store> fresh;
+  int notes = 0;
   std::vector<Comparison> table;
   table.push_back(compare(
-      "reload() of " + size + " unchanged rows", 2.0, 5, [&] { store->reload(); }, bare));
+      "reload() of " + size + " unchanged rows", 2.5, 5, [&] { store->reload(); }, bare));
   table.push_back(compare(
-      "first load of " + size + " rows", 4.0, 3, [&] { fresh = home.open(); }, bare));
+      "reload() of " + size + " rows, one changed", 3.0, 5,
+      [&] {
+        store->database().setNote(store->shots()[store->shots().size() / 2]->id, std::to_string(++notes));
+        store->reload();
+      },
+      bare));
+  table.push_back(compare(
+      "first load of " + size + " rows", 12.0, 3, [&] { fresh = home.open(); }, bare));
   fresh.reset();
   table.push_back(compare(
       "scan that finds nothing new in " + size + " files", 1.5, 5, [&] { store->scan(); },
@@ -194,6 +205,34 @@ Comparison secretsRow() {
       });
 }
 
+/// Group and collections beside one search for each phrase, which is the least that they could take without an index.
+Comparison traitsRow() {
+  ShotList shots;
+  for (int i = 0; i < 2000; ++i) {
+    Shot shot;
+    shot.ocr = shotText(i);
+    shot.ocrDone = true;
+    const auto [application, bundleID] = applicationOf(i);
+    shot.appName = application;
+    shot.bundleID = bundleID;
+    shot.appAttributionTrusted = !application.empty();
+    shots.push_back(std::make_shared<const Shot>(std::move(shot)));
+  }
+  return compare(
+      "group and collections of 2000 shots, one core", 0.3, 5,
+      [&] {
+        for (const auto& shot : shots) use(traitsOf(*shot).collections.count());
+      },
+      [&] {
+        for (const auto& shot : shots) {
+          const auto lowered = Text::lowered(shot->ocr);
+          for (std::size_t list = 0; list < static_cast<std::size_t>(PhraseList::count); ++list) {
+            for (const auto phrase : phrasesOf(static_cast<PhraseList>(list))) use(lowered.find(phrase));
+          }
+        }
+      });
+}
+
 /// The largest resident memory of "nimbrel --scan", beside the text of the table plus 60 MB.
 Comparison memoryRow(const Home& home, const std::string& program, int shots) {
   constexpr double base = 60e6;
@@ -228,7 +267,7 @@ int runAll(const std::string& program) {
   int missed = printTable({memoryRow(small, program, 10'000), memoryRow(large, program, 100'000)}, "bytes, resident");
   missed |= printTable(catalogueTable(small, 10'000), "seconds");
   missed |= printTable(catalogueTable(large, 100'000), "seconds");
-  missed |= printTable({groupsRow(10'000, 0.4, 7), groupsRow(100'000, 0.15, 1), secretsRow()}, "seconds");
+  missed |= printTable({groupsRow(10'000, 0.4, 7), groupsRow(100'000, 0.15, 1), secretsRow(), traitsRow()}, "seconds");
   return missed;
 }
 

@@ -17,7 +17,4 @@ MadeCatalogue makeCatalogue(const std::string& folder, const std::string& librar
 /// Makes the files of such a catalogue, empty.
 void makeLibraryFiles(const std::string& library, int shots);
 
-/// A text of about 1.2 KB as a screenshot might hold, by number.
-[[nodiscard]] std::string shotText(int number);
-
 }  // namespace Nimbrel::Benchmarks

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Analysis/ContentGrouping.h"
+#include "Analysis/ShotTraits.h"
 #include "Model/Models.h"
 #include "Model/ProductivityModels.h"
 
@@ -30,8 +31,8 @@ class DerivedState {
   /// Whether a shot must not give away where it comes from.
   using IsLocked = std::function<bool(const Shot&)>;
 
-  /// Works everything out for these shots, which replace the former ones.
-  void rebuild(const ShotList& shots, const IsLocked& isLocked);
+  /// Works everything out for these shots, which replace the former ones. Returns whether any answer changed.
+  bool rebuild(const ShotList& shots, const IsLocked& isLocked);
 
   /// The group of a shot of the list; the unknown group for a locked shot, and for an id that is not in the list.
   [[nodiscard]] const ContentGroup& contentOf(ShotID id) const;
@@ -48,6 +49,50 @@ class DerivedState {
   [[nodiscard]] const std::vector<ShotStack>& shotStacks() const { return shotStacks_; }
 
  private:
+  struct GroupHash {
+    std::size_t operator()(const ContentGroup& group) const;
+  };
+  /// All groups ever met, with their numbers; entries stay where they are.
+  using Groups = std::unordered_map<ContentGroup, std::size_t, GroupHash>;
+  using Group = Groups::value_type;
+
+  static constexpr auto npos = static_cast<std::size_t>(-1);
+  /// What is known of one shot of the list.
+  struct Member {
+    ShotID id = 0;
+    const Group* group = nullptr;  ///< what the picture says, locked or not
+    SmartCollectionSet collections;
+    bool isLocked = false;
+    std::size_t stack = npos;  ///< place in the list of stacks
+
+    /// Null for the unknown group.
+    [[nodiscard]] const Group* shownGroup() const;
+    /// Whether all answers are those for an id that is not in the list.
+    [[nodiscard]] bool isUnremarkable() const;
+  };
+  using Members = std::vector<Member>;
+  /// Places of members that are not locked, of one application.
+  struct Pile {
+    const Group* group;
+    std::vector<std::size_t> places;
+  };
+
+  [[nodiscard]] const Member* memberOf(ShotID id) const;
+  [[nodiscard]] std::size_t formerPlaceOf(const ShotPtr& shot, std::size_t likely) const;
+  [[nodiscard]] const Group* known(ContentGroup group);
+  [[nodiscard]] Members membersFor(const ShotList& shots);
+  [[nodiscard]] bool answersDifferFor(const Members& members) const;
+  void take(const ShotList& shots, Members members);
+  [[nodiscard]] std::vector<Pile> piles() const;
+  [[nodiscard]] static std::vector<ContentGroupCount> groupsOf(const std::vector<Pile>& piles);
+  [[nodiscard]] SmartCounts countCollections() const;
+  [[nodiscard]] std::vector<ShotStack> stacksOf(const std::vector<Pile>& piles) const;
+  void markStacks();
+
+  Groups groups_;
+  ShotList shots_;   // held, so that no other shot can have the address of one of them
+  Members members_;  // of each shot in turn
+  std::unordered_map<ShotID, std::size_t> places_;
   std::vector<ContentGroupCount> contentGroups_;
   SmartCounts smartCounts_;
   std::vector<ShotStack> shotStacks_;

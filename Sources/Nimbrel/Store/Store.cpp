@@ -83,6 +83,8 @@ void Store::reload() {
   std::erase_if(tags, [](const std::string& tag) { return tag.starts_with(projectTagPrefix); });
   publish(tags_, std::move(tags), Fact::tags);
 
+  if (derived_.rebuild(shots_, [this](const Shot& shot) { return isProtected(shot); })) note(Fact::derived);
+
   if (selection_.empty()) return;
   ShotIDSet remaining;
   for (const auto& shot : shots_) {
@@ -155,8 +157,10 @@ template <class T>
 void Store::publish(T& field, T value, Fact fact) {
   if (field == value) return;
   field = std::move(value);
-  facts_.set(static_cast<std::size_t>(fact));
+  note(fact);
 }
+
+void Store::note(Fact fact) { facts_.set(static_cast<std::size_t>(fact)); }
 
 void Store::tell() {
   using Signal = void (Store::*)();

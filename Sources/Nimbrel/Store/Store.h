@@ -216,6 +216,7 @@ class Store : public QObject {
   void tell();
   template <class T>
   void publish(T& field, T value, Fact fact);
+  void note(Fact fact);
   void setStatus(std::string status);
   [[nodiscard]] std::optional<std::string> storedRecordingPath() const;
 
