@@ -153,13 +153,6 @@ std::size_t Store::sensitiveCount() const {
       std::ranges::count_if(shots_, [](const ShotPtr& shot) { return !shot->sensitive.empty(); }));
 }
 
-template <class T>
-void Store::publish(T& field, T value, Fact fact) {
-  if (field == value) return;
-  field = std::move(value);
-  note(fact);
-}
-
 void Store::note(Fact fact) { facts_.set(static_cast<std::size_t>(fact)); }
 
 void Store::tell() {

@@ -2,6 +2,8 @@
 
 #include "Store/Store.h"
 
+#include <utility>
+
 namespace Nimbrel {
 
 /// Holds the signals of a Store back until the outermost operation ends, so that each fact is told once.
@@ -17,5 +19,12 @@ class Store::Operation {
  private:
   Store& store_;
 };
+
+template <class T>
+void Store::publish(T& field, T value, Fact fact) {
+  if (field == value) return;
+  field = std::move(value);
+  note(fact);
+}
 
 }  // namespace Nimbrel
