@@ -1,5 +1,6 @@
 #include "Catalogue/Database.h"
 
+#include "Catalogue/SearchIndex.h"
 #include "Catalogue/SearchQuery.h"
 #include "Catalogue/ShotRow.h"
 #include "Catalogue/Statement.h"
@@ -28,8 +29,7 @@ constexpr std::array schema{
     "    ocr TEXT NOT NULL DEFAULT '',\n    ocrDone INTEGER NOT NULL DEFAULT 0,\n"
     "    note TEXT NOT NULL DEFAULT '',\n    tags TEXT NOT NULL DEFAULT '',\n"
     "    favorite INTEGER NOT NULL DEFAULT 0\n)",
-    "CREATE VIRTUAL TABLE IF NOT EXISTS shots_fts USING fts5(\n"
-    "    name, appName, ocr, note, tags, tokenize='unicode61'\n)",
+    SearchIndex::createTable,
     "ALTER TABLE shots ADD COLUMN sensitive TEXT NOT NULL DEFAULT ''",
     "ALTER TABLE shots ADD COLUMN phash INTEGER NOT NULL DEFAULT 0",
     "ALTER TABLE shots ADD COLUMN barcodes TEXT NOT NULL DEFAULT ''",
@@ -41,8 +41,6 @@ constexpr std::array schema{
     "CREATE INDEX IF NOT EXISTS shots_date ON shots(date)",
     "CREATE INDEX IF NOT EXISTS shots_filed ON shots(filed)",
 };
-
-constexpr std::string_view hitStart = "\x02";
 
 std::string selectShots(std::string_view rest) {
   return "SELECT " + std::string(shotColumns) + " FROM shots " + std::string(rest);
@@ -169,19 +167,9 @@ std::optional<ShotIDSet> Database::searchIDs(std::string_view query) const {
 }
 
 std::unordered_map<ShotID, std::string> Database::searchSnippets(std::string_view query) const {
-  std::unordered_map<ShotID, std::string> snippets;
   const auto expression = matchExpression(query);
-  if (expression.empty()) return snippets;
-  Statement row(db_,
-                "SELECT rowid, snippet(shots_fts, 2, char(2), char(3), '…', 10)\n"
-                "FROM shots_fts WHERE shots_fts MATCH ?",
-                {expression});
-  while (row.step()) {
-    // A shot found by its name or tags comes with the start of its text, which holds no hit.
-    const auto snippet = row.text(1);
-    if (snippet.find(hitStart) != std::string_view::npos) snippets.emplace(row.integer(0), snippet);
-  }
-  return snippets;
+  if (expression.empty()) return {};
+  return SearchIndex::snippets(db_, expression);
 }
 
 ShotID Database::insert(const Shot& shot) {
@@ -205,9 +193,7 @@ void Database::reindex(ShotID id) {
   const auto record = shot(id);
   if (!record) return;
   Statement(db_, "DELETE FROM shots_fts WHERE rowid = ?", {id}).step();
-  Statement(db_, "INSERT INTO shots_fts (rowid, name, appName, ocr, note, tags) VALUES (?,?,?,?,?,?)",
-            {id, record->name, record->appName, record->ocr, record->note, Text::joined(record->tags, tagSeparator)})
-      .step();
+  SearchIndex::add(db_, *record);
 }
 
 void Database::setPath(ShotID id, std::string_view path, bool filed) {
