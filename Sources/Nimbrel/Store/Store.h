@@ -2,6 +2,7 @@
 
 #include "Catalogue/Database.h"
 #include "Catalogue/Settings.h"
+#include "Catalogue/Snippets.h"
 #include "Foundation/Result.h"
 #include "Model/Filter.h"
 #include "Model/Models.h"
@@ -11,6 +12,7 @@
 #include "Store/FrontmostTracker.h"
 #include "Store/Gallery.h"
 #include "Store/HashQueue.h"
+#include "Store/NameKeys.h"
 #include "Store/ReadingQueue.h"
 #include "Store/ScanPlan.h"
 #include "Store/StoreContext.h"
@@ -24,7 +26,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Nimbrel {
@@ -45,8 +46,6 @@ class Store : public QObject {
 
   // Published state
 
-  using Snippets = std::unordered_map<ShotID, std::string>;
-
   /// Every row of the catalogue, newest first, as of the last reload.
   [[nodiscard]] const ShotList& shots() const { return shots_; }
   /// The shots selected in the gallery.
@@ -64,8 +63,9 @@ class Store : public QObject {
   void setQuery(std::string query);
   /// The shots that the search found; absent when there is none.
   [[nodiscard]] const std::optional<ShotIDSet>& matchedIDs() const { return matchedIDs_; }
-  /// The text around the hits of the search, which stand between U+0002 and U+0003.
-  [[nodiscard]] const Snippets& snippets() const { return snippets_; }
+  /// The text around the hits of the search in a shot, which stand between U+0002 and U+0003; absent without a search
+  /// and for a shot without a hit in its text. Worked out when first asked for: meant for the shots on the screen.
+  [[nodiscard]] std::optional<std::string> snippet(const Shot& shot) const;
   /// Shots of the running batch that are still to be read; 0 when none runs.
   [[nodiscard]] std::size_t ocrRemaining() const { return readingQueue_ ? readingQueue_->remaining() : 0; }
   /// Sensitive shots that may be shown, because the owner has authenticated.
@@ -132,6 +132,8 @@ class Store : public QObject {
 
   // Filter, search and order
 
+  // Worked out afresh at each call; who needs sections and order takes both from one answer.
+
   /// The shots that pass search and filter, newest first.
   [[nodiscard]] ShotList visible() const;
   /// What the gallery shows, in its order.
@@ -144,6 +146,7 @@ class Store : public QObject {
   [[nodiscard]] ShotList matching(std::string_view text) const;
   /// Keeps the query in the sidebar, unless it is there.
   void saveCurrentSearch();
+  /// The filter, if it is this search, becomes `all`; the search itself goes on.
   void removeSaved(std::string_view text);
   /// Ends the search, and shows a shot among those that look like it.
   void showSimilar(const Shot& shot);
@@ -239,6 +242,7 @@ class Store : public QObject {
   std::string query_;
   std::optional<ShotIDSet> matchedIDs_;
   Snippets snippets_;
+  mutable NameKeys nameKeys_;
   ShotIDSet unlockedSensitiveIDs_;
   std::string status_;
   std::optional<std::string> lastRecordingURL_;
