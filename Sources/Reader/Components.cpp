@@ -1,0 +1,109 @@
+#include "Reader/Components.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+
+namespace Nimbrel::Reader {
+
+namespace {
+
+/// Marked pixels side by side in one row.
+struct Run {
+  int begin;
+  int end;
+  std::uint32_t component;
+};
+
+/// The components so far; those that turned out to be one point to the first of them.
+class Forest {
+ public:
+  std::uint32_t add() {
+    parents_.push_back(static_cast<std::uint32_t>(parents_.size()));
+    components_.emplace_back();
+    return parents_.back();
+  }
+
+  void grow(std::uint32_t index, const Box& run) {
+    auto& component = components_[root(index)];
+    component.box = component.pixels == 0 ? run : component.box.unitedWith(run);
+    component.pixels += run.width();
+  }
+
+  std::uint32_t root(std::uint32_t index) {
+    while (parents_[index] != index) {
+      parents_[index] = parents_[parents_[index]];
+      index = parents_[index];
+    }
+    return index;
+  }
+
+  std::uint32_t join(std::uint32_t one, std::uint32_t other) {
+    const auto [first, second] = std::minmax({root(one), root(other)});
+    if (first == second) return first;
+    parents_[second] = first;
+    components_[first].box = components_[first].box.unitedWith(components_[second].box);
+    components_[first].pixels += components_[second].pixels;
+    return first;
+  }
+
+  [[nodiscard]] std::vector<Component> takeComponents() {
+    std::vector<Component> result;
+    for (std::size_t i = 0; i < parents_.size(); ++i) {
+      if (parents_[i] == i) result.push_back(components_[i]);
+    }
+    return result;
+  }
+
+ private:
+  std::vector<std::uint32_t> parents_;
+  std::vector<Component> components_;
+};
+
+std::vector<Run> runsOf(const std::uint8_t* row, int width) {
+  std::vector<Run> runs;
+  for (int x = 0; x < width;) {
+    // Most of a picture is empty: eight pixels at once.
+    std::uint64_t word = 0;
+    if (x + 8 <= width && (std::memcpy(&word, row + x, sizeof(word)), word == 0)) {
+      x += 8;
+    } else if (row[x] == 0) {
+      ++x;
+    } else {
+      const int begin = x;
+      while (x < width && row[x] != 0) ++x;
+      runs.push_back({begin, x, 0});
+    }
+  }
+  return runs;
+}
+
+/// Gives each run of a row the component of the runs above that it touches, or one of its own.
+void assign(std::vector<Run>& runs, const std::vector<Run>& above, int y, Forest& forest) {
+  auto candidate = above.begin();
+  for (auto& run : runs) {
+    while (candidate != above.end() && candidate->end < run.begin) ++candidate;
+    std::optional<std::uint32_t> component;
+    for (auto touching = candidate; touching != above.end() && touching->begin <= run.end; ++touching) {
+      component = component ? forest.join(*component, touching->component) : touching->component;
+    }
+    run.component = component ? *component : forest.add();
+    forest.grow(run.component, {run.begin, y, run.end, y + 1});
+  }
+}
+
+}  // namespace
+
+std::vector<Component> componentsOf(const Plane& mask) {
+  Forest forest;
+  std::vector<Run> above;
+  for (int y = 0; y < mask.height(); ++y) {
+    auto runs = runsOf(mask.row(y), mask.width());
+    assign(runs, above, y, forest);
+    above = std::move(runs);
+  }
+  return forest.takeComponents();
+}
+
+}  // namespace Nimbrel::Reader

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Reader/Box.h"
+#include "Reader/Plane.h"
+
+#include <vector>
+
+namespace Nimbrel::Reader {
+
+/// Pixels of a mask that touch each other, at corners too.
+struct Component {
+  Box box;
+  int pixels = 0;
+
+  /// The part of its box that it fills, from 0 to 1.
+  [[nodiscard]] double fill() const {
+    return static_cast<double>(pixels) / (static_cast<double>(box.width()) * box.height());
+  }
+};
+
+/// All of them, in the order of their first pixels, row by row.
+[[nodiscard]] std::vector<Component> componentsOf(const Plane& mask);
+
+}  // namespace Nimbrel::Reader

@@ -1,0 +1,146 @@
+#include "Reader/EdgeMask.h"
+
+#include "Reader/Colour.h"
+#include "Reader/StraightLines.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace Nimbrel::Reader {
+
+namespace {
+
+constexpr int leastStep = 22;  ///< between neighbours, in the channel of the largest
+constexpr int tileSize = 32;
+constexpr double leastShare = 0.20;  ///< of a tile, for a colour to be its background
+constexpr int backgroundReach = 18;
+
+using Bytes = std::vector<std::uint8_t>;
+
+const QRgb* pixels(const QImage& picture, int y) { return reinterpret_cast<const QRgb*>(picture.constScanLine(y)); }
+
+/// Sets a flag for each byte of the one row that is far from that of the other.
+void compareBytes(const std::uint8_t* __restrict one, const std::uint8_t* __restrict other,
+                  std::uint8_t* __restrict far, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto larger = std::max(one[i], other[i]);
+    const auto smaller = std::min(one[i], other[i]);
+    far[i] = static_cast<std::uint8_t>(larger - smaller) >= leastStep;
+  }
+}
+
+/// Marks both pixels of each pair that differs, `flags` holding four bytes a pixel.
+void markPairs(const std::uint8_t* __restrict flags, std::uint8_t* one, std::uint8_t* other, int count,
+               std::uint8_t mark) {
+  for (int x = 0; x < count; ++x) {
+    std::uint32_t word = 0;
+    std::memcpy(&word, flags + static_cast<std::size_t>(x) * 4, sizeof(word));
+    const auto bits = static_cast<std::uint8_t>(word != 0 ? mark : 0);
+    one[x] |= bits;
+    other[x] |= bits;
+  }
+}
+
+Plane steps(const QImage& picture, const Box& area) {
+  Plane mask(area.width(), area.height());
+  const auto width = static_cast<std::size_t>(area.width());
+  Bytes flags(width * 4);
+  for (int y = 0; y < area.height(); ++y) {
+    const auto* row = reinterpret_cast<const std::uint8_t*>(pixels(picture, area.top + y) + area.left);
+    compareBytes(row, row + 4, flags.data(), (width - 1) * 4);
+    markPairs(flags.data(), mask.row(y), mask.row(y) + 1, area.width() - 1, stepAcross);
+    if (y + 1 == area.height()) break;
+    const auto* next = reinterpret_cast<const std::uint8_t*>(pixels(picture, area.top + y + 1) + area.left);
+    compareBytes(row, next, flags.data(), width * 4);
+    markPairs(flags.data(), mask.row(y), mask.row(y + 1), area.width(), stepDown);
+  }
+  return mask;
+}
+
+/// Counts colours in a table of few places: rare ones may fall out, a common one does not.
+class ColourCounts {
+ public:
+  void clear() { places_.fill({}); }
+  void add(QRgb colour) {
+    auto& place = places_[(colour * 2654435761U) >> 24];
+    if (place.colour == colour) {
+      ++place.count;
+    } else if (--place.count < 0) {
+      place = {colour, 1};
+    }
+  }
+  [[nodiscard]] QRgb most() const { return std::ranges::max_element(places_, {}, &Place::count)->colour; }
+
+ private:
+  struct Place {
+    QRgb colour = 0;
+    int count = 0;
+  };
+  std::array<Place, 256> places_{};
+};
+
+CommonColour commonColourWith(ColourCounts& counts, const QImage& picture, const Box& area) {
+  counts.clear();
+  for (int y = area.top; y < area.bottom; ++y) {
+    const auto* row = pixels(picture, y);
+    for (int x = area.left; x < area.right; ++x) counts.add(row[x]);
+  }
+  const QRgb colour = counts.most();
+  std::int64_t covered = 0;
+  for (int y = area.top; y < area.bottom; ++y) {
+    const auto* row = pixels(picture, y);
+    for (int x = area.left; x < area.right; ++x) covered += row[x] == colour ? 1 : 0;
+  }
+  return {colour, static_cast<double>(covered) / (static_cast<double>(area.width()) * area.height())};
+}
+
+void dropNear(QRgb colour, const QImage& picture, const Box& area, const Box& tile, Plane& mask) {
+  for (int y = tile.top; y < tile.bottom; ++y) {
+    const auto* row = pixels(picture, y);
+    auto* marks = mask.row(y - area.top) - area.left;
+    for (int x = tile.left; x < tile.right; ++x) {
+      if (marks[x] != 0 && colourDistance(row[x], colour) < backgroundReach) marks[x] = 0;
+    }
+  }
+}
+
+bool isBlank(const Plane& mask, const Box& area, const Box& tile) {
+  for (int y = tile.top; y < tile.bottom; ++y) {
+    const auto* begin = mask.row(y - area.top) + (tile.left - area.left);
+    if (std::any_of(begin, begin + tile.width(), [](std::uint8_t mark) { return mark != 0; })) return false;
+  }
+  return true;
+}
+
+void dropBackgrounds(const QImage& picture, const Box& area, Plane& mask) {
+  ColourCounts counts;
+  for (int top = area.top; top < area.bottom; top += tileSize) {
+    for (int left = area.left; left < area.right; left += tileSize) {
+      const auto tile = Box{left, top, left + tileSize, top + tileSize}.cutTo(area);
+      if (isBlank(mask, area, tile)) continue;
+      const auto common = commonColourWith(counts, picture, tile);
+      if (common.share >= leastShare) dropNear(common.colour, picture, area, tile, mask);
+    }
+  }
+}
+
+}  // namespace
+
+CommonColour commonColour(const QImage& picture, const Box& area) {
+  ColourCounts counts;
+  return commonColourWith(counts, picture, area);
+}
+
+Plane edgeMask(const QImage& picture, const Box& area, std::optional<QRgb> background) {
+  auto mask = steps(picture, area);
+  removeStraightLines(mask);
+  if (background) {
+    dropNear(*background, picture, area, area, mask);
+  } else {
+    dropBackgrounds(picture, area, mask);
+  }
+  return mask;
+}
+
+}  // namespace Nimbrel::Reader

@@ -1,0 +1,63 @@
+#include "Reader/Letters.h"
+
+#include <algorithm>
+
+namespace Nimbrel::Reader {
+
+namespace {
+
+constexpr int tallest = 110;
+constexpr int widest = 900;
+constexpr int leastHeight = 6;  ///< of a letter; lower ones are specks
+constexpr int leastFrameHeight = 14;
+constexpr double frameFill = 0.30;  ///< frames that hold something fill less of their box
+
+bool isTooLarge(const Box& box) {
+  return box.height() > tallest || box.width() > widest || (box.height() > 60 && box.width() > 160);
+}
+
+bool isDash(const Component& component) { return component.box.height() <= 3 && component.box.width() > 40; }
+
+/// Letters fill more of their box the smaller they are.
+bool isSparse(const Component& component) {
+  const auto& box = component.box;
+  if (box.height() < 18) return false;
+  return component.fill() < (box.width() > 2 * box.height() ? 0.19 : 0.10);
+}
+
+bool mayBeFrame(const Component& component) {
+  return component.box.height() >= leastFrameHeight && component.box.width() >= leastFrameHeight &&
+         component.fill() < frameFill;
+}
+
+/// Whether a component of a letter's size stands wholly within another. `components` are ordered by their left edges.
+bool holdsOthers(const Component& frame, const std::vector<Component>& components) {
+  auto other = std::ranges::upper_bound(components, frame.box.left, {}, [](const Component& c) { return c.box.left; });
+  for (; other != components.end() && other->box.left < frame.box.right; ++other) {
+    if (other->box.height() * 4 >= frame.box.height() && other->box.right < frame.box.right &&
+        other->box.top > frame.box.top && other->box.bottom < frame.box.bottom) {
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+Letters lettersAmong(const std::vector<Component>& components) {
+  std::vector<Component> left;
+  std::ranges::copy_if(components, std::back_inserter(left),
+                       [](const Component& c) { return !isTooLarge(c.box) && !isDash(c); });
+  std::ranges::stable_sort(left, {}, [](const Component& c) { return c.box.left; });
+  Letters result;
+  for (const auto& component : left) {
+    if (component.box.height() < leastHeight) {
+      result.specks.push_back(component);
+    } else if (!isSparse(component) && !(mayBeFrame(component) && holdsOthers(component, left))) {
+      result.letters.push_back(component);
+    }
+  }
+  return result;
+}
+
+}  // namespace Nimbrel::Reader
