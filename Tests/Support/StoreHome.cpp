@@ -52,6 +52,10 @@ std::unique_ptr<Store> StoreHome::open(ProcessRole role, FakeFileEvents** events
   if (events != nullptr) *events = fake.get();
   Services services;
   services.fileEvents = std::move(fake);
+  return open(role, std::move(services));
+}
+
+std::unique_ptr<Store> StoreHome::open(ProcessRole role, Services services) {
   auto opened = Store::open({.role = role,
                              .folders = folders_,
                              .clock = [this] { return now; },

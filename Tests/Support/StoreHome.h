@@ -44,6 +44,8 @@ class StoreHome {
 
   /// Opens a Store in the given role. `events`, if given, is told the file events that the Store works with.
   [[nodiscard]] std::unique_ptr<Store> open(ProcessRole role, FakeFileEvents** events = nullptr);
+  /// The same with the given services.
+  [[nodiscard]] std::unique_ptr<Store> open(ProcessRole role, Services services);
 
   /// The suite as another process has it.
   [[nodiscard]] std::unique_ptr<Defaults> suiteOfOtherProcess() const;

@@ -14,12 +14,14 @@ namespace Nimbrel {
 class CredentialPrompt {
  public:
   enum class Echo { Off, On };
-  /// What was typed; absent when the question was cancelled.
+  /// What was typed; absent when the question was cancelled, which ends the authentication. Whoever answers wipes what
+  /// is left of it (Foundation/Wipe.h).
   using Answer = std::function<void(std::optional<std::string> text)>;
 
   virtual ~CredentialPrompt() = default;
 
-  /// Puts a question, in the words of the system, and calls `answer` once, at any later moment.
+  /// Puts a question, in the words of the system, and calls `answer` once, at any later moment. An answer that comes
+  /// after the end is dropped.
   virtual void ask(const std::string& question, Echo echo, Answer answer) = 0;
   /// Shows a message that wants no answer: "Place your finger on the reader".
   virtual void show(const std::string& message) = 0;
@@ -35,6 +37,10 @@ class OwnerAuthentication {
 
   virtual ~OwnerAuthentication() = default;
 
+  /// Who puts the questions from now on; nobody without one. Borrowed: it must outlive this object or be taken back. An
+  /// authentication that runs meanwhile is refused.
+  virtual void setPrompt(CredentialPrompt* prompt) = 0;
+
   /// Whether there is a way to ask at all.
   [[nodiscard]] virtual bool canEvaluate() const = 0;
 
@@ -47,6 +53,7 @@ class OwnerAuthentication {
 /// Where nobody can be asked.
 class NullOwnerAuthentication final : public OwnerAuthentication {
  public:
+  void setPrompt(CredentialPrompt*) override {}
   [[nodiscard]] bool canEvaluate() const override { return false; }
   void evaluate(QObject* context, const std::string&, Then then) override {
     QMetaObject::invokeMethod(

@@ -51,6 +51,9 @@ Store::Store(StoreContext context)
   pendingRescan_.setSingleShot(true);
   pendingRescan_.setInterval(rescanDelay);
   connect(&pendingRescan_, &QTimer::timeout, this, &Store::scan);
+  connect(&settings_, &Settings::changed, this, [this](const QString& key) {
+    if (key == settings_.protectSensitive.key()) relockSensitive();
+  });
 }
 
 Store::~Store() = default;
@@ -78,6 +81,7 @@ void Store::reload() {
   catalogueVersion_ = database_->dataVersion();
   ownChangesRead_ = database_->ownChanges();
   publish(shots_, database_->allShots(shots_), Fact::shots);
+  publish(unlocked_, unlocked_.among(shots_), Fact::unlockedSensitiveIDs);
 
   auto tags = database_->allTags();
   std::erase_if(tags, [](const std::string& tag) { return tag.starts_with(projectTagPrefix); });

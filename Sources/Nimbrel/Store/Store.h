@@ -16,6 +16,7 @@
 #include "Store/ReadingQueue.h"
 #include "Store/ScanPlan.h"
 #include "Store/StoreContext.h"
+#include "Store/UnlockedShots.h"
 
 #include <QObject>
 #include <QTimer>
@@ -69,7 +70,7 @@ class Store : public QObject {
   /// Shots of the running batch that are still to be read; 0 when none runs.
   [[nodiscard]] std::size_t ocrRemaining() const { return readingQueue_ ? readingQueue_->remaining() : 0; }
   /// Sensitive shots that may be shown, because the owner has authenticated.
-  [[nodiscard]] const ShotIDSet& unlockedSensitiveIDs() const { return unlockedSensitiveIDs_; }
+  [[nodiscard]] const ShotIDSet& unlockedSensitiveIDs() const { return unlocked_.ids(); }
   /// One line on the outcome of the last action; overwritten by the next.
   [[nodiscard]] const std::string& status() const { return status_; }
   /// The recording made last, while its file is there.
@@ -178,6 +179,8 @@ class Store : public QObject {
   void withAccess(const ShotList& shots, std::function<void()> action);
   /// Protects everything sensitive again.
   void lockSensitive();
+  /// Whether the user works in the application; so it is until told otherwise. Leaving it protects everything again.
+  void setApplicationActive(bool active);
 
  Q_SIGNALS:
   void shotsChanged();
@@ -229,6 +232,8 @@ class Store : public QObject {
   std::size_t applyScan(const ScanPlan& plan);
   std::size_t addNewFiles(const std::vector<std::string>& paths, bool filed);
   void dropOrphans(const ShotList& unseen);
+  void unlock(const ShotList& shots);
+  void relockSensitive();
 
   StoreContext context_;
   Settings settings_;
@@ -243,10 +248,11 @@ class Store : public QObject {
   std::optional<ShotIDSet> matchedIDs_;
   Snippets snippets_;
   mutable NameKeys nameKeys_;
-  ShotIDSet unlockedSensitiveIDs_;
+  UnlockedShots unlocked_;
   std::string status_;
   std::optional<std::string> lastRecordingURL_;
   bool showMenuBar_ = true;
+  bool isApplicationActive_ = true;
 
   int operations_ = 0;
   std::bitset<static_cast<std::size_t>(Fact::count)> facts_;
