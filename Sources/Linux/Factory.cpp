@@ -1,5 +1,6 @@
 #include "Linux/Factory.h"
 
+#include "Linux/Authentication/PamOwnerAuthentication.h"
 #include "Linux/Desktop/LinuxScreenshotTool.h"
 #include "Linux/Files/InotifyFileEvents.h"
 
@@ -9,6 +10,7 @@ Services makeServices() {
   Services services;
   services.fileEvents = makeInotifyFileEvents();
   services.screenshotTool = makeLinuxScreenshotTool();
+  services.ownerAuthentication = makePamOwnerAuthentication();
   return services;
 }
 

@@ -1,14 +1,10 @@
 #include "Platform/UserFolders.h"
 
 #include "Foundation/FilePath.h"
+#include "Linux/Desktop/Account.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <cstdlib>
 #include <string_view>
-#include <vector>
 
 namespace Nimbrel {
 
@@ -21,15 +17,8 @@ std::optional<std::string> absolutePathFrom(const char* value) {
 }
 
 std::optional<std::string> homeOfAccount() {
-  constexpr std::size_t longestEntry = 1 << 20;
-  passwd entry{};
-  passwd* found = nullptr;
-  for (std::vector<char> buffer(4096); buffer.size() <= longestEntry; buffer.resize(2 * buffer.size())) {
-    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE) continue;
-    if (found == nullptr) return std::nullopt;
-    return absolutePathFrom(found->pw_dir);
-  }
-  return std::nullopt;
+  const auto account = Account::ofRealUser();
+  return account ? absolutePathFrom(account->home.c_str()) : std::nullopt;
 }
 
 /// Our folder in the one that the variable names.

@@ -1,0 +1,103 @@
+#include "Linux/Authentication/PamOwnerAuthentication.h"
+
+#include "Foundation/FilePath.h"
+#include "Foundation/Log.h"
+#include "Linux/Authentication/Conversation.h"
+#include "Linux/Authentication/PamTransaction.h"
+#include "Linux/Desktop/Account.h"
+#include "Platform/FileSystem.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace Nimbrel {
+
+namespace {
+
+constexpr std::string_view ownService = "nimbrel";
+constexpr std::string_view loginService = "login";
+
+/// False when the system has no thread left.
+bool startThread(std::string service, std::string user, std::shared_ptr<Conversation> conversation) {
+  try {
+    std::thread([service = std::move(service), user = std::move(user), conversation = std::move(conversation)] {
+      conversation->finish(authenticate(service, user, *conversation));
+    }).detach();
+    return true;
+  } catch (const std::system_error& error) {
+    Log::write("Nimbrel: cannot authenticate: " + std::string(error.what()));
+    return false;
+  }
+}
+
+class PamOwnerAuthentication final : public OwnerAuthentication {
+ public:
+  ~PamOwnerAuthentication() override {
+    if (conversation_) end();
+  }
+
+  void setPrompt(CredentialPrompt* prompt) override;
+  [[nodiscard]] bool canEvaluate() const override { return prompt_ != nullptr && account_.has_value(); }
+  void evaluate(QObject* context, const std::string& reason, Then then) override;
+
+ private:
+  static void refuseLater(QObject* context, Then then);
+  void end();
+
+  std::optional<Account> account_ = Account::ofRealUser();
+  CredentialPrompt* prompt_ = nullptr;
+  QObject receiver_;
+  std::shared_ptr<Conversation> conversation_;  ///< the one that runs
+  QPointer<QObject> context_;
+  Then then_;
+};
+
+void PamOwnerAuthentication::setPrompt(CredentialPrompt* prompt) {
+  if (prompt == prompt_) return;
+  if (conversation_) {
+    end();
+    if (context_) refuseLater(context_, std::exchange(then_, {}));
+  }
+  prompt_ = prompt;
+}
+
+void PamOwnerAuthentication::evaluate(QObject* context, const std::string& reason, Then then) {
+  if (!canEvaluate() || conversation_) return refuseLater(context, std::move(then));
+  context_ = context;
+  then_ = std::move(then);
+  conversation_ = std::make_shared<Conversation>(*prompt_, receiver_, [this](bool granted) {
+    end();
+    const auto finished = std::exchange(then_, {});
+    if (context_) finished(granted);
+  });
+  conversation_->show(reason);
+  if (!startThread(pamService({"/etc/pam.d", "/usr/lib/pam.d"}), account_->name, conversation_)) {
+    conversation_->finish(false);
+  }
+}
+
+void PamOwnerAuthentication::refuseLater(QObject* context, Then then) {
+  QMetaObject::invokeMethod(
+      context, [then = std::move(then)] { then(false); }, Qt::QueuedConnection);
+}
+
+void PamOwnerAuthentication::end() {
+  std::exchange(conversation_, nullptr)->end();
+  prompt_->end();
+}
+
+}  // namespace
+
+std::unique_ptr<OwnerAuthentication> makePamOwnerAuthentication() { return std::make_unique<PamOwnerAuthentication>(); }
+
+std::string pamService(const std::vector<std::string>& folders) {
+  const bool isInstalled = std::ranges::any_of(
+      folders, [](const std::string& folder) { return FileSystem::exists(FilePath::join(folder, ownService)); });
+  return std::string(isInstalled ? ownService : loginService);
+}
+
+}  // namespace Nimbrel
