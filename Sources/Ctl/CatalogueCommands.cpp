@@ -54,7 +54,12 @@ Outcome runShow(const CommandLine& line, Session& session) {
   }
   const auto store = session.store();
   if (!store) return Outcome::failed(store.error().message);
-  const auto shots = shotsWithIDs(*store.value(), ids);
+  auto shots = shotsWithIDs(*store.value(), ids);
+  if (shots && line.has("--reveal")) {
+    if (const auto refused = session.unlock(shots.value())) return Outcome::failed(refused->message);
+    // Another process may have changed them in the meantime.
+    shots = shotsWithIDs(*store.value(), ids);
+  }
   if (!shots) return Outcome::failed(shots.error().message);
   QJsonArray list;
   std::string text;

@@ -8,7 +8,7 @@ namespace Nimbrel::Ctl {
 std::span<const Command> commands() {
   static const std::vector<Command> table{
       {"list", "", "list the shots, newest first", 0, 0, {}, runList},
-      {"show", "ID…", "show the whole record of each shot", 1, anyNumber, {}, runShow},
+      {"show", "ID…", "show the whole record of each shot", 1, anyNumber, {{"--reveal", ""}}, runShow},
       {"overview", "", "show counts, tags, projects and saved searches", 0, 0, {}, runOverview},
       {"duplicates", "", "group near-duplicate shots", 0, 0, {{"--tolerance", "N"}}, runDuplicates},
       {"detect", "", "find secrets in the text on standard input", 0, 0, {}, runDetect},
