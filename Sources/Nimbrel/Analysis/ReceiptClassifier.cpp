@@ -18,13 +18,14 @@ bool mayBeReceipt(const FoundPhrases& phrases) {
 bool holdsEssentials(const ReceiptSignals& signals) {
   if (signals.total && signals.subtotal && signals.amountLines >= 2) return true;
   if (signals.receiptWord && (signals.payment || signals.order) && signals.amountLines >= 2) return true;
-  return signals.receiptWord && signals.amountLines >= 3;
+  return signals.receiptWord && signals.amountLines >= ReceiptSignals::manyAmounts;
 }
 
 /// The program's own window shows parts of many shots, and so words of receipts.
 bool isReceiptInOwnWindow(const ReceiptSignals& signals) {
-  return signals.receiptWord && signals.amountLines >= 3 && signals.total && (signals.subtotal || signals.tax) &&
-         (signals.payment || signals.date || signals.order) && signals.score() >= fewestPointsInOwnWindow;
+  return signals.receiptWord && signals.amountLines >= ReceiptSignals::manyAmounts && signals.total &&
+         (signals.subtotal || signals.tax) && (signals.payment || signals.date || signals.order) &&
+         signals.score() >= fewestPointsInOwnWindow;
 }
 
 }  // namespace

@@ -14,8 +14,6 @@ namespace {
 
 using Lines = std::vector<std::string_view>;
 
-constexpr std::size_t manyAmounts = 3;
-
 struct Expressions {
   Pattern money = Pattern::constant(ReceiptExpressions::money);
   Pattern receiptWord = Pattern::constant(ReceiptExpressions::receiptWord);
@@ -57,9 +55,16 @@ void readAmountLine(ReceiptSignals& signals, std::string_view line, const std::u
   if (!signals.tax && holdsAny(line, PhraseList::tax)) signals.tax = patterns.tax.isIn(characters);
 }
 
+/// Whether the line may bring a signal that is still missing, if it holds an amount.
+bool isWanted(const ReceiptSignals& signals, std::string_view line) {
+  return signals.amountLines < ReceiptSignals::manyAmounts ||
+         (!signals.subtotal && holdsAny(line, PhraseList::subtotal)) ||
+         (!signals.total && holdsAny(line, PhraseList::total)) || (!signals.tax && holdsAny(line, PhraseList::tax));
+}
+
 void readAmounts(ReceiptSignals& signals, const Lines& lines) {
   for (const auto line : lines) {
-    if (!ReceiptPrefilter::mayHoldAmount(line)) continue;
+    if (!isWanted(signals, line) || !ReceiptPrefilter::mayHoldAmount(line)) continue;
     const auto characters = Text::toUtf16(line);
     if (expressions().money.isIn(characters)) readAmountLine(signals, line, characters);
   }

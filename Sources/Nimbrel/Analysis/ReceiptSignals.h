@@ -16,7 +16,9 @@ struct ReceiptSignals {
   bool payment = false;
   bool order = false;
   bool merchant = false;
-  std::size_t amountLines = 0;  ///< how many lines hold an amount of money
+  /// How many lines hold an amount of money; beyond many not all are counted, for nothing depends on it.
+  std::size_t amountLines = 0;
+  static constexpr std::size_t manyAmounts = 3;
 
   bool operator==(const ReceiptSignals&) const = default;
 
