@@ -24,7 +24,7 @@ void Store::runSearch() {
   matchedIDs_ = database_->searchIDs(query_);
   snippets_.search(query_);
   // Even if the same shots were found: other words stand out in them.
-  facts_.set(static_cast<std::size_t>(Fact::searchResult));
+  note(Fact::searchResult);
 }
 
 std::optional<std::string> Store::snippet(const Shot& shot) const {
