@@ -1,5 +1,6 @@
 // What has to be seen from outside, in a process of its own: started by the tests with the name of the thing to do.
 
+#include "AuthenticationHelper.h"
 #include "Foundation/Log.h"
 #include "Linux/Desktop/LinuxScreenshotTool.h"
 #include "Platform/Process.h"
@@ -43,5 +44,6 @@ int main(int argc, char** argv) {
   if (task == "wait-for-signal") return waitForSignal();
   if (task == "log") return log();
   if (task == "screenshot-folder") return printScreenshotFolder();
+  if (task.starts_with("authenticate")) return runAuthentication(task, {argv + 2, argv + argc});
   return 2;
 }
