@@ -60,11 +60,11 @@ TEST_F(PamTest, AfterARefusalItCanBeAskedAgain) {
 
 TEST_F(PamTest, MessagesAreShownAndOpenQuestionsAskedOpenly) {
   services_.setModules(
-      "auth optional pam_echo.so Put your finger on the reader\nauth optional CHATTY error num_lines=1\n"
+      "auth optional pam_echo.so Put your finger on the reader\nauth optional CHATTY error\n"
       "auth required MATRIX echo\naccount required MATRIX\n");
-  EXPECT_EQ(outcomeOf({QStringLiteral("secret")}),
-            "Reveal it\nPut your finger on the reader\nAuthentication generated an error\nPassword:  "
-            "(shown)\nend\ngranted\n");
+  const std::string error = "Authentication generated an error\n";
+  EXPECT_EQ(outcomeOf({QStringLiteral("secret")}), "Reveal it\nPut your finger on the reader\n" + error + error +
+                                                       error + "Password:  (shown)\nend\ngranted\n");
 }
 
 TEST_F(PamTest, ModulesAfterACancelledQuestionAskNothingMore) {

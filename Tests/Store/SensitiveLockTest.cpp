@@ -30,7 +30,7 @@ class SensitiveLock : public ::testing::Test {
   void add(const std::string& name, const std::vector<std::string>& kinds) {
     home_.now += Seconds(1);
     store_->importFiles({home_.addFile(home_.path(name))});
-    store_->database().setOCR(shotNamed(*store_, name)->id, name, kinds);
+    store_->database().setOCR(shotNamed(*store_, name)->id, "words", kinds);
   }
   [[nodiscard]] ShotPtr shot(std::string_view name) const { return shotNamed(*store_, name); }
   [[nodiscard]] bool isProtected(std::string_view name) const { return store_->isProtected(*shot(name)); }
@@ -188,6 +188,44 @@ TEST_F(SensitiveLock, WithNothingUnlockedLockingSeesWhatWasWrittenMeanwhile) {
   store_->database().setNote(shot("clear.png")->id, "written meanwhile");
   store_->lockSensitive();
   EXPECT_EQ(shot("clear.png")->note, "written meanwhile");
+}
+
+TEST_F(SensitiveLock, AProtectedShotIsInNoGroupUntilItIsUnlocked) {
+  store_->database().setApp(shot("secret.png")->id, "Vault", "", true);
+  store_->reload();
+  EXPECT_EQ(store_->derived().contentOf(shot("secret.png")->id).key, "unknown");
+  unlock("secret.png");
+  EXPECT_EQ(store_->derived().contentOf(shot("secret.png")->id).key, "app:vault");
+  store_->setApplicationActive(false);
+  EXPECT_EQ(store_->derived().contentOf(shot("secret.png")->id).key, "unknown");
+  store_->settings().protectSensitive.set(false);
+  EXPECT_EQ(store_->derived().contentOf(shot("secret.png")->id).key, "app:vault");
+}
+
+TEST_F(SensitiveLock, LeavingAGroupOfProtectedShotsAloneShowsAllShots) {
+  store_->database().setApp(shot("secret.png")->id, "Vault", "", true);
+  store_->reload();
+  unlock("secret.png");
+  store_->setFilter({Filter::Content{"app:vault", "Vault"}});
+  store_->setApplicationActive(false);
+  EXPECT_EQ(store_->filter(), Filter{Filter::All{}});
+}
+
+TEST_F(SensitiveLock, LeavingAGroupThatStandsWithoutTheProtectedShotsKeepsIt) {
+  const Filter vault{Filter::Content{"app:vault", "Vault"}};
+  for (const auto* name : {"secret.png", "clear.png"}) store_->database().setApp(shot(name)->id, "Vault", "", true);
+  store_->reload();
+  unlock("secret.png");
+  store_->setFilter(vault);
+  store_->setApplicationActive(false);
+  EXPECT_EQ(store_->filter(), vault);
+}
+
+TEST_F(SensitiveLock, OtherFiltersStay) {
+  const Filter project{Filter::Project{"p"}};
+  store_->setFilter(project);
+  store_->lockSensitive();
+  EXPECT_EQ(store_->filter(), project);
 }
 
 TEST_F(SensitiveLock, AnUnlockIsForgottenWhenItsShotIsGone) {

@@ -52,7 +52,7 @@ Store::Store(StoreContext context)
   pendingRescan_.setInterval(rescanDelay);
   connect(&pendingRescan_, &QTimer::timeout, this, &Store::scan);
   connect(&settings_, &Settings::changed, this, [this](const QString& key) {
-    if (key == settings_.protectSensitive.key()) relockSensitive();
+    if (key == settings_.protectSensitive.key()) lockSensitive();
   });
 }
 
@@ -87,7 +87,7 @@ void Store::reload() {
   std::erase_if(tags, [](const std::string& tag) { return tag.starts_with(projectTagPrefix); });
   publish(tags_, std::move(tags), Fact::tags);
 
-  if (derived_.rebuild(shots_, [this](const Shot& shot) { return isProtected(shot); })) note(Fact::derived);
+  derive();
 
   if (selection_.empty()) return;
   ShotIDSet remaining;
@@ -95,6 +95,10 @@ void Store::reload() {
     if (selection_.contains(shot->id)) remaining.insert(shot->id);
   }
   publish(selection_, std::move(remaining), Fact::selection);
+}
+
+void Store::derive() {
+  if (derived_.rebuild(shots_, [this](const Shot& shot) { return isProtected(shot); })) note(Fact::derived);
 }
 
 void Store::poll() {

@@ -219,6 +219,7 @@ class Store : public QObject {
 
   void start(std::unique_ptr<Database> database);
   void startWorking();
+  void derive();
   void tell();
   template <class T>
   void publish(T& field, T value, Fact fact);
@@ -233,7 +234,6 @@ class Store : public QObject {
   std::size_t addNewFiles(const std::vector<std::string>& paths, bool filed);
   void dropOrphans(const ShotList& unseen);
   void unlock(const ShotList& shots);
-  void relockSensitive();
 
   StoreContext context_;
   Settings settings_;

@@ -62,11 +62,10 @@ void Store::unlock(const ShotList& shots) {
 
 void Store::lockSensitive() {
   const Operation operation(*this);
-  const bool wasAnyUnlocked = !unlocked_.ids().empty();
   publish(unlocked_, UnlockedShots(), Fact::unlockedSensitiveIDs);
   setStatus({});
-  // What derives from the shots depends on what is unlocked, so that unchanged rows are no reason to keep it.
-  wasAnyUnlocked ? reload() : reloadIfChanged();
+  // Reading a large catalogue again each time that the user looks elsewhere would be felt.
+  isSnapshotCurrent() ? derive() : reload();
 
   const auto* content = std::get_if<Filter::Content>(&filter_.choice);
   if (content == nullptr) return;
@@ -79,13 +78,6 @@ void Store::setApplicationActive(bool active) {
   const bool resigns = isApplicationActive_ && !active;
   isApplicationActive_ = active;
   if (resigns) lockSensitive();
-}
-
-void Store::relockSensitive() {
-  const Operation operation(*this);
-  // What is derived from the shots depends on the setting too.
-  reload();
-  lockSensitive();
 }
 
 }  // namespace Nimbrel
