@@ -4,6 +4,7 @@
 #include <QRectF>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,6 +23,8 @@ struct TextBlock {
 struct PictureReading {
   std::vector<TextBlock> blocks;   ///< in no particular order
   std::vector<std::string> codes;  ///< payloads of the codes in it, repetitions included
+
+  bool operator==(const PictureReading&) const = default;
 };
 
 /// Reads text and codes off pictures. Main thread; the work is done elsewhere, one picture at a time, in the order of
@@ -29,21 +32,25 @@ struct PictureReading {
 class PictureReader {
  public:
   enum class Wanted { Text, Codes, TextAndCodes };
-  using Then = std::function<void(PictureReading)>;
+
+  /// Absent: the picture could not be looked at now, since nothing here can read any (a program is missing or does not
+  /// start). It says nothing about the picture, which is to be asked for again later; the next one would fare the same.
+  /// A reading, also an empty one, is the picture's own and final: to ask again would give nothing else.
+  using Then = std::function<void(std::optional<PictureReading>)>;
 
   virtual ~PictureReader() = default;
 
   /// Reads the picture at `path` and calls `then` with what was found, in a later turn of the event loop; never once
-  /// `context` is gone. A file that is no picture, or one that the reader fails on, reads as an empty one.
+  /// `context` or the reader is gone. A file that is no picture, or one that makes the reading fail, has an empty one.
   virtual void read(QObject* context, const std::string& path, Wanted wanted, Then then) = 0;
 };
 
-/// Where nothing can read: every picture is an empty one.
+/// Where nothing can read: no picture is looked at.
 class NullPictureReader final : public PictureReader {
  public:
   void read(QObject* context, const std::string&, Wanted, Then then) override {
     QMetaObject::invokeMethod(
-        context, [then = std::move(then)] { then({}); }, Qt::QueuedConnection);
+        context, [then = std::move(then)] { then(std::nullopt); }, Qt::QueuedConnection);
   }
 };
 
