@@ -8,6 +8,8 @@
 #include "Linux/Images/PngDecoder.h"
 #include "Linux/Images/QtDecoder.h"
 
+#include <cstdio>
+#include <limits>
 #include <new>
 
 namespace Nimbrel::ImageFile {
@@ -16,25 +18,53 @@ using namespace Images;
 
 namespace {
 
-QImage decode(const std::string& path, int longerSide) {
-  const auto file = openPicture(path);
-  if (!file) return {};
-  switch (pictureKind(file.get())) {
+QImage decode(std::FILE* file, const std::string& path, int longerSide) {
+  switch (pictureKind(file)) {
     case PictureKind::Png:
-      return decodePng(file.get(), longerSide);
+      return decodePng(file, longerSide);
     case PictureKind::Jpeg:
-      return decodeJpeg(file.get(), longerSide);
+      return decodeJpeg(file, longerSide);
     case PictureKind::Heif:
       return decodeHeif(path, longerSide);
     case PictureKind::Gif:
-      return hasWholeGifFrame(file.get()) ? decodeWithQt(file.get(), longerSide) : QImage();
+      return hasWholeGifFrame(file) ? decodeWithQt(file, longerSide) : QImage();
     case PictureKind::Tiff:
     case PictureKind::WebP:
-      return decodeWithQt(file.get(), longerSide);
+      return decodeWithQt(file, longerSide);
     case PictureKind::None:
       break;
   }
   return {};
+}
+
+QImage decode(const std::string& path, int longerSide) {
+  const auto file = openPicture(path);
+  return file ? decode(file.get(), path, longerSide) : QImage();
+}
+
+PixelSize sizeOf(std::FILE* file, const std::string& path) {
+  switch (pictureKind(file)) {
+    case PictureKind::Png:
+      return pngSize(file);
+    case PictureKind::Jpeg:
+      return jpegSize(file);
+    case PictureKind::Heif:
+      return heifSize(path);
+    case PictureKind::Gif:
+      return gifSize(file);
+    case PictureKind::Tiff:
+    case PictureKind::WebP:
+      return qtSize(file);
+    case PictureKind::None:
+      break;
+  }
+  return {};
+}
+
+QImage whole(const std::string& path) {
+  const auto file = openPicture(path);
+  if (!file || !fitsInMemory(sizeOf(file.get(), path))) return {};
+  return decode(file.get(), path, std::numeric_limits<int>::max());
 }
 
 std::vector<QImage> inSizes(const std::string& path, std::span<const int> longerSides) {
@@ -56,28 +86,20 @@ std::vector<QImage> inSizes(const std::string& path, std::span<const int> longer
 
 PixelSize pixelSize(const std::string& path) {
   const auto file = openPicture(path);
-  if (!file) return {};
-  switch (pictureKind(file.get())) {
-    case PictureKind::Png:
-      return pngSize(file.get());
-    case PictureKind::Jpeg:
-      return jpegSize(file.get());
-    case PictureKind::Heif:
-      return heifSize(path);
-    case PictureKind::Gif:
-      return gifSize(file.get());
-    case PictureKind::Tiff:
-    case PictureKind::WebP:
-      return qtSize(file.get());
-    case PictureKind::None:
-      break;
-  }
-  return {};
+  return file ? sizeOf(file.get(), path) : PixelSize{};
 }
 
 std::vector<QImage> thumbnails(const std::string& path, std::span<const int> longerSides) {
   try {
     return inSizes(path, longerSides);
+  } catch (const std::bad_alloc&) {
+    return {};
+  }
+}
+
+QImage picture(const std::string& path) {
+  try {
+    return whole(path);
   } catch (const std::bad_alloc&) {
     return {};
   }

@@ -29,4 +29,8 @@ struct PixelSize {
 /// to be held as a whole and takes more than 256 MB.
 [[nodiscard]] std::vector<QImage> thumbnails(const std::string& path, std::span<const int> longerSides);
 
+/// The first image of the file at its full size, in the same form. Null on failure and for a picture whose pixels take
+/// more than 256 MB at four bytes each.
+[[nodiscard]] QImage picture(const std::string& path);
+
 }  // namespace Nimbrel::ImageFile
