@@ -3,6 +3,7 @@
 #include "Linux/Authentication/PamOwnerAuthentication.h"
 #include "Linux/Desktop/LinuxScreenshotTool.h"
 #include "Linux/Files/InotifyFileEvents.h"
+#include "Linux/Reading/ReaderProcess.h"
 
 namespace Nimbrel {
 
@@ -11,6 +12,7 @@ Services makeServices() {
   services.fileEvents = makeInotifyFileEvents();
   services.screenshotTool = makeLinuxScreenshotTool();
   services.ownerAuthentication = makePamOwnerAuthentication();
+  services.pictureReader = makeReaderProcess();
   return services;
 }
 

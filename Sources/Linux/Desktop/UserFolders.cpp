@@ -34,7 +34,7 @@ std::optional<UserFolders> UserFolders::ofCurrentUser() {
   if (!home) home = homeOfAccount();
   if (!home) return std::nullopt;
   return UserFolders{*home, ourFolder("XDG_DATA_HOME", *home, ".local/share"),
-                     ourFolder("XDG_CONFIG_HOME", *home, ".config")};
+                     ourFolder("XDG_CONFIG_HOME", *home, ".config"), ourFolder("XDG_CACHE_HOME", *home, ".cache")};
 }
 
 }  // namespace Nimbrel

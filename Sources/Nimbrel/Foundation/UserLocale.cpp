@@ -30,5 +30,6 @@ icu::Locale localeFor(const char* category) {
 icu::Locale forDates() { return localeFor("LC_TIME"); }
 icu::Locale forNumbers() { return localeFor("LC_NUMERIC"); }
 icu::Locale forComparison() { return localeFor("LC_COLLATE"); }
+icu::Locale forMessages() { return localeFor("LC_MESSAGES"); }
 
 }  // namespace Nimbrel::UserLocale

@@ -15,4 +15,7 @@ namespace Nimbrel::UserLocale {
 /// For the order and the likeness of texts: LC_ALL, else LC_COLLATE, else LANG.
 [[nodiscard]] icu::Locale forComparison();
 
+/// The language of words: LC_ALL, else LC_MESSAGES, else LANG.
+[[nodiscard]] icu::Locale forMessages();
+
 }  // namespace Nimbrel::UserLocale

@@ -12,6 +12,8 @@ struct UserFolders {
   std::string applicationSupport;
   /// Holds the settings suites.
   std::string preferences;
+  /// Holds what can be lost without harm.
+  std::string caches;
 
   /// From the environment, with the account's home folder where it says nothing; absent when the account has none.
   [[nodiscard]] static std::optional<UserFolders> ofCurrentUser();

@@ -1,0 +1,56 @@
+#include "Reader/Desk.h"
+
+#include "Platform/ImageFile.h"
+#include "Reader/CodeFinder.h"
+#include "Reader/Languages.h"
+
+#include <QPainter>
+
+#include <exception>
+
+namespace Nimbrel::Reader {
+
+using Wanted = PictureReader::Wanted;
+
+std::optional<PictureReading> Desk::answer(const Request& request) {
+  try {
+    if (request.wanted != Wanted::Codes && !hasText(request.languages)) return std::nullopt;
+    const auto picture = overWhite(ImageFile::picture(request.path));
+    return picture.isNull() ? PictureReading() : read(picture, request.wanted);
+  } catch (const std::exception&) {
+    return PictureReading();
+  }
+}
+
+bool Desk::hasText(const std::vector<std::string>& languages) {
+  if (text_ && languages == wantedLanguages_) return true;
+  text_ = nullptr;
+  const auto installed = installedLanguages(languages);
+  if (installed.empty()) return false;
+  text_ = std::make_unique<TextReader>(installed);
+  wantedLanguages_ = languages;
+  return true;
+}
+
+PictureReading Desk::read(const QImage& picture, Wanted wanted) {
+  PictureReading reading;
+  // For text alone as well: the modules of a code would be read as letters.
+  std::vector<QRect> boxes;
+  for (auto& code : findCodes(picture)) {
+    boxes.push_back(code.box);
+    if (wanted != Wanted::Text) reading.codes.push_back(std::move(code.payload));
+  }
+  if (wanted != Wanted::Codes) reading.blocks = text_->read(picture, boxes);
+  return reading;
+}
+
+QImage overWhite(const QImage& picture) {
+  if (!picture.hasAlphaChannel()) return picture.convertToFormat(QImage::Format_RGB32);
+  QImage page(picture.size(), QImage::Format_RGB32);
+  if (page.isNull()) return {};
+  page.fill(Qt::white);
+  QPainter(&page).drawImage(0, 0, picture);
+  return page;
+}
+
+}  // namespace Nimbrel::Reader

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Platform/PictureReader.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What Nimbrel and its child process nimbrel-reader say to each other: one JSON object a line. The child says `ready`
+/// once, then answers each request on its standard input on its standard output, in order: with a reading, or with the
+/// word that nothing here can read text.
+namespace Nimbrel::Reader {
+
+struct Request {
+  std::string path;  ///< any bytes
+  PictureReader::Wanted wanted = PictureReader::Wanted::TextAndCodes;
+  std::vector<std::string> languages;  ///< of the user, the most wanted first, by the names of Tesseract's models
+
+  bool operator==(const Request&) const = default;
+};
+
+inline constexpr std::string_view ready = R"({"ready":true})";
+
+/// A line without its end.
+[[nodiscard]] std::string encoded(const Request& request);
+[[nodiscard]] std::string encoded(const std::optional<PictureReading>& answer);
+
+/// Absent for a line that is none.
+[[nodiscard]] std::optional<Request> decodedRequest(std::string_view line);
+[[nodiscard]] std::optional<std::optional<PictureReading>> decodedAnswer(std::string_view line);
+
+}  // namespace Nimbrel::Reader
