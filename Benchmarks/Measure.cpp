@@ -3,15 +3,20 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 
 namespace Nimbrel::Benchmarks {
 
 namespace {
 
-double secondsFor(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
+double wallTime() { return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count(); }
+
+double cpuTime() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+
+double secondsFor(const std::function<void()>& work, double (*clock)()) {
+  const double start = clock();
   work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  return clock() - start;
 }
 
 double median(std::vector<double> values) {
@@ -19,17 +24,27 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
+Comparison inTurn(std::string name, double target, int rounds, const std::function<void()>& ours,
+                  const std::function<void()>& limit, double (*clock)()) {
+  std::vector<double> oursTimes;
+  std::vector<double> limitTimes;
+  for (int round = 0; round < rounds; ++round) {
+    limitTimes.push_back(secondsFor(limit, clock));
+    oursTimes.push_back(secondsFor(ours, clock));
+  }
+  return {std::move(name), median(std::move(oursTimes)), median(std::move(limitTimes)), target};
+}
+
 }  // namespace
 
 Comparison compare(std::string name, double target, int rounds, const std::function<void()>& ours,
                    const std::function<void()>& limit) {
-  std::vector<double> oursTimes;
-  std::vector<double> limitTimes;
-  for (int round = 0; round < rounds; ++round) {
-    limitTimes.push_back(secondsFor(limit));
-    oursTimes.push_back(secondsFor(ours));
-  }
-  return {std::move(name), median(std::move(oursTimes)), median(std::move(limitTimes)), target};
+  return inTurn(std::move(name), target, rounds, ours, limit, wallTime);
+}
+
+Comparison compareCpu(std::string name, double target, int rounds, const std::function<void()>& ours,
+                      const std::function<void()>& limit) {
+  return inTurn(std::move(name), target, rounds, ours, limit, cpuTime);
 }
 
 int printTable(const std::vector<Comparison>& table, const std::string& unit) {

@@ -18,6 +18,10 @@ struct Comparison {
 [[nodiscard]] Comparison compare(std::string name, double target, int rounds, const std::function<void()>& ours,
                                  const std::function<void()>& limit);
 
+/// The same in CPU time of all threads of the process, which other programs do not disturb.
+[[nodiscard]] Comparison compareCpu(std::string name, double target, int rounds, const std::function<void()>& ours,
+                                    const std::function<void()>& limit);
+
 /// Prints the table and returns 0 when every target is reached, else 1. `unit` names what is compared.
 [[nodiscard]] int printTable(const std::vector<Comparison>& table, const std::string& unit);
 

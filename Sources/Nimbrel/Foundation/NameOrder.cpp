@@ -8,9 +8,11 @@
 #include <unicode/unistr.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace Nimbrel::NameOrder {
 
@@ -82,18 +84,14 @@ int compare(std::string_view a, std::string_view b) {
 std::string sortKey(std::string_view name) {
   if (collator() == nullptr) return std::string(name);
   const auto characters = icu::UnicodeString::fromUTF8(piece(name));
-  std::string key(name.size() * 2 + 16, '\0');
-  const auto fill = [&] {
-    return static_cast<std::size_t>(collator()->getSortKey(characters, reinterpret_cast<std::uint8_t*>(key.data()),
-                                                           static_cast<std::int32_t>(key.size())));
-  };
-  const auto needed = fill();
-  if (needed > key.size()) {
-    key.resize(needed);
-    fill();
-  }
-  key.resize(needed == 0 ? 0 : needed - 1);  // without the zero at its end
-  return key;
+  // Long enough for most; without the zero at its end the key is what is kept.
+  std::array<std::uint8_t, 256> buffer{};
+  const auto length = collator()->getSortKey(characters, buffer.data(), static_cast<std::int32_t>(buffer.size()));
+  if (length <= 0) return {};
+  if (static_cast<std::size_t>(length) <= buffer.size()) return {buffer.begin(), buffer.begin() + length - 1};
+  std::vector<std::uint8_t> longKey(static_cast<std::size_t>(length));
+  collator()->getSortKey(characters, longKey.data(), length);
+  return {longKey.begin(), longKey.end() - 1};
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view words) {

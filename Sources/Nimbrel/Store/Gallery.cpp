@@ -4,7 +4,7 @@
 #include "Foundation/Formats.h"
 
 #include <algorithm>
-#include <functional>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -144,12 +144,13 @@ ShotList sortedPrepared(ShotList shots, GallerySort sort, const NameKeys& keys) 
 /// By local day, each in the order given.
 std::map<std::int64_t, ShotList> byDay(ShotList shots) {
   std::map<std::int64_t, ShotList> days;
-  auto current = days.end();
-  for (auto& shot : shots) {
-    const auto day = Formats::localDay(shot->date);
-    // Neighbours are mostly of one day.
-    if (current == days.end() || current->first != day) current = days.try_emplace(day).first;
-    current->second.push_back(std::move(shot));
+  for (auto start = shots.begin(); start != shots.end();) {
+    const auto day = Formats::localDay((*start)->date);
+    const auto end =
+        std::find_if(start + 1, shots.end(), [&](const ShotPtr& shot) { return Formats::localDay(shot->date) != day; });
+    auto& members = days[day];
+    members.insert(members.end(), std::make_move_iterator(start), std::make_move_iterator(end));
+    start = end;
   }
   return days;
 }
