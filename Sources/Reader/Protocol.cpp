@@ -86,11 +86,11 @@ std::string encoded(const Request& request) {
                  {languagesKey, texts(request.languages)}});
 }
 
-std::string encoded(const std::optional<PictureReading>& answer) {
-  if (!answer) return lineOf({{unableKey, true}});
+std::string encoded(const Answer& answer) {
+  if (!answer.reading) return lineOf({{unableKey, true}});
   QJsonArray blocks;
-  for (const auto& block : answer->blocks) blocks.append(encodedBlock(block));
-  return lineOf({{blocksKey, blocks}, {codesKey, texts(answer->codes)}});
+  for (const auto& block : answer.reading->blocks) blocks.append(encodedBlock(block));
+  return lineOf({{blocksKey, blocks}, {codesKey, texts(answer.reading->codes)}});
 }
 
 std::optional<Request> decodedRequest(std::string_view line) {
@@ -102,14 +102,14 @@ std::optional<Request> decodedRequest(std::string_view line) {
   return Request{(*path).toStdString(), *wanted, texts(object[languagesKey])};
 }
 
-std::optional<std::optional<PictureReading>> decodedAnswer(std::string_view line) {
+std::optional<Answer> decodedAnswer(std::string_view line) {
   const auto object = objectIn(line);
-  if (object.contains(unableKey)) return std::optional<PictureReading>();
+  if (object.contains(unableKey)) return Answer();
   if (!object[blocksKey].isArray() || !object[codesKey].isArray()) return std::nullopt;
   PictureReading reading{{}, texts(object[codesKey])};
   const auto blocks = object[blocksKey].toArray();
   for (const auto& block : blocks) reading.blocks.push_back(decodedBlock(block.toArray()));
-  return std::optional(std::move(reading));
+  return Answer{std::move(reading)};
 }
 
 }  // namespace Nimbrel::Reader

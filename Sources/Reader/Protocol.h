@@ -20,14 +20,20 @@ struct Request {
   bool operator==(const Request&) const = default;
 };
 
+struct Answer {
+  std::optional<PictureReading> reading;  ///< absent when nothing here can read text
+
+  bool operator==(const Answer&) const = default;
+};
+
 inline constexpr std::string_view ready = R"({"ready":true})";
 
 /// A line without its end.
 [[nodiscard]] std::string encoded(const Request& request);
-[[nodiscard]] std::string encoded(const std::optional<PictureReading>& answer);
+[[nodiscard]] std::string encoded(const Answer& answer);
 
 /// Absent for a line that is none.
 [[nodiscard]] std::optional<Request> decodedRequest(std::string_view line);
-[[nodiscard]] std::optional<std::optional<PictureReading>> decodedAnswer(std::string_view line);
+[[nodiscard]] std::optional<Answer> decodedAnswer(std::string_view line);
 
 }  // namespace Nimbrel::Reader

@@ -42,7 +42,7 @@ int main(int argc, char** argv) {
   Reader::Desk desk;
   for (std::string line; std::getline(std::cin, line);) {
     const auto request = Reader::decodedRequest(line);
-    if (!say(output, Reader::encoded(request ? desk.answer(*request) : PictureReading()))) return 1;
+    if (!say(output, Reader::encoded(Reader::Answer{request ? desk.answer(*request) : PictureReading()}))) return 1;
   }
   return 0;
 }

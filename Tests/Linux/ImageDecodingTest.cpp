@@ -61,7 +61,7 @@ QImage evenly(QColor colour, int width = 60, int height = 40) {
 
 TEST(Decoding, ReducesEveryKindToTheSamePicture) {
   const TemporaryFolder folder;
-  const auto image = picture(400, 300, 5);
+  const auto image = Testing::picture(400, 300, 5);
   writePicture(image, folder.path("a.png"));
   const auto expected = thumbnail(folder.path("a.png"), 100);
   EXPECT_LE(difference(expected, image.scaled(100, 75, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)), 2);
@@ -81,7 +81,7 @@ TEST(Decoding, ReducesEveryKindToTheSamePicture) {
 
 TEST(Decoding, GivesAJpegTheSameLooksAtEveryScale) {
   const TemporaryFolder folder;
-  const auto image = picture(800, 600, 8);
+  const auto image = Testing::picture(800, 600, 8);
   writeJpeg(folder.path("a.jpg"), image);
   for (const int longer : {800, 700, 400, 330, 200, 150, 100, 64}) {
     const auto expected = image.scaled(longer, (longer * 3 + 2) / 4, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

@@ -31,7 +31,7 @@ std::vector<QImage> thumbnail(const std::string& path, int longerSide) {
 
 /// One good file of each kind, 90 x 60, under the kind's extension.
 std::map<std::string, std::string> oneOfEachKind(const TemporaryFolder& folder) {
-  const auto image = picture(90, 60, 3);
+  const auto image = Testing::picture(90, 60, 3);
   std::map<std::string, std::string> paths;
   for (const auto* kind : {"png", "jpg", "tiff", "webp"}) {
     writePicture(image, paths[kind] = folder.path(std::string("picture.") + kind));
@@ -71,7 +71,7 @@ TEST(PixelSize, GoesByTheContentNotByTheName) {
 
 TEST(PixelSize, IsTheOneStoredBeforeOrientation) {
   const TemporaryFolder folder;
-  const auto image = picture(128, 64);
+  const auto image = Testing::picture(128, 64);
   writeJpeg(folder.path("a.jpg"), image, {.exif = exifWithOrientation(6)});
   writePng(folder.path("a.png"), {.width = 128, .height = 64, .exif = exifWithOrientation(6)}, rowsOf(image));
   writeHeic(folder.path("a.heic"), image, 6);
@@ -95,7 +95,7 @@ TEST(PixelSize, NeedsNoMoreThanTheHeader) {
 
 TEST(PixelSize, IsFoundBehindLongSegments) {
   const TemporaryFolder folder;
-  writeJpeg(folder.path("a.jpg"), picture(90, 60), {.paddingSegments = 5});
+  writeJpeg(folder.path("a.jpg"), Testing::picture(90, 60), {.paddingSegments = 5});
   EXPECT_EQ(pixelSize(folder.path("a.jpg")), (PixelSize{90, 60}));
 }
 

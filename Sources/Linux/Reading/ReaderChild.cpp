@@ -65,7 +65,7 @@ void ReaderChild::take(std::string_view line) {
     isReady_ = line == Reader::ready;
     if (isReady_) tell(events_.ready);
   } else if (auto answer = Reader::decodedAnswer(line)) {
-    tell([answered = events_.answered, answer = std::move(*answer)] { answered(answer); });
+    tell([answered = events_.answered, reading = std::move(answer->reading)] { answered(reading); });
   }
 }
 
