@@ -155,7 +155,7 @@ void sheet(Canvas& canvas, Wording& wording) {
   auto type = canvas.type(-1);
   auto head = type;
   head.colour = canvas.faint();
-  for (int row = 0; row * height < canvas.size().height(); ++row) {
+  for (int row = 0; (row + 1) * height < canvas.size().height(); ++row) {
     const double y = row * height;
     canvas.rule(0, y, canvas.size().width(), y + 1, canvas.edge());
     if (row > 0) canvas.textCentred(20, y + 17, QString::number(row), head);

@@ -13,6 +13,7 @@ namespace {
 struct Run {
   int begin;
   int end;
+  std::uint8_t marks;
   std::uint32_t component;
 };
 
@@ -25,10 +26,11 @@ class Forest {
     return parents_.back();
   }
 
-  void grow(std::uint32_t index, const Box& run) {
+  void grow(std::uint32_t index, const Box& run, std::uint8_t marks) {
     auto& component = components_[root(index)];
     component.box = component.pixels == 0 ? run : component.box.unitedWith(run);
     component.pixels += run.width();
+    component.marks |= marks;
   }
 
   std::uint32_t root(std::uint32_t index) {
@@ -45,6 +47,7 @@ class Forest {
     parents_[second] = first;
     components_[first].box = components_[first].box.unitedWith(components_[second].box);
     components_[first].pixels += components_[second].pixels;
+    components_[first].marks |= components_[second].marks;
     return first;
   }
 
@@ -72,8 +75,9 @@ std::vector<Run> runsOf(const std::uint8_t* row, int width) {
       ++x;
     } else {
       const int begin = x;
-      while (x < width && row[x] != 0) ++x;
-      runs.push_back({begin, x, 0});
+      std::uint8_t marks = 0;
+      while (x < width && row[x] != 0) marks |= row[x++];
+      runs.push_back({begin, x, marks, 0});
     }
   }
   return runs;
@@ -89,7 +93,7 @@ void assign(std::vector<Run>& runs, const std::vector<Run>& above, int y, Forest
       component = component ? forest.join(*component, touching->component) : touching->component;
     }
     run.component = component ? *component : forest.add();
-    forest.grow(run.component, {run.begin, y, run.end, y + 1});
+    forest.grow(run.component, {run.begin, y, run.end, y + 1}, run.marks);
   }
 }
 

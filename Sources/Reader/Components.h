@@ -3,6 +3,7 @@
 #include "Reader/Box.h"
 #include "Reader/Plane.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace Nimbrel::Reader {
@@ -11,6 +12,7 @@ namespace Nimbrel::Reader {
 struct Component {
   Box box;
   int pixels = 0;
+  std::uint8_t marks = 0;  ///< all that the mask holds of its pixels
 
   /// The part of its box that it fills, from 0 to 1.
   [[nodiscard]] double fill() const {

@@ -134,7 +134,6 @@ CommonColour commonColour(const QImage& picture, const Box& area) {
 
 Plane edgeMask(const QImage& picture, const Box& area, std::optional<QRgb> background) {
   auto mask = steps(picture, area);
-  removeStraightLines(mask);
   if (background) {
     dropNear(*background, picture, area, area, mask);
   } else {

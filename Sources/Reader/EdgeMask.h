@@ -9,10 +9,10 @@
 
 namespace Nimbrel::Reader {
 
-/// The pixels where something is drawn: those that differ from a neighbour in a channel, without long straight lines
-/// (frames, grids, underlines) and without what has the colour of its surroundings. Not 0 where something is.
-/// `area` lies within the picture, which is in RGB32; the mask begins at its corner. Against a given `background` only
-/// what differs from it is kept; without one the surroundings are looked at tile by tile.
+/// The pixels where something is drawn: those that differ from a neighbour in a channel, without what has the colour of
+/// its surroundings. They are marked as StraightLines.h tells. `area` lies within the picture, which is in RGB32; the
+/// mask begins at its corner. Against a given `background` only what differs from it is kept; without one the
+/// surroundings are looked at tile by tile.
 [[nodiscard]] Plane edgeMask(const QImage& picture, const Box& area, std::optional<QRgb> background = std::nullopt);
 
 /// The colour that covers most of a part of the picture, and how much of it, from 0 to 1.

@@ -1,5 +1,7 @@
 #include "Reader/Letters.h"
 
+#include "Reader/StraightLines.h"
+
 #include <algorithm>
 
 namespace Nimbrel::Reader {
@@ -8,7 +10,6 @@ namespace {
 
 constexpr int tallest = 110;
 constexpr int widest = 900;
-constexpr int leastHeight = 6;  ///< of a letter; lower ones are specks
 constexpr int leastFrameHeight = 14;
 constexpr double frameFill = 0.30;  ///< frames that hold something fill less of their box
 
@@ -23,6 +24,12 @@ bool isSparse(const Component& component) {
   const auto& box = component.box;
   if (box.height() < 18) return false;
   return component.fill() < (box.width() > 2 * box.height() ? 0.19 : 0.10);
+}
+
+/// What is left of a frame when its straight sides are gone. What is as solid as a letter may be one that stands on a
+/// line.
+bool isCorner(const Component& component) {
+  return (component.marks & lineEnd) != 0 && component.pixels <= 3 * (component.box.width() + component.box.height());
 }
 
 bool mayBeFrame(const Component& component) {
@@ -47,11 +54,11 @@ bool holdsOthers(const Component& frame, const std::vector<Component>& component
 Letters lettersAmong(const std::vector<Component>& components) {
   std::vector<Component> left;
   std::ranges::copy_if(components, std::back_inserter(left),
-                       [](const Component& c) { return !isTooLarge(c.box) && !isDash(c); });
+                       [](const Component& c) { return !isTooLarge(c.box) && !isDash(c) && !isCorner(c); });
   std::ranges::stable_sort(left, {}, [](const Component& c) { return c.box.left; });
   Letters result;
   for (const auto& component : left) {
-    if (component.box.height() < leastHeight) {
+    if (component.box.height() < leastLetterHeight) {
       result.specks.push_back(component);
     } else if (!isSparse(component) && !(mayBeFrame(component) && holdsOthers(component, left))) {
       result.letters.push_back(component);

@@ -6,6 +6,8 @@
 
 namespace Nimbrel::Reader {
 
+inline constexpr int leastLetterHeight = 4;
+
 /// The components that text may consist of, each kind ordered by its left edge.
 struct Letters {
   std::vector<Component> letters;

@@ -18,13 +18,13 @@ constexpr int border = 10;
 
 const QRgb* pixels(const QImage& picture, int y) { return reinterpret_cast<const QRgb*>(picture.constScanLine(y)); }
 
-Box sourceOf(const QImage& picture, const Line& line) {
-  const double height = std::max(4, line.baseline - line.ascender);
+Box sourceOf(const Line& line, const Box& limit) {
+  const double height = std::max(4, line.height());
   const int bottom = std::max(line.box.bottom, static_cast<int>(std::lround(line.baseline + 0.22 * height)));
   const int above = std::max(1, static_cast<int>(std::lround(0.08 * height)));
   const int aside = std::max(1, static_cast<int>(std::lround(0.2 * height)));
   const Box wanted{line.box.left - aside, line.box.top - above, line.box.right + aside, bottom + above};
-  return wanted.cutTo({0, 0, picture.width(), picture.height()});
+  return wanted.cutTo(limit);
 }
 
 /// The most common colour of a window of columns that moves over the crop: counts of coarse colours, kept up to date.
@@ -127,8 +127,8 @@ Plane framed(const Plane& plane, int margin) {
 
 }  // namespace
 
-LineCrop cropOf(const QImage& picture, const Line& line) {
-  const auto source = sourceOf(picture, line);
+LineCrop cropOf(const QImage& picture, const Line& line, const Box& limit) {
+  const auto source = sourceOf(line, limit);
   auto contrast = contrastOf(picture, source);
   invert(contrast);
   const double scale = static_cast<double>(targetHeight) / source.height();

@@ -14,6 +14,7 @@ struct LineCrop {
   double scale = 1;  ///< pixels of `grey` for one of the picture
 };
 
-[[nodiscard]] LineCrop cropOf(const QImage& picture, const Line& line);
+/// `limit` is what the crop must stay within: the picture, or the label that the line stands on.
+[[nodiscard]] LineCrop cropOf(const QImage& picture, const Line& line, const Box& limit);
 
 }  // namespace Nimbrel::Reader

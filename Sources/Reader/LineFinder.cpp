@@ -1,11 +1,9 @@
 #include "Reader/LineFinder.h"
 
+#include "Reader/Bands.h"
 #include "Reader/Letters.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdint>
 #include <optional>
 
 namespace Nimbrel::Reader {
@@ -14,7 +12,8 @@ namespace {
 
 constexpr double widestGap = 1.8;     ///< of the core's height
 constexpr double largestRatio = 2.4;  ///< of the heights of two letters of a line
-constexpr int bandHeight = 16;
+constexpr int coreMemory = 6;         ///< letters that the core is an average of
+constexpr int looseHeight = 8;        ///< lower than this one or two letters may be commas, quotes and the like
 
 /// A line that grows to the right. The core is where its last letters are: a moving average of their tops and bottoms.
 /// The box would not do, since on a long line it reaches into the next one.
@@ -22,82 +21,49 @@ struct Growing {
   Box box;
   double top = 0;
   double bottom = 0;
-  int count = 0;
-  std::vector<Box> members;
+  std::vector<Box> parts;
 
   [[nodiscard]] double height() const { return bottom - top; }
-};
-
-double overlap(const Growing& line, const Box& box) {
-  return std::min(line.bottom, static_cast<double>(box.bottom)) - std::max(line.top, static_cast<double>(box.top));
-}
-
-bool fits(const Growing& line, const Box& letter) {
-  const double smaller = std::min(line.height(), static_cast<double>(letter.height()));
-  const double larger = std::max(line.height(), static_cast<double>(letter.height()));
-  return larger <= largestRatio * smaller && overlap(line, letter) >= smaller / 2 &&
-         letter.left - line.box.right <= widestGap * line.height();
-}
-
-void take(Growing& line, const Box& letter) {
-  line.box = line.count == 0 ? letter : line.box.unitedWith(letter);
-  line.count = std::min(line.count + 1, 6);
-  line.top += (letter.top - line.top) / line.count;
-  line.bottom += (letter.bottom - line.bottom) / line.count;
-  line.members.push_back(letter);
-}
-
-/// The growing lines, found by the height they stand at.
-class Lines {
- public:
-  void add(const Box& letter) {
-    const auto index = bestFor(letter);
-    if (!index) {
-      lines_.emplace_back();
-      take(lines_.back(), letter);
-      enter(static_cast<std::uint32_t>(lines_.size() - 1));
-      return;
-    }
-    take(lines_[*index], letter);
-    enter(*index);
+  [[nodiscard]] double gapTo(const Box& letter) const { return letter.left - box.right; }
+  [[nodiscard]] double overlap(const Box& letter) const {
+    return std::min(bottom, static_cast<double>(letter.bottom)) - std::max(top, static_cast<double>(letter.top));
   }
 
-  std::vector<Growing> takeLines() { return std::move(lines_); }
+  [[nodiscard]] bool fits(const Box& letter) const {
+    const auto [smaller, larger] = std::minmax({height(), static_cast<double>(letter.height())});
+    return larger <= largestRatio * smaller && overlap(letter) >= smaller / 2 && gapTo(letter) <= widestGap * height();
+  }
 
- private:
-  using Band = std::vector<std::uint32_t>;
+  void take(const Box& letter) {
+    box = parts.empty() ? letter : box.unitedWith(letter);
+    parts.push_back(letter);
+    const auto count = static_cast<double>(std::min(parts.size(), std::size_t{coreMemory}));
+    top += (letter.top - top) / count;
+    bottom += (letter.bottom - bottom) / count;
+  }
+};
 
-  static std::size_t bandAt(double y) { return static_cast<std::size_t>(std::max(0.0, y)) / bandHeight; }
-
-  std::optional<std::uint32_t> bestFor(const Box& letter) {
+/// `letters` are ordered by their left edges.
+std::vector<Growing> grownFrom(const std::vector<Component>& letters) {
+  std::vector<Growing> lines;
+  Bands bands;
+  for (const auto& letter : letters) {
     std::optional<std::uint32_t> best;
-    double bestOverlap = 0;
-    const auto last = std::min(bandAt(letter.bottom) + 1, bands_.size());
-    for (auto band = bandAt(letter.top); band < last; ++band) {
-      std::erase_if(bands_[band], [&](std::uint32_t i) {
-        return letter.left - lines_[i].box.right > widestGap * lines_[i].height();
-      });
-      for (const auto i : bands_[band]) {
-        const double shared = overlap(lines_[i], letter);
-        if (!fits(lines_[i], letter) || shared <= bestOverlap) continue;
-        best = i;
-        bestOverlap = shared;
-      }
+    bands.between(letter.box.top, letter.box.bottom, [&](std::uint32_t i) {
+      const auto& line = lines[i];
+      if (line.gapTo(letter.box) > widestGap * line.height()) return false;
+      if (line.fits(letter.box) && (!best || line.overlap(letter.box) > lines[*best].overlap(letter.box))) best = i;
+      return true;
+    });
+    if (!best) {
+      best = static_cast<std::uint32_t>(lines.size());
+      lines.emplace_back();
     }
-    return best;
+    lines[*best].take(letter.box);
+    bands.enter(*best, lines[*best].top, lines[*best].bottom);
   }
-
-  void enter(std::uint32_t index) {
-    const auto last = bandAt(lines_[index].bottom);
-    if (last >= bands_.size()) bands_.resize(last + 1);
-    for (auto band = bandAt(lines_[index].top); band <= last; ++band) {
-      if (std::ranges::find(bands_[band], index) == bands_[band].end()) bands_[band].push_back(index);
-    }
-  }
-
-  std::vector<Growing> lines_;
-  std::vector<Band> bands_;
-};
+  return lines;
+}
 
 int median(std::vector<int> values) {
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -111,67 +77,121 @@ bool isBorder(const Box& box, const Growing& line) {
 }
 
 void trimEnds(Growing& line) {
-  auto& members = line.members;
-  while (members.size() > 1 && isBorder(members.front(), line)) members.erase(members.begin());
-  while (members.size() > 1 && isBorder(members.back(), line)) members.pop_back();
+  auto& parts = line.parts;
+  while (parts.size() > 1 && isBorder(parts.front(), line)) parts.erase(parts.begin());
+  while (parts.size() > 1 && isBorder(parts.back(), line)) parts.pop_back();
 }
 
-Line finished(Growing& line) {
-  trimEnds(line);
-  Box box = line.members.front();
+Line finished(std::vector<Box> parts) {
+  std::ranges::stable_sort(parts, {}, &Box::left);
+  Box box = parts.front();
   std::vector<int> bottoms;
-  for (const auto& member : line.members) {
-    box = box.unitedWith(member);
-    bottoms.push_back(member.bottom);
+  for (const auto& part : parts) {
+    box = box.unitedWith(part);
+    bottoms.push_back(part.bottom);
   }
-  return {box, box.top, median(std::move(bottoms))};
+  return {box, box.top, median(std::move(bottoms)), std::move(parts)};
 }
 
-/// The nearest line that a speck may belong to: beside it, or a little above or below.
-void attachSpecks(std::vector<Line>& lines, const std::vector<Component>& specks) {
-  std::vector<std::vector<std::size_t>> bands;
+/// How far a speck is from a line that it may belong to, in heights of that line.
+std::optional<double> distanceOf(const Line& line, const Box& reach, const Box& speck) {
+  const double height = line.height();
+  const int aside = std::max({0, speck.left - reach.right, reach.left - speck.right});
+  const int above = std::max({0, line.ascender - speck.bottom, speck.top - line.box.bottom});
+  if (above > 0.35 * height || aside > 0.8 * height || speck.height() > 0.8 * height) return std::nullopt;
+  return (aside + 2 * above) / height;
+}
+
+/// Gives each speck to the nearest line, and returns those that are near none.
+std::vector<Box> attach(std::vector<Line>& lines, const std::vector<Box>& specks) {
+  Bands bands;
+  std::vector<Box> reaches;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    const int reach = lines[i].box.height() / 3;
-    const auto last = static_cast<std::size_t>(lines[i].box.bottom + reach) / bandHeight;
-    if (last >= bands.size()) bands.resize(last + 1);
-    for (auto band = static_cast<std::size_t>(std::max(0, lines[i].box.top - reach)) / bandHeight; band <= last;
-         ++band) {
-      bands[band].push_back(i);
-    }
+    const double reach = 0.35 * lines[i].height();
+    bands.enter(static_cast<std::uint32_t>(i), lines[i].ascender - reach, lines[i].box.bottom + reach);
+    reaches.push_back(lines[i].box);
   }
-  auto boxes = lines;
+  std::vector<Box> alone;
   for (const auto& speck : specks) {
-    const auto band = static_cast<std::size_t>(speck.box.top) / bandHeight;
-    if (band >= bands.size()) continue;
-    std::optional<std::size_t> best;
-    double bestDistance = 1;
-    for (const auto i : bands[band]) {
-      const auto& box = boxes[i].box;
-      const double height = boxes[i].baseline - boxes[i].ascender;
-      const int aside = std::max({0, speck.box.left - box.right, box.left - speck.box.right});
-      const int above = std::max({0, boxes[i].ascender - speck.box.bottom, speck.box.top - box.bottom});
-      if (above > 0.35 * height || aside > 0.8 * height) continue;
-      const double distance = (aside + 2.0 * above) / (height * 2);
-      if (distance >= bestDistance) continue;
-      best = i;
-      bestDistance = distance;
+    std::optional<std::uint32_t> best;
+    double least = 0;
+    bands.between(speck.top, speck.bottom, [&](std::uint32_t i) {
+      const auto distance = distanceOf(lines[i], reaches[i], speck);
+      if (distance && (!best || *distance < least)) {
+        best = i;
+        least = *distance;
+      }
+      return true;
+    });
+    if (!best) {
+      alone.push_back(speck);
+      continue;
     }
-    if (!best) continue;
-    boxes[*best].box = boxes[*best].box.unitedWith(speck.box);
+    reaches[*best] = reaches[*best].unitedWith(speck);
+    lines[*best].parts.push_back(speck);
   }
-  lines = std::move(boxes);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    lines[i].box = reaches[i];
+    std::ranges::stable_sort(lines[i].parts, {}, &Box::left);
+  }
+  return alone;
+}
+
+bool goTogether(const Line& left, const Line& right) {
+  const auto [smaller, larger] = std::minmax({left.height(), right.height()});
+  const int overlap = std::min(left.baseline, right.baseline) - std::max(left.ascender, right.ascender);
+  return larger <= largestRatio * smaller && overlap * 2 >= smaller &&
+         right.box.left - left.box.right <= widestGap * smaller;
+}
+
+/// Lines that specks have brought together become one.
+std::vector<Line> joined(std::vector<Line> lines) {
+  std::ranges::stable_sort(lines, {}, [](const Line& line) { return line.box.left; });
+  std::vector<Line> result;
+  Bands bands;
+  for (auto& line : lines) {
+    std::optional<std::uint32_t> left;
+    bands.between(line.ascender, line.baseline, [&](std::uint32_t i) {
+      if (goTogether(result[i], line) && (!left || result[i].box.right > result[*left].box.right)) left = i;
+      return true;
+    });
+    if (!left) {
+      left = static_cast<std::uint32_t>(result.size());
+      result.push_back(std::move(line));
+    } else {
+      auto& other = result[*left];
+      other.box = other.box.unitedWith(line.box);
+      other.ascender = std::min(other.ascender, line.ascender);
+      if (line.parts.size() > other.parts.size()) other.baseline = line.baseline;
+      other.parts.insert(other.parts.end(), line.parts.begin(), line.parts.end());
+      std::ranges::stable_sort(other.parts, {}, &Box::left);
+    }
+    bands.enter(*left, result[*left].ascender, result[*left].baseline);
+  }
+  return result;
 }
 
 }  // namespace
 
 std::vector<Line> linesOf(const std::vector<Component>& components) {
   const auto pieces = lettersAmong(components);
-  Lines growing;
-  for (const auto& letter : pieces.letters) growing.add(letter.box);
   std::vector<Line> lines;
-  for (auto& line : growing.takeLines()) lines.push_back(finished(line));
-  attachSpecks(lines, pieces.specks);
-  return lines;
+  std::vector<Box> specks;
+  for (const auto& speck : pieces.specks) specks.push_back(speck.box);
+  for (auto& growing : grownFrom(pieces.letters)) {
+    trimEnds(growing);
+    auto line = finished(std::move(growing.parts));
+    if (line.parts.size() <= 2 && line.box.height() < looseHeight) {
+      specks.insert(specks.end(), line.parts.begin(), line.parts.end());
+    } else {
+      lines.push_back(std::move(line));
+    }
+  }
+  std::ranges::stable_sort(specks, {}, &Box::left);
+  for (const auto& speck : attach(lines, specks)) {
+    if (speck.height() >= leastLetterHeight) lines.push_back(finished({speck}));
+  }
+  return joined(std::move(lines));
 }
 
 }  // namespace Nimbrel::Reader

@@ -8,6 +8,7 @@ namespace Nimbrel::Reader {
 namespace {
 
 constexpr int leastLength = 56;
+constexpr int endReach = 4;    ///< how far behind the end of a line a corner may begin
 constexpr int widestHole = 4;  ///< a crossing line and the pixel on either side of it
 
 /// A run that is being followed along one row or one column.
@@ -33,43 +34,58 @@ Run advance(Run& run, int at, bool on) {
   return ended;
 }
 
+void markEnd(Plane& mask, int left, int top, int right, int bottom) {
+  for (int y = std::max(0, top); y < std::min(mask.height(), bottom); ++y) {
+    auto* row = mask.row(y);
+    for (int x = std::max(0, left); x < std::min(mask.width(), right); ++x) {
+      if (row[x] != 0) row[x] |= lineEnd;
+    }
+  }
+}
+
+void clearAcross(Plane& mask, int y, const Run& run) {
+  std::fill_n(mask.row(y) + run.begin, run.length(), std::uint8_t{0});
+  markEnd(mask, run.begin - endReach, y - 1, run.begin, y + 2);
+  markEnd(mask, run.end, y - 1, run.end + endReach, y + 2);
+}
+
+void clearDown(Plane& mask, int x, const Run& run) {
+  for (int y = run.begin; y < run.end; ++y) mask.row(y)[x] = 0;
+  markEnd(mask, x - 1, run.begin - endReach, x + 2, run.begin);
+  markEnd(mask, x - 1, run.end, x + 2, run.end + endReach);
+}
+
 void removeAcross(Plane& mask) {
   for (int y = 0; y < mask.height(); ++y) {
-    auto* row = mask.row(y);
-    const auto clear = [row](const Run& run) { std::fill(row + run.begin, row + run.end, std::uint8_t{0}); };
+    const auto* row = mask.row(y);
     Run run;
     for (int x = 0; x < mask.width(); ++x) {
       const auto ended = advance(run, x, (row[x] & 3) == stepDown);
-      if (ended.length() > 0) clear(ended);
+      if (ended.length() > 0) clearAcross(mask, y, ended);
     }
-    if (run.isLine()) clear(run);
+    if (run.isLine()) clearAcross(mask, y, run);
   }
 }
 
 void removeDown(Plane& mask) {
   std::vector<Run> runs(static_cast<std::size_t>(mask.width()));
-  const auto clear = [&mask](int x, const Run& run) {
-    for (int y = run.begin; y < run.end; ++y) mask.row(y)[x] = 0;
-  };
   for (int y = 0; y < mask.height(); ++y) {
     const auto* row = mask.row(y);
     for (int x = 0; x < mask.width(); ++x) {
       if ((row[x] & 3) != stepAcross) continue;
-      auto& run = runs[static_cast<std::size_t>(x)];
-      const auto ended = advance(run, y, true);
-      if (ended.length() > 0) clear(x, ended);
+      const auto ended = advance(runs[static_cast<std::size_t>(x)], y, true);
+      if (ended.length() > 0) clearDown(mask, x, ended);
     }
   }
   for (int x = 0; x < mask.width(); ++x) {
     const auto& run = runs[static_cast<std::size_t>(x)];
-    if (run.isLine()) clear(x, run);
+    if (run.isLine()) clearDown(mask, x, run);
   }
 }
 
 }  // namespace
 
 void removeStraightLines(Plane& mask) {
-  // Both are looked for before either is cleared, or a crossing would be cut out of the one by the other.
   removeAcross(mask);
   removeDown(mask);
 }

@@ -1,10 +1,8 @@
 #include "Reader/TextReader.h"
 
-#include "Reader/Components.h"
-#include "Reader/EdgeMask.h"
 #include "Reader/LineCrop.h"
-#include "Reader/LineFinder.h"
 #include "Reader/LineReader.h"
+#include "Reader/PageLines.h"
 
 #include <algorithm>
 #include <atomic>
@@ -33,16 +31,6 @@ void inThreads(std::size_t threads, std::size_t count, const std::function<void(
   loop(0);
 }
 
-void blank(Plane& mask, const std::vector<QRect>& boxes) {
-  for (const auto& rect : boxes) {
-    const auto box = Box{rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()}.cutTo(
-        {0, 0, mask.width(), mask.height()});
-    for (int y = box.top; y < box.bottom; ++y) {
-      std::fill_n(mask.row(y) + box.left, std::max(0, box.width()), std::uint8_t{0});
-    }
-  }
-}
-
 TextBlock blockOf(const Box& box, const QImage& picture, std::string text) {
   const double width = picture.width();
   const double height = picture.height();
@@ -61,12 +49,11 @@ TextReader::~TextReader() = default;
 
 std::vector<TextBlock> TextReader::read(const QImage& picture, const std::vector<QRect>& blanked) {
   if (picture.width() < 2 || picture.height() < 2) return {};
-  auto mask = edgeMask(picture, {0, 0, picture.width(), picture.height()});
-  blank(mask, blanked);
-  const auto lines = linesOf(componentsOf(mask));
+  const auto lines = linesOnPage(picture, blanked);
   const auto threads = engines_->readers.size();
   std::vector<LineCrop> crops(lines.size());
-  inThreads(threads, lines.size(), [&](std::size_t, std::size_t i) { crops[i] = cropOf(picture, lines[i]); });
+  inThreads(threads, lines.size(),
+            [&](std::size_t, std::size_t i) { crops[i] = cropOf(picture, lines[i].line, lines[i].limit); });
   std::vector<std::size_t> order(lines.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
   std::ranges::stable_sort(order, std::greater{}, [&](std::size_t i) { return crops[i].grey.width(); });
@@ -76,7 +63,7 @@ std::vector<TextBlock> TextReader::read(const QImage& picture, const std::vector
   });
   std::vector<TextBlock> blocks;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (!texts[i].text.empty()) blocks.push_back(blockOf(lines[i].box, picture, std::move(texts[i].text)));
+    if (!texts[i].text.empty()) blocks.push_back(blockOf(lines[i].line.box, picture, std::move(texts[i].text)));
   }
   return blocks;
 }
