@@ -148,6 +148,11 @@ ShotList Database::pendingOCR(int limit) const { return pending("WHERE ocrDone =
 ShotList Database::pendingCodes(int limit) const { return pending("WHERE codesDone = 0", limit); }
 ShotList Database::pendingHash(int limit) const { return pending("WHERE phash = 0", limit); }
 
+bool Database::needsCodes(ShotID id) const {
+  Statement row(db_, "SELECT 1 FROM shots WHERE id = ? AND codesDone = 0", {id});
+  return row.step();
+}
+
 std::vector<std::string> Database::allTags() const {
   std::set<std::string> tags;
   Statement row(db_, "SELECT tags FROM shots WHERE tags <> ''");

@@ -45,6 +45,8 @@ class Database {
   [[nodiscard]] ShotList pendingOCR(int limit) const;
   [[nodiscard]] ShotList pendingCodes(int limit) const;
   [[nodiscard]] ShotList pendingHash(int limit) const;
+  /// Whether the codes of this shot are still to be looked for; false when it is not there.
+  [[nodiscard]] bool needsCodes(ShotID id) const;
   /// The distinct tags in the order of their code points.
   [[nodiscard]] std::vector<std::string> allTags() const;
 

@@ -7,11 +7,15 @@
 #include <QObject>
 
 #include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace Nimbrel {
 
 /// Finds the codes of shots in the background where text recognition has not: it may be switched off. Newest first, up
-/// to 400 at a time. Main thread; the reading itself runs elsewhere.
+/// to 400 at a time. A shot whose file is gone or cannot be read has none. Main thread, which is free between any two
+/// shots; the reading itself runs elsewhere.
 class CodesQueue : public QObject {
   Q_OBJECT
  public:
@@ -22,12 +26,23 @@ class CodesQueue : public QObject {
 
   /// Starts a batch of shots that were not looked at. Does nothing while one runs, or when none is pending.
   void start();
+  /// The same for all of them, however many.
+  void startAll();
 
  Q_SIGNALS:
-  /// The batch is done and written, and another may be started.
+  /// The batch is written, as far as pictures can be looked at, and another may be started.
   void finished();
 
  private:
+  void start(int limit);
+  void takeNextLater();
+  void takeNext();
+  void take(const std::string& path, const std::optional<std::vector<std::string>>& codes);
+  void write(const std::vector<std::string>& codes);
+  void passOn();
+  void end();
+  [[nodiscard]] ShotID currentID() const { return batch_[next_]->id; }
+
   Database& database_;
   PictureReader& reader_;
   ShotList batch_;

@@ -4,6 +4,8 @@
 #include "Foundation/Background.h"
 #include "Platform/Process.h"
 
+#include <limits>
+
 namespace Nimbrel {
 
 namespace {
@@ -18,37 +20,50 @@ HashQueue::HashQueue(Database& database, QObject* parent) : QObject(parent), dat
 
 HashQueue::~HashQueue() { pool_.waitForDone(); }
 
-void HashQueue::start() {
+void HashQueue::start() { start(batchSize); }
+
+void HashQueue::startAll() { start(std::numeric_limits<int>::max()); }
+
+void HashQueue::start(int limit) {
   if (isRunning()) return;
-  batch_ = database_.pendingHash(batchSize);
+  batch_ = database_.pendingHash(limit);
   next_ = 0;
   if (!batch_.empty()) hashNext();
 }
 
 void HashQueue::hashNext() {
-  if (next_ == batch_.size()) {
-    batch_.clear();
-    Q_EMIT finished();
+  // The row as it is by now: it may have been removed, filed under another path, or hashed by another process.
+  const auto row = database_.shot(batch_[next_]->id);
+  if (!row || row->phash != 0) {
+    QMetaObject::invokeMethod(this, &HashQueue::passOn, Qt::QueuedConnection);
     return;
   }
-  const ShotPtr shot = batch_[next_++];
   inBackground(
       this, pool_,
-      [shot] {
+      [path = row->path] {
         Process::lowerThreadPriority();
-        return Perceptual::hash(shot->path);
+        return Perceptual::hash(path);
       },
-      [this, shot](std::int64_t hash) { store(*shot, hash); });
+      [this, path = row->path](std::int64_t hash) { store(path, hash); });
 }
 
-void HashQueue::store(const Shot& shot, std::int64_t hash) {
-  // A file that cannot be read stays pending. A row that was removed meanwhile may have left its id to another file.
-  const auto row = hash == 0 ? std::nullopt : database_.shot(shot.id);
-  if (row && row->path == shot.path) {
+void HashQueue::store(const std::string& path, std::int64_t hash) {
+  const auto row = database_.shot(batch_[next_]->id);
+  // Moved meanwhile, or its id was given to another file: the hash may not be this row's.
+  if (row && row->path != path) return hashNext();
+  // A file that cannot be read stays pending.
+  if (row && hash != 0) {
     const Database::QuickCommits quickly(database_);
-    database_.setHash(shot.id, hash);
+    database_.setHash(row->id, hash);
   }
-  hashNext();
+  passOn();
+}
+
+void HashQueue::passOn() {
+  ++next_;
+  if (next_ < batch_.size()) return hashNext();
+  batch_.clear();
+  Q_EMIT finished();
 }
 
 }  // namespace Nimbrel

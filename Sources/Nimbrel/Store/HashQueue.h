@@ -7,6 +7,8 @@
 #include <QThreadPool>
 
 #include <cstddef>
+#include <cstdint>
+#include <string>
 
 namespace Nimbrel {
 
@@ -24,14 +26,18 @@ class HashQueue : public QObject {
 
   /// Starts a batch of shots without a hash. Does nothing while one runs, or when none is pending.
   void start();
+  /// The same for all of them, however many.
+  void startAll();
 
  Q_SIGNALS:
   /// The batch is done, and another may be started.
   void finished();
 
  private:
+  void start(int limit);
   void hashNext();
-  void store(const Shot& shot, std::int64_t hash);
+  void store(const std::string& path, std::int64_t hash);
+  void passOn();
 
   Database& database_;
   ShotList batch_;
