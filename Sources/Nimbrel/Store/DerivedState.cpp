@@ -55,6 +55,11 @@ const ContentGroup& DerivedState::contentOf(ShotID id) const {
   return group == nullptr ? ContentGroup::unknown() : group->first;
 }
 
+const ContentGroup& DerivedState::sourceOf(ShotID id) const {
+  const auto* member = memberOf(id);
+  return member == nullptr ? ContentGroup::unknown() : member->group->first;
+}
+
 bool DerivedState::isIn(SmartCollection collection, ShotID id) const {
   const auto* member = memberOf(id);
   return member != nullptr && member->collections.test(static_cast<std::size_t>(collection));

@@ -36,6 +36,8 @@ class DerivedState {
 
   /// The group of a shot of the list; the unknown group for a locked shot, and for an id that is not in the list.
   [[nodiscard]] const ContentGroup& contentOf(ShotID id) const;
+  /// The same by what the picture says, locked or not: to act on, never to show.
+  [[nodiscard]] const ContentGroup& sourceOf(ShotID id) const;
   /// Whether the shot of the list belongs to the collection, locked or not; false for an id that is not in the list.
   [[nodiscard]] bool isIn(SmartCollection collection, ShotID id) const;
   /// The id of the stack that holds the shot; empty when none does.

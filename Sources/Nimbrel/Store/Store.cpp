@@ -60,8 +60,7 @@ Store::~Store() = default;
 
 void Store::start(std::unique_ptr<Database> database) {
   database_ = std::move(database);
-  hashQueue_ = std::make_unique<HashQueue>(*database_);
-  connect(hashQueue_.get(), &HashQueue::finished, this, &Store::reload);
+  prepareQueues();
   if (lastRecordingURL_ && !FileSystem::exists(*lastRecordingURL_)) setLastRecordingURL(std::nullopt);
   reload();
   if (isBackgroundWorker()) startWorking();
@@ -111,6 +110,10 @@ void Store::poll() {
   if (showMenuBar_ != settings_.showMenuBar()) setShowMenuBar(settings_.showMenuBar());
   if (auto stored = storedRecordingPath(); stored != lastRecordingURL_) setLastRecordingURL(std::move(stored));
   if (database_->dataVersion() != catalogueVersion_) reload();
+  if (std::exchange(readingIsDue_, false)) {
+    startOCR();
+    startCodes();
+  }
 }
 
 bool Store::isSnapshotCurrent() const {

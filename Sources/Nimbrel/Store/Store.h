@@ -6,6 +6,7 @@
 #include "Foundation/Result.h"
 #include "Model/Filter.h"
 #include "Model/Models.h"
+#include "Store/BatchEnd.h"
 #include "Store/CodesQueue.h"
 #include "Store/DerivedState.h"
 #include "Store/FolderWatcher.h"
@@ -14,6 +15,7 @@
 #include "Store/HashQueue.h"
 #include "Store/NameKeys.h"
 #include "Store/ReadingQueue.h"
+#include "Store/RuleMemory.h"
 #include "Store/ScanPlan.h"
 #include "Store/StoreContext.h"
 #include "Store/UnlockedShots.h"
@@ -156,7 +158,8 @@ class Store : public QObject {
 
   /// Starts reading the shots without text in the background, unless that is going on or switched off.
   void startOCR();
-  /// Starts looking for codes in the shots not looked at, unless that is going on.
+  /// Starts looking for codes in the shots not looked at, unless that is going on. While text is read the codes wait:
+  /// reading finds those of its shots as well.
   void startCodes();
 
   // Hashes
@@ -167,6 +170,16 @@ class Store : public QObject {
   /// Hashes up to 5000 shots at once, the newest first, and returns how many got a hash. `log`, which may be empty,
   /// hears of each. Blocks until done: for the headless pass.
   std::size_t hashAllPending(const HashLog& log);
+
+  // Background work as a whole
+
+  /// Whether shots are being read, looked through for codes or hashed. What starts that by itself in other roles, such
+  /// as a scan, leaves it alone in the headless pass and the tool, which end before their event loop.
+  [[nodiscard]] bool isWorking() const;
+  /// Reads, looks for codes and hashes in any role, until everything is done that can be; runs the rules over what was
+  /// read. Comes back at once; workDone() tells the end, in a later turn of the event loop. Each picture that cannot be
+  /// hashed is tried once, and what cannot be written is left pending.
+  void workOff();
 
   // Sensitive data
 
@@ -195,6 +208,8 @@ class Store : public QObject {
   void statusChanged();
   void lastRecordingURLChanged();
   void showMenuBarChanged();
+  /// Nothing is left of what workOff() was asked for.
+  void workDone();
 
  private:
   explicit Store(StoreContext context);
@@ -235,6 +250,31 @@ class Store : public QObject {
   void dropOrphans(const ShotList& unseen);
   void unlock(const ShotList& shots);
 
+  /// The state of the catalogue as this process can tell it from another.
+  struct CatalogueState {
+    int othersVersion = 0;
+    std::int64_t ownChanges = 0;
+
+    bool operator==(const CatalogueState&) const = default;
+  };
+  [[nodiscard]] CatalogueState catalogueState() const;
+  void prepareQueues();
+  void readingEnded(BatchEnd end);
+  void codesEnded();
+  void hashingEnded();
+  void tellWhenWorkIsDone();
+
+  /// The title of the application that a shot shows, locked or not; else empty.
+  [[nodiscard]] std::string sourceTitle(ShotID id) const;
+  /// What a pass of the rules has left to do.
+  struct RulePass {
+    bool changed = false;
+    ShotIDSet toFile;
+  };
+  RulePass applyRules(const std::vector<AutomationRule>& rules, const ShotList& shots);
+  void addProjects(const std::vector<std::string>& names);
+  void fileThose(const ShotIDSet& ids);
+
   StoreContext context_;
   Settings settings_;
   std::unique_ptr<Database> database_;
@@ -266,6 +306,13 @@ class Store : public QObject {
   std::unique_ptr<ReadingQueue> readingQueue_;
   std::unique_ptr<CodesQueue> codesQueue_;
   std::unique_ptr<HashQueue> hashQueue_;
+  RuleMemory ruleMemory_;
+  /// When the catalogue was last found without a shot that needs its codes.
+  std::optional<CatalogueState> noCodesPending_;
+  bool worksInBackground_ = false;
+  bool worksOff_ = false;      ///< workOff() was asked for and has not been answered
+  bool codesWait_ = false;     ///< until text is read
+  bool readingIsDue_ = false;  ///< at the next poll, since a batch could not be written
 };
 
 }  // namespace Nimbrel

@@ -15,11 +15,19 @@ bool lacksHash(const ShotPtr& shot) { return shot->phash == 0; }
 }  // namespace
 
 void Store::startHashing() {
-  // These end before the event loop that would bring the results back.
-  if (context_.role == ProcessRole::headless || context_.role == ProcessRole::tool) return;
+  if (!worksInBackground_) return;
   // The query for what is pending reads the whole table; the shots at hand say sooner that there is nothing.
   if (isSnapshotCurrent() && std::ranges::none_of(shots_, lacksHash)) return;
-  hashQueue_->start();
+  if (worksOff_) {
+    hashQueue_->startAll();
+  } else {
+    hashQueue_->start();
+  }
+}
+
+void Store::hashingEnded() {
+  reload();
+  tellWhenWorkIsDone();
 }
 
 std::size_t Store::hashAllPending(const HashLog& log) {

@@ -18,7 +18,10 @@ void Store::scan() {
   const auto added = applyScan(plan);
   reloadIfChanged();
   if (added > 0) setStatus("Added " + std::to_string(added) + " shot" + (added == 1 ? "" : "s"));
+  if (settings_.autoFile()) fileAll();
+  startOCR();
   startHashing();
+  startCodes();
 }
 
 std::size_t Store::applyScan(const ScanPlan& plan) {
@@ -87,6 +90,7 @@ void Store::importFiles(const std::vector<std::string>& paths) {
   database_->waitForDisk();
   reload();
   setStatus(imported > 0 ? "Imported " + std::to_string(imported) : std::string("Nothing new to import"));
+  startOCR();
 }
 
 }  // namespace Nimbrel
