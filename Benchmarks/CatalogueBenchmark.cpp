@@ -179,6 +179,39 @@ std::vector<Comparison> catalogueTable(const Home& home, int shots) {
   return table;
 }
 
+/// Five rules, one of them with a source, that match nothing; the number makes the list another one.
+std::vector<AutomationRule> rulesThatMatchNothing(int number) {
+  std::vector<AutomationRule> rules;
+  for (const std::string words : {"quarterly statement", "boarding pass", "zz top", "invoice of", "never"}) {
+    rules.push_back({.name = std::to_string(number), .containsText = words, .tag = "found"});
+  }
+  rules.back().source = "no such application";
+  return rules;
+}
+
+/// The pass that follows each batch of text, over shots it sees for the first time and over the same again.
+std::vector<Comparison> rulesTable(const Home& home, int shots) {
+  const auto store = home.open();
+  int number = 0;
+  const auto bare = [&] {
+    for (const auto& shot : store->shots()) {
+      for (const auto& rule : rulesThatMatchNothing(0)) {
+        use(strcasestr(shot->ocr.c_str(), rule.containsText.c_str()) != nullptr);
+      }
+    }
+  };
+  const auto pass = [&] { store->applyAutomationRules(store->shots()); };
+  const auto size = std::to_string(shots);
+  return {compare(
+              "first pass of 5 rules over " + size + " shots, beside strcasestr", 3.0, 3,
+              [&] {
+                store->settings().automationRules.set(rulesThatMatchNothing(++number));
+                pass();
+              },
+              bare),
+          compare("the same rules once more", 0.1, 3, pass, bare)};
+}
+
 Comparison groupsRow(int count, double target, int rounds) {
   const auto shots = hashedShots(count);
   return compare(
@@ -267,6 +300,7 @@ int runAll(const std::string& program) {
   int missed = printTable({memoryRow(small, program, 10'000), memoryRow(large, program, 100'000)}, "bytes, resident");
   missed |= printTable(catalogueTable(small, 10'000), "seconds");
   missed |= printTable(catalogueTable(large, 100'000), "seconds");
+  missed |= printTable(rulesTable(large, 100'000), "seconds");
   missed |= printTable({groupsRow(10'000, 0.4, 7), groupsRow(100'000, 0.15, 1), secretsRow(), traitsRow()}, "seconds");
   return missed;
 }
