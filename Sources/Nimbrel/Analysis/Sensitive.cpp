@@ -1,5 +1,6 @@
 #include "Analysis/Sensitive.h"
 
+#include "Analysis/Claims.h"
 #include "Analysis/SecretKinds.h"
 #include "Foundation/Pattern.h"
 #include "Foundation/Text.h"
@@ -50,22 +51,6 @@ bool isCard(std::string_view text) {
 struct Finding {
   std::string_view kind;
   std::string text;
-};
-
-/// Ranges that share no character with one another, in order.
-class Claims {
- public:
-  [[nodiscard]] bool intersect(const TextRange& range) const {
-    const auto next = std::ranges::upper_bound(ranges_, range.start, {}, &TextRange::end);
-    return next != ranges_.end() && next->intersects(range);
-  }
-  void add(const std::vector<TextRange>& ranges) {
-    ranges_.insert(ranges_.end(), ranges.begin(), ranges.end());
-    std::ranges::sort(ranges_, {}, &TextRange::start);
-  }
-
- private:
-  std::vector<TextRange> ranges_;
 };
 
 std::vector<Finding> scan(std::string_view text) {
