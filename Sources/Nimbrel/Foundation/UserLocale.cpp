@@ -32,4 +32,13 @@ icu::Locale forNumbers() { return localeFor("LC_NUMERIC"); }
 icu::Locale forComparison() { return localeFor("LC_COLLATE"); }
 icu::Locale forMessages() { return localeFor("LC_MESSAGES"); }
 
+std::string region() {
+  auto locale = localeFor("LC_TELEPHONE");
+  UErrorCode status = U_ZERO_ERROR;
+  if (*locale.getCountry() == '\0') locale.addLikelySubtags(status);
+  // Three digits name a continent or the world.
+  const std::string country = locale.getCountry();
+  return U_SUCCESS(status) && country.size() == 2 ? country : icu::Locale::getUS().getCountry();
+}
+
 }  // namespace Nimbrel::UserLocale

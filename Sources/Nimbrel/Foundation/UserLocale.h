@@ -2,6 +2,8 @@
 
 #include <unicode/locid.h>
 
+#include <string>
+
 /// The locale that the user's environment asks for, by purpose. A missing, "C" or "POSIX" locale is answered with US
 /// English, which is what our own words are written in.
 namespace Nimbrel::UserLocale {
@@ -17,5 +19,8 @@ namespace Nimbrel::UserLocale {
 
 /// The language of words: LC_ALL, else LC_MESSAGES, else LANG.
 [[nodiscard]] icu::Locale forMessages();
+/// The country that the user's telephone numbers are of, as two capital letters: that of LC_ALL, else LC_TELEPHONE,
+/// else LANG, and where these name a language alone, the country where most of its speakers live.
+[[nodiscard]] std::string region();
 
 }  // namespace Nimbrel::UserLocale
