@@ -11,7 +11,7 @@ std::span<const Command> commands() {
       {"show", "ID…", "show the whole record of each shot", 1, anyNumber, {{"--reveal", ""}}, runShow},
       {"overview", "", "show counts, tags, projects and saved searches", 0, 0, {}, runOverview},
       {"duplicates", "", "group near-duplicate shots", 0, 0, {{"--tolerance", "N"}}, runDuplicates},
-      {"detect", "", "find secrets in the text on standard input", 0, 0, {}, runDetect},
+      {"detect", "", "find links, numbers, dates and secrets in the text on standard input", 0, 0, {}, runDetect},
       {"import", "FILE…", "add images where they lie", 1, anyNumber, {}, runImport},
       {"scan", "", "compare the watched folders and the library with the catalogue", 0, 0, {}, runScan},
       {"settings", "[KEY [VALUE]]", "show all settings or one, or set one", 0, 2, {}, runSettings},

@@ -189,12 +189,6 @@ TEST_F(CtlTest, DuplicatesAreListsOfIds) {
   EXPECT_EQ(sizes(json({text("duplicates"), text("--tolerance=0")})), (std::vector<qsizetype>{}));
 }
 
-TEST_F(CtlTest, DetectFindsSecretsInItsInput) {
-  const auto found = json({text("detect")}, "mail ann@example.com, card 4111 1111 1111 1111").object();
-  EXPECT_EQ(found, (QJsonObject{{text("sensitive"), QJsonArray{text("Card"), text("Email")}},
-                                {text("matches"), QJsonArray{text("4111 1111 1111 1111"), text("ann@example.com")}}}));
-}
-
 TEST_F(CtlTest, ACatalogueThatCannotBeOpenedFailsWithOneLine) {
   home_.folder().write(".local/share/Nimbrel", "a file where the folder should be");
   const auto output = ctl({text("list")});
