@@ -23,7 +23,12 @@ Word splitAtEquals(std::string_view word) {
 std::optional<std::string_view> CommandLine::value(std::string_view option) const {
   const auto found = options.find(option);
   if (found == options.end()) return std::nullopt;
-  return found->second;
+  return found->second.back();
+}
+
+std::span<const std::string> CommandLine::values(std::string_view option) const {
+  const auto found = options.find(option);
+  return found == options.end() ? std::span<const std::string>() : found->second;
 }
 
 Result<CommandLine> parseCommandLine(std::span<const std::string_view> words, std::span<const OptionSpec> options) {
@@ -46,7 +51,7 @@ Result<CommandLine> parseCommandLine(std::span<const std::string_view> words, st
       if (++word == words.end()) return Error{"option " + std::string(name) + " needs a value"};
       value = *word;
     }
-    line.options.insert_or_assign(std::string(name), std::string(value.value_or("")));
+    line.options[std::string(name)].emplace_back(value.value_or(""));
   }
   return line;
 }

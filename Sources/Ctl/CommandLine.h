@@ -20,10 +20,13 @@ struct OptionSpec {
 /// The words behind the name of a command, taken apart.
 struct CommandLine {
   std::vector<std::string> arguments;
-  std::map<std::string, std::string, std::less<>> options;
+  std::map<std::string, std::vector<std::string>, std::less<>> options;  ///< the values of each, in their order
 
   [[nodiscard]] bool has(std::string_view option) const { return options.contains(option); }
+  /// The value given last; absent without any.
   [[nodiscard]] std::optional<std::string_view> value(std::string_view option) const;
+  /// All values, of an option that may be given more than once.
+  [[nodiscard]] std::span<const std::string> values(std::string_view option) const;
 };
 
 /// Tells options, which may stand anywhere, from arguments. "--" ends the options; "--name=value" is "--name value".

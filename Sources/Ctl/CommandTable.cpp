@@ -6,14 +6,35 @@
 namespace Nimbrel::Ctl {
 
 std::span<const Command> commands() {
+  static const std::vector<OptionSpec> filterOptions{
+      {"--filter", "F"}, {"--query", "TEXT"}, {"--sort", "newest|oldest|name"}, {"--sections", ""}, {"--reveal", ""}};
   static const std::vector<Command> table{
-      {"list", "", "list the shots, newest first", 0, 0, {}, runList},
+      {"list", "", "list the shots that the window would show", 0, 0, filterOptions, runList},
       {"show", "ID…", "show the whole record of each shot", 1, anyNumber, {{"--reveal", ""}}, runShow},
-      {"overview", "", "show counts, tags, projects and saved searches", 0, 0, {}, runOverview},
-      {"duplicates", "", "group near-duplicate shots", 0, 0, {{"--tolerance", "N"}}, runDuplicates},
-      {"detect", "", "find links, numbers, dates and secrets in the text on standard input", 0, 0, {}, runDetect},
-      {"import", "FILE…", "add images where they lie", 1, anyNumber, {}, runImport},
-      {"scan", "", "compare the watched folders and the library with the catalogue", 0, 0, {}, runScan},
+      {"overview", "", "show what the sidebar shows", 0, 0, {}, runOverview},
+      {"duplicates",
+       "",
+       "group near-duplicate shots, or move all but one of each group to the Trash",
+       0,
+       anyNumber,
+       {{"--tolerance", "N"}, {"--trash", ""}, {"--keep", "ID…"}},
+       runDuplicates},
+      {"detect", "", "find links, dates, secrets and the like in the text on standard input", 0, 0, {}, runDetect},
+      {"read", "FILE", "recognise text and codes of an image", 1, 1, {}, runRead},
+      {"import", "FILE…", "add images where they lie", 1, anyNumber, {{"--wait", ""}}, runImport},
+      {"scan", "", "compare the watched folders and the library with the catalogue", 0, 0, {{"--wait", ""}}, runScan},
+      {"file", "ID…", "move shots into the library", 1, anyNumber, {}, runFile},
+      {"trash", "ID…", "move shots to the Trash", 1, anyNumber, {}, runTrash},
+      {"forget", "ID…", "take shots out of the catalogue and leave their files alone", 1, anyNumber, {}, runForget},
+      {"rename", "ID NAME", "rename the file of a shot", 2, 2, {}, runRename},
+      {"note", "ID TEXT", "set the note of a shot", 2, 2, {}, runNote},
+      {"source", "ID NAME", "say which application a shot shows", 2, 2, {}, runSource},
+      {"favorite", "ID…", "star shots, or take their stars away", 1, anyNumber, {{"--off", ""}}, runFavorite},
+      {"tag", "ID…", "add a tag to shots", 1, anyNumber, {{"--tag", "T"}}, runTag},
+      {"untag", "ID…", "take a tag off shots", 1, anyNumber, {{"--tag", "T"}}, runUntag},
+      {"project", "ID…", "put shots into a project", 1, anyNumber, {{"--name", "P"}}, runProject},
+      {"rules", "apply", "run the automation rules over all shots", 1, 1, {}, runRules},
+      {"search", "save|remove TEXT", "keep a search in the sidebar, or take it away", 2, 2, {}, runSearch},
       {"settings", "[KEY [VALUE]]", "show all settings or one, or set one", 0, 2, {}, runSettings},
   };
   return table;

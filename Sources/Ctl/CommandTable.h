@@ -41,6 +41,19 @@ struct Command {
 [[nodiscard]] Outcome runDetect(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runImport(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runScan(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runRead(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runFile(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runTrash(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runForget(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runRename(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runNote(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runSource(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runFavorite(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runTag(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runUntag(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runProject(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runRules(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runSearch(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSettings(const CommandLine& line, Session& session);
 
 }  // namespace Nimbrel::Ctl

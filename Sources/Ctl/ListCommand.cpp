@@ -65,8 +65,12 @@ Outcome runList(const CommandLine& line, Session& session) {
     const auto sort = sortWord ? parseSort(*sortWord) : store.settings().gallerySort();
     if (!sort) return Outcome::misused("unknown sort " + std::string(*sortWord));
     choose(store, *filter, line.value("--query"));
+    if (line.has("--reveal")) {
+      if (const auto refused = session.unlock(store.visible())) return Outcome::failed(refused->message);
+    }
     const auto grouping = store.settings().groupByDay() ? Gallery::Grouping::ByDay : Gallery::Grouping::None;
-    const auto sections = Gallery::sections(store.visible(), *sort, grouping, store.now());
+    NameKeys keys;
+    const auto sections = Gallery::sections(store.visible(), {*sort, grouping}, store.now(), keys);
     return line.has("--sections") ? asSections(store, sections) : asShots(store, sections);
   });
 }

@@ -51,8 +51,8 @@ Outcome runRead(const CommandLine& line, Session&) {
   auto outcome = Outcome::failed("nothing here can read pictures");
   untilDone([&](const std::function<void()>& done) {
     OCR::recognizeWithBarcodes(&context, *reader, path.value(),
-                               [&, done](std::optional<OCR::RecognitionWithCodes> found) {
-                                 if (found) outcome = whatWasRead(path.value(), found->recognition, found->codes);
+                               [&, done](std::optional<OCR::RecognitionWithBarcodes> found) {
+                                 if (found) outcome = whatWasRead(path.value(), found->recognition, found->barcodes);
                                  done();
                                });
   });

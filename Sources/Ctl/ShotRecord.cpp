@@ -27,20 +27,45 @@ QJsonObject protectedRecord(const Shot& shot) {
   };
 }
 
+QJsonValue textOrNull(std::optional<std::string_view> text) {
+  return text && !text->empty() ? QJsonValue(jsonString(*text)) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonArray collectionsOf(const Store& store, const Shot& shot) {
+  QJsonArray list;
+  for (const auto collection : allSmartCollections) {
+    if (store.derived().isIn(collection, shot.id)) list.append(jsonString(rawValue(collection)));
+  }
+  return list;
+}
+
 QJsonObject derivedMembers(const Store& store, const Shot& shot) {
-  const auto pixels = shot.pixels();
+  const auto& derived = store.derived();
   return {
       {QStringLiteral("titleGuess"), jsonString(shot.titleGuess())},
       {QStringLiteral("ocrHeadline"), jsonString(shot.ocrHeadline())},
-      {QStringLiteral("pixels"), pixels ? QJsonValue(jsonString(*pixels)) : QJsonValue(QJsonValue::Null)},
+      {QStringLiteral("pixels"), textOrNull(shot.pixels())},
       {QStringLiteral("captureTypeLabel"), jsonString(shot.captureTypeLabel())},
       {QStringLiteral("symbol"), jsonString(shot.symbol())},
+      {QStringLiteral("group"), groupRecord(derived.contentOf(shot.id))},
+      {QStringLiteral("smart"), collectionsOf(store, shot)},
+      {QStringLiteral("receipt"), derived.isIn(SmartCollection::receipts, shot.id)},
       {QStringLiteral("protected"), false},
+      {QStringLiteral("libraryName"), jsonString(store.libraryName(shot))},
+      {QStringLiteral("stack"), textOrNull(derived.stackOf(shot.id))},
+      {QStringLiteral("snippet"), textOrNull(store.snippet(shot))},
       {QStringLiteral("day"), jsonString(Formats::relativeDay(shot.date, store.now()))},
   };
 }
 
 }  // namespace
+
+QJsonObject groupRecord(const ContentGroup& group) {
+  return {{QStringLiteral("key"), jsonString(group.key)},
+          {QStringLiteral("title"), jsonString(group.title)},
+          {QStringLiteral("kind"), jsonString(rawValue(group.kind))},
+          {QStringLiteral("bundleID"), jsonString(group.bundleID)}};
+}
 
 QJsonObject shotRecord(const Store& store, const Shot& shot) {
   if (store.isProtected(shot)) return protectedRecord(shot);

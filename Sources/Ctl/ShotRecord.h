@@ -8,6 +8,9 @@
 
 namespace Nimbrel::Ctl {
 
+/// A group as an object of its fields.
+[[nodiscard]] QJsonObject groupRecord(const ContentGroup& group);
+
 /// The whole record of a shot and what derives from it; of a protected one only what gives nothing away.
 [[nodiscard]] QJsonObject shotRecord(const Store& store, const Shot& shot);
 

@@ -7,7 +7,10 @@
 namespace Nimbrel::Ctl {
 
 Outcome runShow(const CommandLine& line, Session& session) {
-  return withShots(line.arguments, session, [](Store& store, const ShotList& shots) {
+  return withShots(line.arguments, session, [&](Store& store, const ShotList& shots) {
+    if (line.has("--reveal")) {
+      if (const auto refused = session.unlock(shots)) return Outcome::failed(refused->message);
+    }
     QJsonArray list;
     std::string text;
     for (const auto& shot : shots) {
