@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace Nimbrel::FilePath {
 namespace {
 
@@ -44,6 +46,19 @@ TEST(FilePath, ATildeAtTheStartIsTheHomeFolder) {
 TEST(FilePath, SlashesAtTheEndGoExceptTheRoot) {
   EXPECT_EQ(withoutTrailingSlashes("/a//"), "/a");
   EXPECT_EQ(withoutTrailingSlashes("/"), "/");
+}
+
+TEST(NumberedName, CountsBeforeTheExtension) {
+  EXPECT_EQ(numberedName("a.png", 2), "a 2.png");
+  EXPECT_EQ(numberedName("a", 3), "a 3");
+  EXPECT_EQ(numberedName(".hidden", 2), ".hidden 2");
+  EXPECT_EQ(numberedName("a.", 2), "a. 2");
+}
+
+TEST(NumberedName, NeverExceedsTheLongestName) {
+  EXPECT_EQ(numberedName(std::string(251, 'n') + ".png", 12), std::string(248, 'n') + " 12.png");
+  EXPECT_EQ(numberedName("aää.png", 2, 9), "aä 2.png");
+  EXPECT_EQ(numberedName("aää.png", 2, 8), "a 2.png");
 }
 
 }  // namespace

@@ -72,6 +72,28 @@ TEST(CharacterCount, CountsWhatAReaderSees) {
   EXPECT_EQ(characterCount("\r\n"), 1U);
 }
 
+TEST(FirstCharacters, CutsBetweenWhatAReaderSees) {
+  EXPECT_EQ(firstCharacters("abc", 2), "ab");
+  EXPECT_EQ(firstCharacters("abc", 3), "abc");
+  EXPECT_EQ(firstCharacters("abc", 0), "");
+  EXPECT_EQ(firstCharacters("", 3), "");
+  EXPECT_EQ(firstCharacters("e\u0301e\u0301x", 1), "e\u0301");
+  EXPECT_EQ(firstCharacters("\xFF\xFE\xFF", 2), "\xFF\xFE");
+}
+
+TEST(FittingIn, KeepsWholeCharacters) {
+  EXPECT_EQ(fittingIn(3, "abc"), "abc");
+  EXPECT_EQ(fittingIn(2, "abc"), "ab");
+  EXPECT_EQ(fittingIn(4, "ae\u0301x"), "ae\u0301");
+  EXPECT_EQ(fittingIn(3, "ae\u0301x"), "a");
+  EXPECT_EQ(fittingIn(0, "abc"), "");
+}
+
+TEST(FittingIn, CutsAnOverlongCharacterBetweenCodePoints) {
+  EXPECT_EQ(fittingIn(4, "e\u0301\u0301"), "e\u0301");
+  EXPECT_EQ(fittingIn(1, "\u0301"), "");
+}
+
 TEST(Split, KeepsOrDropsEmptyPieces) {
   EXPECT_EQ(split("a,,b", ',', EmptyPieces::Drop), (Strings{"a", "b"}));
   EXPECT_EQ(split("a,,b,", ',', EmptyPieces::Keep), (Strings{"a", "", "b", ""}));

@@ -43,6 +43,12 @@ TEST(UniqueURL, ANameWithoutExtensionGetsNoDot) {
   EXPECT_EQ(uniqueURL(folder.path("a")), folder.path("a 2"));
 }
 
+TEST(UniqueURL, ANumberFitsIntoTheLongestName) {
+  const TemporaryFolder folder;
+  const auto path = folder.write(std::string(251, 'n') + ".png", "");
+  EXPECT_EQ(uniqueURL(path), folder.path(std::string(249, 'n') + " 2.png"));
+}
+
 TEST(UniqueURL, ALinkThatLeadsNowhereIsTaken) {
   const TemporaryFolder folder;
   std::filesystem::create_symlink("nowhere", folder.path("a.png"));

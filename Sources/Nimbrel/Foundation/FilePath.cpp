@@ -1,5 +1,7 @@
 #include "Foundation/FilePath.h"
 
+#include "Foundation/Text.h"
+
 namespace Nimbrel::FilePath {
 
 namespace {
@@ -46,6 +48,13 @@ std::string join(std::string_view folder, std::string_view name) {
   std::string path(folder);
   if (!path.empty() && path.back() != '/') path += '/';
   return path.append(name);
+}
+
+std::string numberedName(std::string_view name, int number, std::size_t longest) {
+  const auto base = baseName(name);
+  const auto ending = " " + std::to_string(number) + std::string(name.substr(base.size()));
+  const auto room = longest > ending.size() ? longest - ending.size() : 0;
+  return std::string(Text::fittingIn(room, base)) + ending;
 }
 
 std::string expandingTilde(std::string_view path, std::string_view home) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,13 @@ namespace Nimbrel::FilePath {
 
 /// The name inside the folder, with exactly one slash between them.
 [[nodiscard]] std::string join(std::string_view folder, std::string_view name);
+
+/// How many bytes a name can have on nearly all file systems.
+inline constexpr std::size_t longestName = 255;
+
+/// The name with a blank and the number before its extension: "name 2.png". Where that exceeds so many bytes, the base
+/// name loses characters at its end.
+[[nodiscard]] std::string numberedName(std::string_view name, int number, std::size_t longest = longestName);
 
 /// The path with "~" or "~/…" at its start replaced by the home folder; other paths as they are.
 [[nodiscard]] std::string expandingTilde(std::string_view path, std::string_view home);

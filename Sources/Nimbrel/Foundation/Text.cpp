@@ -50,6 +50,30 @@ icu::BreakIterator* characterBreaks() {
   return breaks.get();
 }
 
+/// Calls with the place behind each character as a reader counts them, until the call returns false.
+template <class Visit>
+void forEachCharacterEnd(std::string_view text, Visit visit) {
+  auto* breaks = characterBreaks();
+  if (breaks == nullptr) {
+    for (std::size_t end = 0; end < text.size();) {
+      end += Utf8::first(text.substr(end)).length;
+      if (!visit(end)) return;
+    }
+    return;
+  }
+  UErrorCode status = U_ZERO_ERROR;
+  UText view = UTEXT_INITIALIZER;
+  utext_openUTF8(&view, text.data(), static_cast<std::int64_t>(text.size()), &status);
+  breaks->setText(&view, status);
+  if (U_SUCCESS(status)) {
+    breaks->first();
+    for (auto end = breaks->next(); end != icu::BreakIterator::DONE; end = breaks->next()) {
+      if (!visit(static_cast<std::size_t>(end))) break;
+    }
+  }
+  utext_close(&view);
+}
+
 bool isAscii(std::string_view text) {
   return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
@@ -66,9 +90,7 @@ bool isHorizontalSpace(char32_t character) {
 
 std::string_view trimmed(std::string_view text) { return without(text, isHorizontalSpace); }
 
-std::string_view trimmedWithLineBreaks(std::string_view text) {
-  return without(text, isWhiteSpace);
-}
+std::string_view trimmedWithLineBreaks(std::string_view text) { return without(text, isWhiteSpace); }
 
 std::string_view trimmedOf(std::string_view text, std::u32string_view characters) {
   return without(text, [&](char32_t code) { return characters.find(code) != std::u32string_view::npos; });
@@ -111,19 +133,37 @@ std::size_t wordCount(std::string_view text, std::size_t most) {
 
 std::size_t characterCount(std::string_view text) {
   if (isPrintableAscii(text)) return text.size();
-  auto* breaks = characterBreaks();
-  if (breaks == nullptr) return text.size();
-  UErrorCode status = U_ZERO_ERROR;
-  UText view = UTEXT_INITIALIZER;
-  utext_openUTF8(&view, text.data(), static_cast<std::int64_t>(text.size()), &status);
-  breaks->setText(&view, status);
   std::size_t count = 0;
-  if (U_SUCCESS(status)) {
-    breaks->first();
-    while (breaks->next() != icu::BreakIterator::DONE) ++count;
-  }
-  utext_close(&view);
+  forEachCharacterEnd(text, [&](std::size_t) {
+    ++count;
+    return true;
+  });
   return count;
+}
+
+std::string_view firstCharacters(std::string_view text, std::size_t count) {
+  if (count == 0) return {};
+  // A character has at least one byte.
+  if (text.size() <= count) return text;
+  std::size_t end = 0;
+  forEachCharacterEnd(text, [&](std::size_t characterEnd) {
+    end = characterEnd;
+    return --count > 0;
+  });
+  return text.substr(0, end);
+}
+
+std::string_view fittingIn(std::size_t bytes, std::string_view text) {
+  if (text.size() <= bytes) return text;
+  std::size_t end = 0;
+  forEachCharacterEnd(text, [&](std::size_t characterEnd) {
+    if (characterEnd > bytes) return false;
+    end = characterEnd;
+    return true;
+  });
+  if (end > 0) return text.substr(0, end);
+  for (auto next = Utf8::first(text).length; next <= bytes; next += Utf8::first(text.substr(next)).length) end = next;
+  return text.substr(0, end);
 }
 
 std::vector<std::string> split(std::string_view text, char separator, EmptyPieces emptyPieces) {

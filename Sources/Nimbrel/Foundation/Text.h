@@ -31,6 +31,13 @@ namespace Nimbrel::Text {
 /// The number of characters as a reader counts them (grapheme clusters).
 [[nodiscard]] std::size_t characterCount(std::string_view text);
 
+/// The first characters of a text, as a reader counts them, or all of it when it has no more.
+[[nodiscard]] std::string_view firstCharacters(std::string_view text, std::size_t count);
+
+/// As many whole characters as so many bytes can hold. A character that is too long by itself is cut between its code
+/// points.
+[[nodiscard]] std::string_view fittingIn(std::size_t bytes, std::string_view text);
+
 enum class EmptyPieces { Keep, Drop };
 
 /// The pieces between the separators. An empty text has no piece when they are dropped, one when they are kept.

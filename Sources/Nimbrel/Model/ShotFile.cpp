@@ -26,12 +26,9 @@ bool hasImageType(std::string_view path) {
 std::string uniqueURL(const std::string& path) {
   if (!FileSystem::isTaken(path)) return path;
   const auto folder = FilePath::folder(path);
-  const auto extension = FilePath::extension(path);
-  const std::string numbered = FilePath::join(folder, FilePath::baseName(path)) + " ";
-  const std::string ending = extension.empty() ? std::string() : "." + std::string(extension);
+  const auto name = FilePath::lastComponent(path);
   for (int number = 2; number <= lastNumberTried; ++number) {
-    auto candidate = numbered + std::to_string(number);
-    candidate += ending;
+    auto candidate = FilePath::join(folder, FilePath::numberedName(name, number));
     if (!FileSystem::isTaken(candidate)) return candidate;
   }
   return path;
