@@ -196,6 +196,29 @@ TEST_F(DatabaseTest, SettingThePathSetsTheName) {
   EXPECT_TRUE(shot->filed);
 }
 
+TEST_F(DatabaseTest, ARowOfAVanishedFileGivesItsPathToTheFileThatMovesThere) {
+  const auto vanished = database_->insert(found("/s/a.png"));
+  const auto moved = database_->insert(found("/s/b.png"));
+  database_->setNote(vanished, "unmistakable");
+  database_->setPath(moved, "/s/a.png", true);
+  EXPECT_FALSE(database_->shot(vanished).has_value());
+  EXPECT_EQ(database_->shot(moved)->path, "/s/a.png");
+  EXPECT_THAT(*database_->searchIDs("unmistakable"), IsEmpty());
+  EXPECT_THAT(database_->ignoredPaths(), IsEmpty());
+}
+
+TEST_F(DatabaseTest, SettingThePathOfNoRowCostsNoOther) {
+  const auto id = database_->insert(found("/s/a.png"));
+  database_->setPath(id + 1, "/s/a.png", true);
+  EXPECT_FALSE(database_->shot(id)->filed);
+}
+
+TEST_F(DatabaseTest, SettingThePathThatARowHasKeepsIt) {
+  const auto id = database_->insert(found("/s/a.png"));
+  database_->setPath(id, "/s/a.png", true);
+  EXPECT_TRUE(database_->shot(id)->filed);
+}
+
 TEST_F(DatabaseTest, EachSetterWritesItsColumns) {
   const auto id = database_->insert(found("/s/a.png"));
   database_->setFavorite(id, true);

@@ -201,7 +201,14 @@ void Database::reindex(ShotID id) {
   SearchIndex::add(db_, *record);
 }
 
+ShotID Database::otherAt(std::string_view path, ShotID id) const {
+  Statement row(db_, "SELECT id FROM shots WHERE path = ? AND id <> ? AND EXISTS (SELECT 1 FROM shots WHERE id = ?)",
+                {path, id, id});
+  return row.step() ? row.integer(0) : 0;
+}
+
 void Database::setPath(ShotID id, std::string_view path, bool filed) {
+  if (const auto other = otherAt(path, id); other != 0) remove(other, IgnorePath::No);
   Statement(db_, "UPDATE shots SET path = ?, name = ?, filed = ? WHERE id = ?",
             {path, FilePath::lastComponent(path), filed, id})
       .step();

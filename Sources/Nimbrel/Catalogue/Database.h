@@ -62,7 +62,8 @@ class Database {
   /// Adds a shot that was just found: its text, note and marks start empty whatever the record says. Returns the row
   /// id, that of the row with this path where there is one already, or 0 when none could be made.
   ShotID insert(const Shot& shot);
-  /// The file has moved; the name follows.
+  /// The file has moved; the name follows. Another row that has the path is void, since nothing stood there before, and
+  /// goes. Does nothing when there is no row of that id.
   void setPath(ShotID id, std::string_view path, bool filed);
   void setNote(ShotID id, std::string_view note);
   void setTags(ShotID id, const std::vector<std::string>& tags);
@@ -110,6 +111,7 @@ class Database {
   explicit Database(sqlite3* connection) : db_(connection) {}
   void prepareTables();
   void reindex(ShotID id);
+  [[nodiscard]] ShotID otherAt(std::string_view path, ShotID id) const;
   [[nodiscard]] ShotList pending(std::string_view condition, int limit) const;
 
   sqlite3* db_;
