@@ -47,6 +47,9 @@ class StoreHome {
   /// The same with the given services.
   [[nodiscard]] std::unique_ptr<Store> open(ProcessRole role, Services services);
 
+  /// The same with services of the test's own.
+  [[nodiscard]] std::unique_ptr<Store> open(ProcessRole role, Services services);
+
   /// The suite as another process has it.
   [[nodiscard]] std::unique_ptr<Defaults> suiteOfOtherProcess() const;
 

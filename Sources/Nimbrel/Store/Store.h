@@ -275,6 +275,12 @@ class Store : public QObject {
   void addProjects(const std::vector<std::string>& names);
   void fileThose(const ShotIDSet& ids);
 
+  [[nodiscard]] std::optional<Error> fileOne(const Shot& shot);
+  [[nodiscard]] Result<std::string> moveFile(const Shot& shot, const std::string& target);
+  [[nodiscard]] std::optional<Error> makeFolder(const std::string& path);
+  void announce(const std::string& path);
+  void dropTrashed(const ShotList& shots);
+
   StoreContext context_;
   Settings settings_;
   std::unique_ptr<Database> database_;
