@@ -68,9 +68,9 @@ std::optional<local_days> calendarDay(const DateExpression& expression, local_da
   return nearest;
 }
 
-local_days weekdayOf(const DateExpression& expression, Local now) {
+local_days weekdayOf(int weekday, const DateExpression& expression, Local now) {
   const auto today = floor<days>(now);
-  const auto wanted = std::chrono::weekday(static_cast<unsigned>(*expression.weekday));
+  const auto wanted = std::chrono::weekday(static_cast<unsigned>(weekday));
   if (expression.turn == DateExpression::Turn::last) {
     const auto back = std::chrono::weekday(today) - wanted;
     return today - (back == days(0) ? days(7) : back);
@@ -105,7 +105,7 @@ std::optional<local_days> dayOf(const DateExpression& expression, Local now) {
   if (expression.month) return calendarDay(expression, today);
   if (expression.span) return dayAfter(*expression.span, today);
   if (expression.relativeDays) return today + days(*expression.relativeDays);
-  if (expression.weekday) return weekdayOf(expression, now);
+  if (expression.weekday) return weekdayOf(*expression.weekday, expression, now);
   return today;
 }
 

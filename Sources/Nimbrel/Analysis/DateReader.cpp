@@ -81,7 +81,7 @@ DateRead<DateExpression> withYearAtEnd(DateRead<DateExpression> date) {
 }
 
 DateRead<DateExpression> withZone(DateRead<DateExpression> date, bool isIso) {
-  const bool isPrecise = isIso || date.value.time->hasSeconds;
+  const bool isPrecise = isIso || (date.value.time && date.value.time->hasSeconds);
   const auto zone = DateTimes::zone(date.behind, isPrecise ? DateTimes::Precise::Yes : DateTimes::Precise::No);
   if (!zone) return date;
   date.value.zoneMinutes = zone->value;
