@@ -159,7 +159,9 @@ TEST(DetectedEmails, AMailLinkKeepsWhatItAsksFor) {
   EXPECT_EQ(items[0].url, "mailto:ann@example.com?subject=Hi");
 }
 
-TEST(DetectedEmails, EveryScheme) { EXPECT_EQ(emailsIn("mailto:mailto:a@example.com"), Strings{"a@example.com"}); }
+TEST(DetectedEmails, EverySchemeIsTakenOff) {
+  EXPECT_EQ(emailsIn("mailto:mailto:a@example.com"), Strings{"a@example.com"});
+}
 
 TEST(DetectedEmails, AnAddressIsNotItsHostToo) {
   EXPECT_THAT(idsIn("ann@example.com"), ElementsAre("Email|ann@example.com"));

@@ -30,7 +30,9 @@ struct DetectedItem {
 /// Finds links, e-mail addresses, phone numbers, postal addresses and dates in a text. Any thread.
 namespace Detected {
 
-/// The items of the text (UTF-8) in the order in which they stand there, none twice. `now` is what "tomorrow" is
+/// The items of the text (UTF-8) in the order in which they stand there, none twice, and none within another: a link
+/// with its scheme wins over all that it holds, an e-mail address over its host, an address over the numbers and dates
+/// in it, a date over a phone number. `now` is what "tomorrow" is
 /// counted from; dates without a zone are in the user's, numbers without a country code in the user's region.
 [[nodiscard]] std::vector<DetectedItem> items(std::string_view text, Timestamp now);
 
