@@ -4,6 +4,7 @@
 #include "Foundation/Formats.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <map>
 #include <utility>
@@ -122,7 +123,7 @@ ShotList byName(ShotList shots, const NameKeys& keys) {
     named.emplace_back(key, std::move(shot));
   }
   std::ranges::stable_sort(named, [](const auto& a, const auto& b) {
-    const auto order = a.first <=> b.first;
+    const int order = a.first.compare(b.first);
     return order != 0 ? order < 0 : isNewer(a.second, b.second);
   });
   for (std::size_t i = 0; i < named.size(); ++i) shots[i] = std::move(named[i].second);
@@ -141,15 +142,23 @@ ShotList sortedPrepared(ShotList shots, GallerySort sort, const NameKeys& keys) 
   return shots;
 }
 
+/// The shots lie scattered in memory, and each look at all of them takes as long as the rest: one look is enough.
+std::vector<Timestamp> datesOf(const ShotList& shots) {
+  std::vector<Timestamp> dates(shots.size());
+  std::ranges::transform(shots, dates.begin(), [](const ShotPtr& shot) { return shot->date; });
+  return dates;
+}
+
 /// By local day, each in the order given.
-std::map<std::int64_t, ShotList> byDay(ShotList shots) {
+std::map<std::int64_t, ShotList> byDay(ShotList shots, const std::vector<Timestamp>& dates) {
   std::map<std::int64_t, ShotList> days;
-  for (auto start = shots.begin(); start != shots.end();) {
-    const auto day = Formats::localDay((*start)->date);
-    const auto end =
-        std::find_if(start + 1, shots.end(), [&](const ShotPtr& shot) { return Formats::localDay(shot->date) != day; });
+  auto shot = std::make_move_iterator(shots.begin());
+  for (auto start = dates.begin(); start != dates.end();) {
+    const auto day = Formats::localDay(*start);
+    const auto end = std::find_if(start, dates.end(), [&](Timestamp date) { return Formats::localDay(date) != day; });
     auto& members = days[day];
-    members.insert(members.end(), std::make_move_iterator(start), std::make_move_iterator(end));
+    members.insert(members.end(), shot, shot + (end - start));
+    shot += end - start;
     start = end;
   }
   return days;
@@ -176,11 +185,14 @@ std::vector<GallerySection> sections(ShotList shots, const Arrangement& arrangem
     return sections;
   }
   if (arrangement.sort == GallerySort::name) keys.prepare(shots);
-  auto days = byDay(std::move(shots));
+  const auto dates = datesOf(shots);
+  const bool isDone = arrangement.sort == GallerySort::newest && std::ranges::is_sorted(dates, std::greater{});
+  auto days = byDay(std::move(shots), dates);
   sections.reserve(days.size());
   for (auto& [day, members] : days) {
     auto title = Formats::relativeDay(members.front()->date, now);
-    sections.push_back({std::move(title), sortedPrepared(std::move(members), arrangement.sort, keys)});
+    if (!isDone) members = sortedPrepared(std::move(members), arrangement.sort, keys);
+    sections.push_back({std::move(title), std::move(members)});
   }
   if (arrangement.sort != GallerySort::oldest) std::ranges::reverse(sections);
   return sections;
