@@ -163,6 +163,7 @@ std::vector<QRect> codeClusters(const QImage& grey) {
   }
   std::ranges::stable_sort(found, std::greater(), &std::pair<double, QRect>::first);
   std::vector<QRect> places;
+  places.reserve(found.size());
   for (const auto& [like, place] : found) places.push_back(place);
   return places;
 }

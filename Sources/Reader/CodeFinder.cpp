@@ -50,8 +50,8 @@ QRect boundsOf(const ZXing::Position& corners) {
   return {QPoint(left, top), QPoint(right, bottom)};
 }
 
-/// The codes of one polarity. The library's own search at smaller scales is left out: with several linear codes it ends
-/// the process over an assertion.
+/// The codes of one polarity. The library's own search at smaller scales is left out: over a linear code that it sees
+/// at two of them, an assertion of its own ends the process.
 std::vector<FoundCode> read(const QImage& grey, Formats formats) {
   ZXing::DecodeHints hints;
   hints.setFormats(formats).setTryHarder(true).setTryRotate(true).setTryDownscale(false);

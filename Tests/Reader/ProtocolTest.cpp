@@ -23,9 +23,7 @@ TEST(ReaderProtocol, CarriesAReading) {
   EXPECT_EQ(decodedAnswer(line), Answer{reading});
 }
 
-TEST(ReaderProtocol, CarriesThatNothingCanReadText) {
-  EXPECT_EQ(decodedAnswer(encoded(Answer{})), Answer{});
-}
+TEST(ReaderProtocol, CarriesThatNothingCanReadText) { EXPECT_EQ(decodedAnswer(encoded(Answer{})), Answer{}); }
 
 TEST(ReaderProtocol, TakesNoOtherLineForAMessage) {
   for (const auto* line :

@@ -93,7 +93,7 @@ class ReaderProcess final : public PictureReader {
   }
 
   void begin() {
-    current_ = std::move(queue_.front());
+    current_ = std::make_unique<Order>(std::move(queue_.front()));
     queue_.pop_front();
     journal_.begin(current_->request.path);
     limit_.start(options_.timeLimit);
@@ -105,7 +105,7 @@ class ReaderProcess final : public PictureReader {
     limit_.stop();
     if (!reading) tellOnce("Nimbrel: no model of Tesseract is installed; no text is read");
     journal_.finish(current_->request.path);
-    answer(*std::exchange(current_, std::nullopt), std::move(reading));
+    answer(*std::exchange(current_, nullptr), std::move(reading));
     proceed();
   }
 
@@ -115,7 +115,7 @@ class ReaderProcess final : public PictureReader {
     child_.reset();
     if (Process::isEnding()) return giveBackAll();
     if (current_) {
-      answer(*std::exchange(current_, std::nullopt), PictureReading());
+      answer(*std::exchange(current_, nullptr), PictureReading());
     } else if (!isReady_) {
       tellOnce("Nimbrel: " + options_.program + " cannot be started; no picture is read");
       return giveBackAll();
@@ -127,7 +127,7 @@ class ReaderProcess final : public PictureReader {
   void giveBackAll() {
     if (current_) {
       journal_.takeBack(current_->request.path);
-      answer(*std::exchange(current_, std::nullopt), std::nullopt);
+      answer(*std::exchange(current_, nullptr), std::nullopt);
     }
     for (; !queue_.empty(); queue_.pop_front()) answer(queue_.front(), std::nullopt);
   }
@@ -151,7 +151,7 @@ class ReaderProcess final : public PictureReader {
   AttemptJournal journal_;
   std::vector<std::string> languages_;
   std::deque<Order> queue_;
-  std::optional<Order> current_;
+  std::unique_ptr<Order> current_;
   QTimer limit_;  ///< for the picture that is being read, or for the start
   QTimer rest_;
   std::shared_ptr<const int> alive_ = std::make_shared<const int>(0);
@@ -162,7 +162,7 @@ class ReaderProcess final : public PictureReader {
 
 std::string programBesideThisOne() {
   const auto folder = QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString();
-  const auto beside = FilePath::join(folder, "nimbrel-reader");
+  auto beside = FilePath::join(folder, "nimbrel-reader");
   if (::access(beside.c_str(), X_OK) == 0) return beside;
   return FilePath::join(FilePath::folder(folder), "libexec/nimbrel/nimbrel-reader");
 }
