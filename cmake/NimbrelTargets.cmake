@@ -32,8 +32,13 @@ function(nimbrel_tests name)
   if(TESTS_PROGRAMS)
     add_dependencies(${name} ${TESTS_PROGRAMS})
   endif()
+  set(properties LABELS "${TESTS_LABEL}" TIMEOUT 120)
+  if(TESTS_LABEL STREQUAL desktop)
+    # One at a time: each has a display, a window manager and clients to start.
+    list(APPEND properties RESOURCE_LOCK desktop)
+  endif()
   gtest_discover_tests(${name}
     TEST_PREFIX "${name}."
     DISCOVERY_MODE PRE_TEST
-    PROPERTIES LABELS "${TESTS_LABEL}" TIMEOUT 120)
+    PROPERTIES ${properties})
 endfunction()

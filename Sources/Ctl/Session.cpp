@@ -1,6 +1,7 @@
 #include "Session.h"
 
 #include "Linux/Factory.h"
+#include "Model/AppIdentity.h"
 #include "Platform/Process.h"
 
 #include <QCoreApplication>
@@ -11,7 +12,7 @@ namespace Nimbrel::Ctl {
 
 Result<Store*> Session::store() {
   if (!store_) {
-    auto services = makeServices();
+    auto services = makeServices(AppIdentity::bundleIdentifier());
     prompt_ = TerminalPrompt::open();
     services.ownerAuthentication->setPrompt(prompt_.get());
     auto opened = Store::openForCurrentUser(ProcessRole::tool, std::move(services));

@@ -7,6 +7,10 @@
 #include "Linux/Files/InotifyFileEvents.h"
 #include "Linux/Reading/ReaderProcess.h"
 #include "Platform/UserFolders.h"
+#include "Linux/X11/X11FrontApplication.h"
+#include "Linux/X11/XcbConnection.h"
+
+#include <memory>
 
 namespace Nimbrel {
 
@@ -17,17 +21,25 @@ std::optional<std::string> homeTrash() {
   const auto folders = UserFolders::ofCurrentUser();
   if (!folders) return std::nullopt;
   return FilePath::join(FilePath::folder(folders->applicationSupport), "Trash");
+/// Whether the X server knows all windows, which it does not where it only serves a Wayland session's older programs.
+bool isX11Session() {
+  return !qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+         qgetenv("XDG_SESSION_TYPE") != "wayland";
 }
 
 }  // namespace
 
 Services makeServices() {
+Services makeServices(const std::string& ownIdentifier) {
   Services services;
   services.fileEvents = makeInotifyFileEvents();
   services.screenshotTool = makeLinuxScreenshotTool();
   services.ownerAuthentication = makePamOwnerAuthentication();
   services.pictureReader = makeReaderProcess();
   services.trash = makeDesktopTrash(homeTrash());
+  if (isX11Session()) {
+    services.frontApplication = makeX11FrontApplication(std::make_shared<XcbConnection>(), ownIdentifier);
+  }
   return services;
 }
 

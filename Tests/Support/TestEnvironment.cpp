@@ -12,7 +12,9 @@ TestEnvironment::TestEnvironment() {
   qputenv("XDG_CONFIG_HOME", home + "/.config");
   qputenv("XDG_CACHE_HOME", home + "/.cache");
   qputenv("XDG_RUNTIME_DIR", home);
-  qunsetenv("XDG_CURRENT_DESKTOP");
+  for (const char* variable : {"XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE", "DISPLAY", "WAYLAND_DISPLAY"}) {
+    qunsetenv(variable);
+  }
 }
 
 }  // namespace Nimbrel::Testing

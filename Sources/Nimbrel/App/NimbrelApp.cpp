@@ -24,7 +24,7 @@ using Arguments = std::vector<std::string_view>;
 
 /// The headless pass looks once, and would only take watches away from the companion.
 Services servicesFor(ProcessRole role) {
-  auto services = makeServices();
+  auto services = makeServices(AppIdentity::bundleIdentifier());
   if (role == ProcessRole::headless) services.fileEvents = std::make_unique<NullFileEvents>();
   return services;
 }

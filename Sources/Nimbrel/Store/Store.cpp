@@ -63,6 +63,10 @@ void Store::start(std::unique_ptr<Database> database) {
   prepareQueues();
   if (lastRecordingURL_ && !FileSystem::exists(*lastRecordingURL_)) setLastRecordingURL(std::nullopt);
   reload();
+  // The others are over before they could have seen an application come to the front.
+  if (context_.role == ProcessRole::mainApplication || context_.role == ProcessRole::menuBarCompanion) {
+    tracker_.emplace(*context_.services.frontApplication, context_.clock);
+  }
   if (isBackgroundWorker()) startWorking();
   if (context_.role != ProcessRole::tool) pollTimer_.start();
 }

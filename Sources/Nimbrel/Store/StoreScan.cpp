@@ -6,6 +6,8 @@
 #include "Store/Store.h"
 #include "Store/StoreOperation.h"
 
+#include <utility>
+
 namespace Nimbrel {
 
 void Store::scan() {
@@ -61,6 +63,12 @@ bool Store::index(const std::string& path, bool filed) {
   shot.height = size.height;
   shot.captureType = ShotFile::captureType(path);
   shot.filed = filed;
+  if (tracker_ && !filed) {
+    auto application = tracker_->appForCaptureAt(shot.date);
+    shot.appAttributionTrusted = !application.name.empty();
+    shot.appName = std::move(application.name);
+    shot.bundleID = std::move(application.bundleID);
+  }
   return database_->insert(shot) != 0;
 }
 

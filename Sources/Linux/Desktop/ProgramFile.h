@@ -1,0 +1,18 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+namespace Nimbrel {
+
+/// The path of the file that a process runs; empty when that is hidden from us or the process is gone.
+[[nodiscard]] std::string programFileOf(pid_t process);
+
+/// Whether a process is one of our programs: it runs our own file, or one of ours beside it.
+[[nodiscard]] bool isOurProcess(pid_t process);
+
+/// The id of the application in whose sandbox a process runs; empty when it runs in none.
+[[nodiscard]] std::string sandboxedApplication(pid_t process);
+
+}  // namespace Nimbrel
