@@ -62,12 +62,12 @@ Plane steps(const QImage& picture, const Box& area) {
 class ColourCounts {
  public:
   void clear() { places_.fill({}); }
-  void add(QRgb colour) {
+  void add(QRgb colour, int count = 1) {
     auto& place = places_[(colour * 2654435761U) >> 24];
     if (place.colour == colour) {
-      ++place.count;
-    } else if (--place.count < 0) {
-      place = {colour, 1};
+      place.count += count;
+    } else if ((place.count -= count) < 0) {
+      place = {colour, -place.count};
     }
   }
   [[nodiscard]] QRgb most() const { return std::ranges::max_element(places_, {}, &Place::count)->colour; }
@@ -125,6 +125,25 @@ void dropBackgrounds(const QImage& picture, const Box& area, Plane& mask) {
   }
 }
 
+/// Beside the most common colour a tile may hold another background: a stripe of a table, a part of a button. Letters
+/// hardly ever have as long runs of one colour.
+CommonColour secondBackground(ColourCounts& counts, const QImage& picture, const Box& tile, QRgb first) {
+  constexpr int leastRun = 12;
+  counts.clear();
+  int covered = 0;
+  for (int y = tile.top; y < tile.bottom; ++y) {
+    const auto* row = pixels(picture, y);
+    for (int x = tile.left; x < tile.right;) {
+      const int begin = x;
+      while (x < tile.right && row[x] == row[begin]) ++x;
+      if (x - begin < leastRun || colourDistance(row[begin], first) < backgroundReach) continue;
+      counts.add(row[begin], x - begin);
+      covered += x - begin;
+    }
+  }
+  return {counts.most(), covered / (static_cast<double>(tile.width()) * tile.height())};
+}
+
 }  // namespace
 
 CommonColour commonColour(const QImage& picture, const Box& area) {
@@ -140,6 +159,21 @@ Plane edgeMask(const QImage& picture, const Box& area, std::optional<QRgb> backg
     dropBackgrounds(picture, area, mask);
   }
   return mask;
+}
+
+void dropFurtherBackgrounds(const QImage& picture, Plane& mask) {
+  const Box area{0, 0, picture.width(), picture.height()};
+  ColourCounts counts;
+  for (int top = 0; top < area.bottom; top += tileSize) {
+    for (int left = 0; left < area.right; left += tileSize) {
+      const auto tile = Box{left, top, left + tileSize, top + tileSize}.cutTo(area);
+      if (isBlank(mask, area, tile)) continue;
+      const auto first = commonColourWith(counts, picture, tile);
+      if (first.share < leastShare || first.share > 1 - leastShare) continue;
+      const auto second = secondBackground(counts, picture, tile, first.colour);
+      if (second.share >= leastShare) dropNear(second.colour, picture, area, tile, mask);
+    }
+  }
 }
 
 }  // namespace Nimbrel::Reader

@@ -15,6 +15,10 @@ namespace Nimbrel::Reader {
 /// surroundings are looked at tile by tile.
 [[nodiscard]] Plane edgeMask(const QImage& picture, const Box& area, std::optional<QRgb> background = std::nullopt);
 
+/// Takes out of a mask of the whole picture what has the colour of a second background of its tile: the mask finds the
+/// frames of buttons by that edge, but letters are thicker by it.
+void dropFurtherBackgrounds(const QImage& picture, Plane& mask);
+
 /// The colour that covers most of a part of the picture, and how much of it, from 0 to 1.
 struct CommonColour {
   QRgb colour = 0;

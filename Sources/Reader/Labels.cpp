@@ -13,23 +13,51 @@ constexpr int leastHeight = 12;
 constexpr int mostHeight = 64;
 constexpr int mostWidth = 900;
 constexpr int frame = 2;            ///< width of a frame, with what blends it into the inside
-constexpr double leastShare = 0.5;  ///< of the inside, for its colour; letters with strokes as broad have less
+constexpr double leastShare = 0.4;  ///< of the inside, for its colour
 constexpr int sameColour = 12;
 
-/// Whether the middle half of each side is of the colour: corners may be round, up to a disc.
-bool runsAlongFrame(const QImage& picture, const Box& inside, QRgb colour) {
-  const auto is = [&](int x, int y) {
-    return colourDistance(reinterpret_cast<const QRgb*>(picture.constScanLine(y))[x], colour) <= sameColour;
-  };
-  int off = 0;
-  const int left = inside.left + inside.width() / 4;
-  const int right = inside.right - inside.width() / 4;
-  for (int x = left; x < right; ++x) off += (is(x, inside.top) ? 0 : 1) + (is(x, inside.bottom - 1) ? 0 : 1);
-  const int top = inside.top + inside.height() / 4;
-  const int bottom = inside.bottom - inside.height() / 4;
-  for (int y = top; y < bottom; ++y) off += (is(inside.left, y) ? 0 : 1) + (is(inside.right - 1, y) ? 0 : 1);
-  return off * 20 <= inside.width() + inside.height();
-}
+/// Looks at the middle halves of the sides of a component, from its frame inwards: corners may be round, up to a disc.
+class Sides {
+ public:
+  Sides(const QImage& picture, const Box& box, QRgb colour) : picture_(picture), box_(box), colour_(colour) {}
+
+  [[nodiscard]] bool areAround() {
+    const Box inside = box_.grownBy(-frame, -frame);
+    for (int x = inside.left + inside.width() / 4; x < inside.right - inside.width() / 4; ++x) {
+      look(x, inside.top, 0, -1);
+      look(x, inside.bottom - 1, 0, 1);
+    }
+    for (int y = inside.top + inside.height() / 4; y < inside.bottom - inside.height() / 4; ++y) {
+      look(inside.left, y, -1, 0);
+      look(inside.right - 1, y, 1, 0);
+    }
+    return strange_ * 10 <= count_ && open_ * 10 <= count_;
+  }
+
+ private:
+  [[nodiscard]] bool isOfColour(int x, int y) const {
+    const int column = std::clamp(x, 0, picture_.width() - 1);
+    const int row = std::clamp(y, 0, picture_.height() - 1);
+    const auto* pixels = reinterpret_cast<const QRgb*>(picture_.constScanLine(row));
+    return colourDistance(pixels[column], colour_) <= sameColour;
+  }
+
+  /// Inside there is the colour, and towards the outside soon another.
+  void look(int x, int y, int outX, int outY) {
+    ++count_;
+    strange_ += isOfColour(x, y) ? 0 : 1;
+    bool open = true;
+    for (int i = 1; i <= 2 * frame && open; ++i) open = isOfColour(x + i * outX, y + i * outY);
+    open_ += open ? 1 : 0;
+  }
+
+  const QImage& picture_;
+  Box box_;
+  QRgb colour_;
+  int count_ = 0;
+  int strange_ = 0;
+  int open_ = 0;
+};
 
 }  // namespace
 
@@ -41,7 +69,7 @@ std::vector<Label> labelsAmong(const std::vector<Component>& components, const Q
       continue;
     const Box inside = box.grownBy(-frame, -frame);
     const auto common = commonColour(picture, inside);
-    if (common.share >= leastShare && runsAlongFrame(picture, inside, common.colour)) {
+    if (common.share >= leastShare && Sides(picture, box, common.colour).areAround()) {
       labels.push_back({inside, common.colour});
     }
   }

@@ -29,7 +29,7 @@ bool isSparse(const Component& component) {
 /// What is left of a frame when its straight sides are gone. What is as solid as a letter may be one that stands on a
 /// line.
 bool isCorner(const Component& component) {
-  return (component.marks & lineEnd) != 0 && component.pixels <= 3 * (component.box.width() + component.box.height());
+  return (component.marks & lineEnd) != 0 && component.pixels <= 5 * (component.box.width() + component.box.height());
 }
 
 bool mayBeFrame(const Component& component) {

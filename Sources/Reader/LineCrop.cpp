@@ -133,7 +133,7 @@ LineCrop cropOf(const QImage& picture, const Line& line, const Box& limit) {
   invert(contrast);
   const double scale = static_cast<double>(targetHeight) / source.height();
   const int width = std::max(1, static_cast<int>(std::lround(source.width() * scale)));
-  return {framed(resampled(contrast, width, targetHeight), border), source, scale};
+  return {framed(resampled(contrast, width, targetHeight), border), source.left - border / scale, scale};
 }
 
 }  // namespace Nimbrel::Reader

@@ -10,8 +10,10 @@ namespace Nimbrel::Reader {
 /// A line made ready for recognition: dark on white whatever its colours were, at the height that the models know best.
 struct LineCrop {
   Plane grey;
-  Box source;        ///< the part of the picture that it shows
+  double left = 0;   ///< where its left edge is in the picture
   double scale = 1;  ///< pixels of `grey` for one of the picture
+
+  [[nodiscard]] double inPicture(double x) const { return left + x / scale; }
 };
 
 /// `limit` is what the crop must stay within: the picture, or the label that the line stands on.

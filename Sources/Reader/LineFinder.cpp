@@ -98,7 +98,7 @@ std::optional<double> distanceOf(const Line& line, const Box& reach, const Box& 
   const double height = line.height();
   const int aside = std::max({0, speck.left - reach.right, reach.left - speck.right});
   const int above = std::max({0, line.ascender - speck.bottom, speck.top - line.box.bottom});
-  if (above > 0.35 * height || aside > 0.8 * height || speck.height() > 0.8 * height) return std::nullopt;
+  if (above > 0.35 * height || aside > 1.3 * height || speck.height() > 0.8 * height) return std::nullopt;
   return (aside + 2 * above) / height;
 }
 

@@ -5,24 +5,17 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <string_view>
 #include <vector>
 
 namespace Nimbrel::Reader {
 
 namespace {
 
-constexpr int resolution = 300;         ///< what crops of this height correspond to; else it is guessed with a warning
-constexpr float leastConfidence = 25;   ///< of a word
-constexpr float leastOfOneLetter = 60;  ///< of a word of one character, which any stain may look like
+constexpr int resolution = 300;  ///< what crops of this height correspond to; else it is guessed with a warning
 
 struct FreeText {
   void operator()(char* text) const { delete[] text; }
 };
-
-bool isOneCharacter(std::string_view text) {
-  return std::ranges::count_if(text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }) == 1;
-}
 
 std::vector<std::string> parts(const std::string& languages) {
   std::vector<std::string> result;
@@ -63,29 +56,27 @@ LineReader::LineReader(const std::string& languages) : engine_(std::make_unique<
 
 LineReader::~LineReader() = default;
 
-LineText LineReader::read(const LineCrop& crop) {
+std::vector<Word> LineReader::read(const Plane& grey) {
   if (!engine_) return {};
   auto& api = engine_->api;
-  api.SetImage(crop.grey.bytes().data(), crop.grey.width(), crop.grey.height(), 1, crop.grey.width());
+  api.SetImage(grey.bytes().data(), grey.width(), grey.height(), 1, grey.width());
   api.SetSourceResolution(resolution);
   if (api.Recognize(nullptr) != 0) return {};
-  const std::unique_ptr<tesseract::ResultIterator> word(api.GetIterator());
-  if (!word) return {};
-  LineText line;
-  double sum = 0;
-  int count = 0;
+  const std::unique_ptr<tesseract::ResultIterator> found(api.GetIterator());
+  if (!found) return {};
+  std::vector<Word> words;
   do {
-    const std::unique_ptr<char, FreeText> text(word->GetUTF8Text(tesseract::RIL_WORD));
+    const std::unique_ptr<char, FreeText> text(found->GetUTF8Text(tesseract::RIL_WORD));
     if (!text || *text == '\0') continue;
-    const float confidence = word->Confidence(tesseract::RIL_WORD);
-    if (confidence < (isOneCharacter(text.get()) ? leastOfOneLetter : leastConfidence)) continue;
-    if (!line.text.empty()) line.text += ' ';
-    line.text += text.get();
-    sum += static_cast<double>(confidence);
-    ++count;
-  } while (word->Next(tesseract::RIL_WORD));
-  line.confidence = count == 0 ? 0 : sum / count;
-  return line;
+    const float confidence = found->Confidence(tesseract::RIL_WORD);
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    found->BoundingBox(tesseract::RIL_WORD, &left, &top, &right, &bottom);
+    words.push_back({text.get(), static_cast<double>(left), static_cast<double>(right), confidence});
+  } while (found->Next(tesseract::RIL_WORD));
+  return words;
 }
 
 }  // namespace Nimbrel::Reader

@@ -1,17 +1,12 @@
 #pragma once
 
 #include "Reader/LineCrop.h"
+#include "Reader/Words.h"
 
 #include <memory>
 #include <string>
 
 namespace Nimbrel::Reader {
-
-/// What was read off a line, UTF-8 without blanks at its ends; empty when it does not look like text.
-struct LineText {
-  std::string text;
-  double confidence = 0;  ///< 0 to 100, the mean of its words
-};
 
 /// Tesseract for single lines. Loading takes a tenth of a second; one thread at a time.
 class LineReader {
@@ -23,7 +18,8 @@ class LineReader {
   /// False when no model could be loaded: everything reads as empty then.
   [[nodiscard]] bool isReady() const { return engine_ != nullptr; }
 
-  [[nodiscard]] LineText read(const LineCrop& crop);
+  /// The words from left to right, where they stand in the crop; stains among them, with little confidence.
+  [[nodiscard]] std::vector<Word> read(const Plane& grey);
 
  private:
   struct Engine;

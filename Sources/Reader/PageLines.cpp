@@ -5,6 +5,7 @@
 #include "Reader/StraightLines.h"
 
 #include <algorithm>
+#include <span>
 
 namespace Nimbrel::Reader {
 
@@ -28,13 +29,39 @@ Line moved(Line line, const Box& area) {
   return line;
 }
 
+bool isSameAs(const Box& box, const Box& other) {
+  constexpr int frame = 6;
+  return box.grownBy(frame, frame).contains(other) && other.grownBy(frame, frame).contains(box);
+}
+
+/// Each once, though a frame has an outer and an inner edge; those within others before them.
+std::vector<Label> distinct(std::vector<Label> labels) {
+  const auto area = [](const Label& label) { return label.box.width() * label.box.height(); };
+  std::ranges::stable_sort(labels, {}, area);
+  std::vector<Label> result;
+  for (const auto& label : labels) {
+    if (std::ranges::none_of(result, [&](const Label& other) { return isSameAs(label.box, other.box); })) {
+      result.push_back(label);
+    }
+  }
+  return result;
+}
+
 /// What differs from the label's colour without touching its edge, where its frame or a round corner is.
-std::vector<Line> linesOn(const Label& label, const QImage& picture) {
-  auto components = componentsOf(edgeMask(picture, label.box, label.colour));
+/// `read` are labels that were read already; what stands on those belongs to them.
+std::vector<Line> linesOn(const Label& label, const QImage& picture, std::span<const Label> read) {
+  auto mask = edgeMask(picture, label.box, label.colour);
+  for (const auto& other : read) {
+    if (label.box.contains(other.box)) clear(mask, moved(other.box.grownBy(3, 3), {-label.box.left, -label.box.top}));
+  }
+  auto components = componentsOf(mask);
   const Box within{1, 1, label.box.width() - 1, label.box.height() - 1};
   std::erase_if(components, [&](const Component& component) { return !within.contains(component.box); });
   return linesOf(components);
 }
+
+/// A lone stroke is a piece of a dotted line, a cursor or the like.
+bool isStroke(const Line& line) { return line.box.width() <= 2 || line.box.width() * 4 <= line.box.height(); }
 
 }  // namespace
 
@@ -45,12 +72,18 @@ std::vector<PageLine> linesOnPage(const QImage& picture, const std::vector<QRect
     clear(mask, {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()});
   }
   std::vector<PageLine> lines;
-  for (const auto& label : labelsAmong(componentsOf(mask), picture)) {
-    clear(mask, label.box.grownBy(3, 3));
-    for (auto& line : linesOn(label, picture)) lines.push_back({moved(std::move(line), label.box), label.box});
+  const auto labels = distinct(labelsAmong(componentsOf(mask), picture));
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    const auto& label = labels[i];
+    for (auto& line : linesOn(label, picture, {labels.begin(), labels.begin() + static_cast<std::ptrdiff_t>(i)})) {
+      lines.push_back({moved(std::move(line), label.box), label.box});
+    }
   }
+  for (const auto& label : labels) clear(mask, label.box.grownBy(3, 3));
   removeStraightLines(mask);
+  dropFurtherBackgrounds(picture, mask);
   for (auto& line : linesOf(componentsOf(mask))) lines.push_back({std::move(line), page});
+  std::erase_if(lines, [](const PageLine& line) { return isStroke(line.line); });
   return lines;
 }
 

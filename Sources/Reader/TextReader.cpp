@@ -37,6 +37,14 @@ TextBlock blockOf(const Box& box, const QImage& picture, std::string text) {
   return {std::move(text), {box.left / width, box.top / height, box.width() / width, box.height() / height}};
 }
 
+std::vector<Word> inPicture(std::vector<Word> words, const LineCrop& crop) {
+  for (auto& word : words) {
+    word.left = crop.inPicture(word.left);
+    word.right = crop.inPicture(word.right);
+  }
+  return words;
+}
+
 }  // namespace
 
 TextReader::TextReader(const std::string& languages) : engines_(std::make_unique<Engines>()) {
@@ -57,13 +65,14 @@ std::vector<TextBlock> TextReader::read(const QImage& picture, const std::vector
   std::vector<std::size_t> order(lines.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
   std::ranges::stable_sort(order, std::greater{}, [&](std::size_t i) { return crops[i].grey.width(); });
-  std::vector<LineText> texts(lines.size());
+  std::vector<std::string> texts(lines.size());
   inThreads(threads, lines.size(), [&](std::size_t thread, std::size_t i) {
-    texts[order[i]] = engines_->readers[thread]->read(crops[order[i]]);
+    const auto at = order[i];
+    texts[at] = textOf(inPicture(engines_->readers[thread]->read(crops[at].grey), crops[at]), lines[at].line);
   });
   std::vector<TextBlock> blocks;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (!texts[i].text.empty()) blocks.push_back(blockOf(lines[i].line.box, picture, std::move(texts[i].text)));
+    if (!texts[i].empty()) blocks.push_back(blockOf(lines[i].line.box, picture, std::move(texts[i])));
   }
   return blocks;
 }
