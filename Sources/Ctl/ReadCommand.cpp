@@ -5,6 +5,7 @@
 #include "Analysis/OCR.h"
 #include "Analysis/Perceptual.h"
 #include "Linux/Factory.h"
+#include "Model/AppIdentity.h"
 #include "Model/ShotFile.h"
 
 #include <QJsonArray>
@@ -46,7 +47,7 @@ Outcome whatWasRead(const std::string& path, const OCR::Recognition& recognition
 Outcome runRead(const CommandLine& line, Session&) {
   const auto path = readableFile(line.arguments.front());
   if (!path) return Outcome::failed(path.error().message);
-  const auto reader = std::move(makeServices().pictureReader);
+  const auto reader = std::move(makeServices(AppIdentity::bundleIdentifier()).pictureReader);
   const QObject context;
   auto outcome = Outcome::failed("nothing here can read pictures");
   untilDone([&](const std::function<void()>& done) {

@@ -1,14 +1,14 @@
 #include "Linux/Factory.h"
 
-#include "Linux/Authentication/PamOwnerAuthentication.h"
 #include "Foundation/FilePath.h"
+#include "Linux/Authentication/PamOwnerAuthentication.h"
 #include "Linux/Desktop/LinuxScreenshotTool.h"
 #include "Linux/Files/DesktopTrash.h"
 #include "Linux/Files/InotifyFileEvents.h"
 #include "Linux/Reading/ReaderProcess.h"
-#include "Platform/UserFolders.h"
 #include "Linux/X11/X11FrontApplication.h"
 #include "Linux/X11/XcbConnection.h"
+#include "Platform/UserFolders.h"
 
 #include <memory>
 
@@ -21,6 +21,8 @@ std::optional<std::string> homeTrash() {
   const auto folders = UserFolders::ofCurrentUser();
   if (!folders) return std::nullopt;
   return FilePath::join(FilePath::folder(folders->applicationSupport), "Trash");
+}
+
 /// Whether the X server knows all windows, which it does not where it only serves a Wayland session's older programs.
 bool isX11Session() {
   return !qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
@@ -29,7 +31,6 @@ bool isX11Session() {
 
 }  // namespace
 
-Services makeServices() {
 Services makeServices(const std::string& ownIdentifier) {
   Services services;
   services.fileEvents = makeInotifyFileEvents();

@@ -44,8 +44,6 @@ class StoreHome {
 
   /// Opens a Store in the given role. `events`, if given, is told the file events that the Store works with.
   [[nodiscard]] std::unique_ptr<Store> open(ProcessRole role, FakeFileEvents** events = nullptr);
-  /// The same with the given services.
-  [[nodiscard]] std::unique_ptr<Store> open(ProcessRole role, Services services);
 
   /// The same with services of the test's own.
   [[nodiscard]] std::unique_ptr<Store> open(ProcessRole role, Services services);

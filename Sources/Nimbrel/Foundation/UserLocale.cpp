@@ -41,13 +41,4 @@ std::string region() {
   return U_SUCCESS(status) && country.size() == 2 ? country : icu::Locale::getUS().getCountry();
 }
 
-std::string region() {
-  auto locale = localeFor("LC_TELEPHONE");
-  UErrorCode status = U_ZERO_ERROR;
-  if (*locale.getCountry() == '\0') locale.addLikelySubtags(status);
-  // Three digits name a continent or the world.
-  const std::string country = locale.getCountry();
-  return U_SUCCESS(status) && country.size() == 2 ? country : icu::Locale::getUS().getCountry();
-}
-
 }  // namespace Nimbrel::UserLocale

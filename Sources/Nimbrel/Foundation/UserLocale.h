@@ -19,6 +19,7 @@ namespace Nimbrel::UserLocale {
 
 /// The language of words: LC_ALL, else LC_MESSAGES, else LANG.
 [[nodiscard]] icu::Locale forMessages();
+
 /// The country that the user's telephone numbers are of, as two capital letters: that of LC_ALL, else LC_TELEPHONE,
 /// else LANG, and where these name a language alone, the country where most of its speakers live.
 [[nodiscard]] std::string region();
