@@ -194,8 +194,9 @@ std::vector<Comparison> rulesTable(const Home& home, int shots) {
   const auto store = home.open();
   int number = 0;
   const auto bare = [&] {
+    const auto rules = rulesThatMatchNothing(0);
     for (const auto& shot : store->shots()) {
-      for (const auto& rule : rulesThatMatchNothing(0)) {
+      for (const auto& rule : rules) {
         use(strcasestr(shot->ocr.c_str(), rule.containsText.c_str()) != nullptr);
       }
     }
