@@ -97,6 +97,22 @@ TEST_F(WorkerTest, ASignalEndsAFirstScanThatIsFarFromDone) {
   EXPECT_LT(rows, files);
 }
 
+TEST_F(WorkerTest, ASignalInTheMiddleOfABatchLeavesTheRestPendingAndNothingHalfWritten) {
+  constexpr std::size_t shots = 60;
+  for (std::size_t i = 0; i < shots; ++i) {
+    writePicture(home_.inLibrary("2026/" + std::to_string(i) + ".png"), 900, 600, static_cast<int>(i));
+  }
+  const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
+  auto& catalogue = observer_->database();
+  const auto isRead = [](const ShotPtr& shot) { return shot->ocrDone; };
+  ASSERT_TRUE(waitUntil([&] { return std::ranges::any_of(catalogue.allShots({}), isRead); }));
+  end(*worker, SIGTERM);
+  const auto left = catalogue.allShots({});
+  ASSERT_EQ(left.size(), shots);
+  EXPECT_FALSE(std::ranges::all_of(left, isRead));
+  for (const auto& shot : left) EXPECT_NE(catalogue.needsCodes(shot->id), shot->ocrDone) << shot->name;
+}
+
 TEST_F(WorkerTest, AHeadlessPassRunsBesideIt) {
   writePicture(home_.desktop("Screenshot 1.png"), 200, 100, 1);
   const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());
