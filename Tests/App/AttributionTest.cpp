@@ -5,8 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include <signal.h>
-
+#include <algorithm>
 #include <chrono>
 
 namespace Nimbrel {
@@ -26,6 +25,13 @@ class AttributionTest : public ::testing::Test {
     Testing::installDesktopEntry(home_.path(".local/share"), notices.bundleID,
                                  "Name=Notice Board\nExec=xmessage hello\nStartupWMClass=Xmessage\n");
   }
+  void TearDown() override {
+    ASSERT_EQ(worker_->state(), QProcess::Running);
+    worker_->terminate();
+    ASSERT_TRUE(worker_->waitForFinished());
+    EXPECT_EQ(worker_->exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(worker_->exitCode(), 0);
+  }
 
   [[nodiscard]] ShotPtr catalogued(const std::string& name, double secondsAgo = 0) {
     const auto path = home_.addFile(home_.desktop(name));
@@ -39,7 +45,7 @@ class AttributionTest : public ::testing::Test {
     return shotNamed(*observer_, name);
   }
   [[nodiscard]] static Application appOf(const ShotPtr& shot) { return {shot->appName, shot->bundleID}; }
-  /// Each try is a new file, since a process of another user's time hears of the change when it does.
+  /// Each try is a new file: when the companion has heard of the client in front cannot be seen from outside.
   [[nodiscard]] bool isAttributed(const Application& application) {
     return waitUntil(
         [&] { return appOf(catalogued("Screenshot " + std::to_string(++files_) + ".png")) == application; });
@@ -48,11 +54,11 @@ class AttributionTest : public ::testing::Test {
   Testing::DesktopSession session_;
   StoreHome home_;
   std::unique_ptr<Store> observer_ = home_.open(ProcessRole::mainApplication);
+  std::unique_ptr<QProcess> worker_ = Testing::startProgram("nimbrel-menubar", {}, home_.folder().path());
   int files_ = 0;
 };
 
 TEST_F(AttributionTest, AFreshFileBelongsToTheClientInFrontAndAnOldOneToNobody) {
-  const auto worker = Testing::startProgram("nimbrel-menubar", {}, home_.folder().path());
   const DesktopClient client({"xmessage", "hello"});
   ASSERT_TRUE(isAttributed(notices));
   EXPECT_TRUE(shotNamed(*observer_, "Screenshot " + std::to_string(files_) + ".png")->appAttributionTrusted);
@@ -63,7 +69,7 @@ TEST_F(AttributionTest, AFreshFileBelongsToTheClientInFrontAndAnOldOneToNobody) 
 
 TEST_F(AttributionTest, FollowsTheFocusAndTheEndOfAClient) {
   const DesktopClient client({"xmessage", "hello"});
-  const auto worker = Testing::startProgram("nimbrel-menubar", {}, home_.folder().path());
+  ASSERT_TRUE(isAttributed(notices));
   DesktopClient other({Testing::programPath("TestWindow").toStdString(), "WM_CLASS", "other/Other"});
   EXPECT_TRUE(isAttributed({"Other", ""}));
   Testing::bringToFront("Xmessage");
@@ -75,15 +81,11 @@ TEST_F(AttributionTest, FollowsTheFocusAndTheEndOfAClient) {
 }
 
 TEST_F(AttributionTest, TheWorkerOutlivesItsServer) {
-  const auto worker = Testing::startProgram("nimbrel-menubar", {}, home_.folder().path());
   const DesktopClient client({"xmessage", "hello"});
   ASSERT_TRUE(isAttributed(notices));
   session_.kill();
   EXPECT_NE(catalogued("Screenshot after.png"), nullptr);
-  EXPECT_EQ(worker->state(), QProcess::Running);
-  ASSERT_EQ(kill(static_cast<pid_t>(worker->processId()), SIGTERM), 0);
-  ASSERT_TRUE(worker->waitForFinished());
-  EXPECT_EQ(worker->exitCode(), 0);
+  EXPECT_EQ(worker_->state(), QProcess::Running);
 }
 
 }  // namespace
