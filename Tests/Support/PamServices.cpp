@@ -43,9 +43,12 @@ QProcessEnvironment PamServices::in(QProcessEnvironment environment) const {
   environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(NIMBREL_PAM_WRAPPER));
   environment.insert(QStringLiteral("PAM_WRAPPER"), QStringLiteral("1"));
   environment.insert(QStringLiteral("PAM_WRAPPER_SERVICE_DIR"), QString::fromStdString(folder_.path("services")));
-  // Under the address sanitizer, which wants to be the first library.
+#ifdef __SANITIZE_ADDRESS__
+  // The sanitizer wants to be the first library, and none to be bound apart from it.
   const auto options = environment.value(QStringLiteral("ASAN_OPTIONS"));
   environment.insert(QStringLiteral("ASAN_OPTIONS"), options + QLatin1String(":verify_asan_link_order=0"));
+  environment.insert(QStringLiteral("UID_WRAPPER_DISABLE_DEEPBIND"), QStringLiteral("1"));
+#endif
   return environment;
 }
 

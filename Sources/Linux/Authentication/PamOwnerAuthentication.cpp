@@ -41,14 +41,14 @@ class PamOwnerAuthentication final : public OwnerAuthentication {
   }
 
   void setPrompt(CredentialPrompt* prompt) override;
-  [[nodiscard]] bool canEvaluate() const override { return prompt_ != nullptr && account_.has_value(); }
+  [[nodiscard]] bool canEvaluate() const override { return prompt_ != nullptr && !user_.empty(); }
   void evaluate(QObject* context, const std::string& reason, Then then) override;
 
  private:
   static void refuseLater(QObject* context, Then then);
   void end();
 
-  std::optional<Account> account_ = Account::ofRealUser();
+  std::string user_ = Account::ofRealUser().value_or(Account{}).name;  ///< empty when the system knows none
   CredentialPrompt* prompt_ = nullptr;
   QObject receiver_;
   std::shared_ptr<Conversation> conversation_;  ///< the one that runs
@@ -75,7 +75,7 @@ void PamOwnerAuthentication::evaluate(QObject* context, const std::string& reaso
     if (context_) finished(granted);
   });
   conversation_->show(reason);
-  if (!startThread(pamService({"/etc/pam.d", "/usr/lib/pam.d"}), account_->name, conversation_)) {
+  if (!startThread(pamService({"/etc/pam.d", "/usr/lib/pam.d"}), user_, conversation_)) {
     conversation_->finish(false);
   }
 }

@@ -65,8 +65,8 @@ class ControllingTerminal final : public Terminal {
 
   FileDescriptor terminal_;
   QSocketNotifier notifier_;
-  std::optional<LineMode> mode_;  ///< while a line is awaited
-  std::string line_;              ///< as far as it has come
+  std::unique_ptr<LineMode> mode_;  ///< while a line is awaited
+  std::string line_;                ///< as far as it has come
   Line then_;
 };
 
@@ -81,7 +81,7 @@ void ControllingTerminal::write(std::string_view text) {
 }
 
 void ControllingTerminal::ask(std::string_view question, Echo echo, Line then) {
-  mode_.emplace(terminal_.number(), echo);
+  mode_ = std::make_unique<LineMode>(terminal_.number(), echo);
   then_ = std::move(then);
   line_.reserve(secretRoom);
   write(question);
