@@ -65,6 +65,7 @@ std::optional<Application> X11FrontApplication::current() const {
   const auto window = activeWindow(*connection_);
   const auto facts = window ? factsOf(*connection_, *window) : WindowFacts();
   connection_->flush();
+  if (!window) return std::nullopt;
   auto application = applicationOf(facts);
   return application.name.empty() ? std::nullopt : std::optional(std::move(application));
 }
@@ -82,7 +83,10 @@ void X11FrontApplication::observe(Callback onActivation) {
   if (!onActivation_ || !connection_->isUp()) return;
   const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
   xcb_change_window_attributes(connection_->get(), connection_->root(), XCB_CW_EVENT_MASK, &mask);
-  last_ = current();
+  connection_->flush();
+  // Whatever came to the front since the observer has asked, and before this, would be told by nobody.
+  last_.reset();
+  settling_.start();
 }
 
 void X11FrontApplication::hear(const xcb_generic_event_t& event) {

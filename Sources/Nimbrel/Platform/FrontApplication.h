@@ -25,7 +25,7 @@ class FrontApplication {
   [[nodiscard]] virtual std::optional<Application> current() const = 0;
 
   /// From now on `onActivation` is called for each application that comes to the front, in place of any former
-  /// callback. An empty one ends it.
+  /// callback; the one in front already may be told as the first, so that none is missed. An empty one ends it.
   virtual void observe(Callback onActivation) = 0;
 };
 
