@@ -48,7 +48,7 @@ Outcome runRead(const CommandLine& line, Session&) {
   const auto path = readableFile(line.arguments.front());
   if (!path) return Outcome::failed(path.error().message);
   const auto reader = std::move(makeServices(AppIdentity::bundleIdentifier()).pictureReader);
-  const QObject context;
+  QObject context;
   auto outcome = Outcome::failed("nothing here can read pictures");
   untilDone([&](const std::function<void()>& done) {
     OCR::recognizeWithBarcodes(&context, *reader, path.value(),

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <optional>
+#include <utility>
 
 namespace Nimbrel::Reader {
 
@@ -28,6 +29,7 @@ class Forest {
 
   void grow(std::uint32_t index, const Box& run, std::uint8_t marks) {
     auto& component = components_[root(index)];
+    if (component.pixels == 0) component.startX = run.left;
     component.box = component.pixels == 0 ? run : component.box.unitedWith(run);
     component.pixels += run.width();
     component.marks |= marks;
@@ -45,6 +47,8 @@ class Forest {
     const auto [first, second] = std::minmax({root(one), root(other)});
     if (first == second) return first;
     parents_[second] = first;
+    if (components_[second].box.top < components_[first].box.top)
+      components_[first].startX = components_[second].startX;
     components_[first].box = components_[first].box.unitedWith(components_[second].box);
     components_[first].pixels += components_[second].pixels;
     components_[first].marks |= components_[second].marks;
@@ -98,6 +102,24 @@ void assign(std::vector<Run>& runs, const std::vector<Run>& above, int y, Forest
 }
 
 }  // namespace
+
+void erase(Plane& mask, const Component& component) {
+  const Box page{0, 0, mask.width(), mask.height()};
+  std::vector<std::pair<int, int>> open{{component.startX, component.box.top}};
+  while (!open.empty()) {
+    const auto [x, y] = open.back();
+    open.pop_back();
+    if (mask.row(y)[x] == 0) continue;
+    mask.row(y)[x] = 0;
+    const auto around = Box{x - 1, y - 1, x + 2, y + 2}.cutTo(page);
+    for (int nextY = around.top; nextY < around.bottom; ++nextY) {
+      const auto* row = mask.row(nextY);
+      for (int nextX = around.left; nextX < around.right; ++nextX) {
+        if (row[nextX] != 0) open.emplace_back(nextX, nextY);
+      }
+    }
+  }
+}
 
 std::vector<Component> componentsOf(const Plane& mask) {
   Forest forest;

@@ -12,17 +12,21 @@ namespace {
 constexpr int leastHeight = 12;
 constexpr int mostHeight = 64;
 constexpr int mostWidth = 900;
-constexpr int frame = 2;            ///< width of a frame, with what blends it into the inside
-constexpr double leastShare = 0.4;  ///< of the inside, for its colour
+constexpr double leastShare = 0.4;       ///< of the inside, for its colour
+constexpr double leastRoundShare = 0.6;  ///< the same where a letter O might have the form of the label
 constexpr int sameColour = 12;
+
+/// Width of a frame, with what blends it into the inside.
+int frameOf(const Box& box) { return 1 + box.height() / 24; }
 
 /// Looks at the middle halves of the sides of a component, from its frame inwards: corners may be round, up to a disc.
 class Sides {
  public:
-  Sides(const QImage& picture, const Box& box, QRgb colour) : picture_(picture), box_(box), colour_(colour) {}
+  Sides(const QImage& picture, const Box& box, QRgb colour)
+      : picture_(picture), box_(box), frame_(frameOf(box)), colour_(colour) {}
 
   [[nodiscard]] bool areAround() {
-    const Box inside = box_.grownBy(-frame, -frame);
+    const Box inside = box_.grownBy(-frame_, -frame_);
     for (int x = inside.left + inside.width() / 4; x < inside.right - inside.width() / 4; ++x) {
       look(x, inside.top, 0, -1);
       look(x, inside.bottom - 1, 0, 1);
@@ -47,12 +51,13 @@ class Sides {
     ++count_;
     strange_ += isOfColour(x, y) ? 0 : 1;
     bool open = true;
-    for (int i = 1; i <= 2 * frame && open; ++i) open = isOfColour(x + i * outX, y + i * outY);
+    for (int i = 1; i <= 2 * frame_ + 1 && open; ++i) open = isOfColour(x + i * outX, y + i * outY);
     open_ += open ? 1 : 0;
   }
 
   const QImage& picture_;
   Box box_;
+  int frame_;
   QRgb colour_;
   int count_ = 0;
   int strange_ = 0;
@@ -67,9 +72,10 @@ std::vector<Label> labelsAmong(const std::vector<Component>& components, const Q
     const auto& box = component.box;
     if (box.height() < leastHeight || box.height() > mostHeight || box.width() < leastHeight || box.width() > mostWidth)
       continue;
-    const Box inside = box.grownBy(-frame, -frame);
+    const Box inside = box.grownBy(-frameOf(box), -frameOf(box));
     const auto common = commonColour(picture, inside);
-    if (common.share >= leastShare && Sides(picture, box, common.colour).areAround()) {
+    if (common.share >= (box.width() * 10 < box.height() * 13 ? leastRoundShare : leastShare) &&
+        Sides(picture, box, common.colour).areAround()) {
       labels.push_back({inside, common.colour});
     }
   }

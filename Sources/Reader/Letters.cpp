@@ -51,16 +51,20 @@ bool holdsOthers(const Component& frame, const std::vector<Component>& component
 
 }  // namespace
 
-Letters lettersAmong(const std::vector<Component>& components) {
-  std::vector<Component> left;
-  std::ranges::copy_if(components, std::back_inserter(left),
-                       [](const Component& c) { return !isTooLarge(c.box) && !isDash(c) && !isCorner(c); });
-  std::ranges::stable_sort(left, {}, [](const Component& c) { return c.box.left; });
+Letters lettersAmong(std::vector<Component> components) {
+  std::ranges::stable_sort(components, {}, [](const Component& c) { return c.box.left; });
   Letters result;
-  for (const auto& component : left) {
+  std::vector<Component> likely;
+  for (const auto& component : components) {
+    const bool strange = isTooLarge(component.box) || isDash(component) || isCorner(component);
+    (strange ? result.others : likely).push_back(component);
+  }
+  for (const auto& component : likely) {
     if (component.box.height() < leastLetterHeight) {
       result.specks.push_back(component);
-    } else if (!isSparse(component) && !(mayBeFrame(component) && holdsOthers(component, left))) {
+    } else if (isSparse(component) || (mayBeFrame(component) && holdsOthers(component, likely))) {
+      result.others.push_back(component);
+    } else {
       result.letters.push_back(component);
     }
   }

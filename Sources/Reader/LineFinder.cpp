@@ -13,7 +13,7 @@ namespace {
 constexpr double widestGap = 1.8;     ///< of the core's height
 constexpr double largestRatio = 2.4;  ///< of the heights of two letters of a line
 constexpr int coreMemory = 6;         ///< letters that the core is an average of
-constexpr int looseHeight = 8;        ///< lower than this one or two letters may be commas, quotes and the like
+constexpr int looseHeight = 8;        ///< lower than this, what is not much wider may be commas, quotes and the like
 
 /// A line that grows to the right. The core is where its last letters are: a moving average of their tops and bottoms.
 /// The box would not do, since on a long line it reaches into the next one.
@@ -181,7 +181,7 @@ std::vector<Line> linesOf(const std::vector<Component>& components) {
   for (auto& growing : grownFrom(pieces.letters)) {
     trimEnds(growing);
     auto line = finished(std::move(growing.parts));
-    if (line.parts.size() <= 2 && line.box.height() < looseHeight) {
+    if (line.box.height() < looseHeight && line.box.width() < 2 * looseHeight) {
       specks.insert(specks.end(), line.parts.begin(), line.parts.end());
     } else {
       lines.push_back(std::move(line));

@@ -2,6 +2,7 @@
 
 #include "Reader/EdgeMask.h"
 #include "Reader/Labels.h"
+#include "Reader/Letters.h"
 #include "Reader/StraightLines.h"
 
 #include <algorithm>
@@ -81,6 +82,8 @@ std::vector<PageLine> linesOnPage(const QImage& picture, const std::vector<QRect
   }
   for (const auto& label : labels) clear(mask, label.box.grownBy(3, 3));
   removeStraightLines(mask);
+  // Before they fall to pieces, which may look like letters.
+  for (const auto& other : lettersAmong(componentsOf(mask)).others) erase(mask, other);
   dropFurtherBackgrounds(picture, mask);
   for (auto& line : linesOf(componentsOf(mask))) lines.push_back({std::move(line), page});
   std::erase_if(lines, [](const PageLine& line) { return isStroke(line.line); });

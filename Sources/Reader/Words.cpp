@@ -13,7 +13,7 @@ namespace {
 constexpr float leastConfidence = 25;    ///< of a word
 constexpr float leastOfOneLetter = 60;   ///< of a word of one character, which any stain may look like
 constexpr double blankReach = 0.9;       ///< how far off a recognised blank may be, in heights of a capital letter
-constexpr double narrowestBlank = 0.11;  ///< of the height of a capital letter
+constexpr double narrowestBlank = 0.09;  ///< of the height of a capital letter
 constexpr std::size_t leastLetters = 9;  ///< that a pitch can be told from
 constexpr double pitchTolerance = 0.12;
 constexpr double leastInPitch = 0.9;
@@ -60,7 +60,7 @@ bool hasBlank(const std::vector<Gap>& gaps, double from, double to, double heigh
   const double reach = std::max((to - from) / 2, 0.0) + height * blankReach;
   return std::ranges::any_of(gaps, [&](const Gap& gap) {
     if (gap.end < middle - reach || gap.begin > middle + reach) return false;
-    return pitch > 0 ? gap.step >= 1.5 * pitch : gap.width() >= narrowestBlank * height;
+    return pitch > 0 ? gap.step >= 1.5 * pitch : gap.width() >= std::max(1.0, narrowestBlank * height);
   });
 }
 

@@ -1,6 +1,6 @@
 #include "Linux/Reading/ReadingLanguages.h"
 
-#include "EnvironmentVariable.h"
+#include "Support/EnvironmentVariable.h"
 
 #include <gmock/gmock.h>
 
