@@ -13,7 +13,10 @@ namespace {
 constexpr double widestGap = 1.8;     ///< of the core's height
 constexpr double largestRatio = 2.4;  ///< of the heights of two letters of a line
 constexpr int coreMemory = 6;         ///< letters that the core is an average of
-constexpr int looseHeight = 8;        ///< lower than this, what is not much wider may be commas, quotes and the like
+constexpr double speckReach = 1.3;    ///< how far beside a line its specks are, in heights of the line
+constexpr double speckRise = 0.35;    ///< how far above or below
+constexpr int tallestLine = 110;
+constexpr int looseHeight = 8;  ///< lower than this, what is not much wider may be commas, quotes and the like
 
 /// A line that grows to the right. The core is where its last letters are: a moving average of their tops and bottoms.
 /// The box would not do, since on a long line it reaches into the next one.
@@ -98,24 +101,27 @@ std::optional<double> distanceOf(const Line& line, const Box& reach, const Box& 
   const double height = line.height();
   const int aside = std::max({0, speck.left - reach.right, reach.left - speck.right});
   const int above = std::max({0, line.ascender - speck.bottom, speck.top - line.box.bottom});
-  if (above > 0.35 * height || aside > 1.3 * height || speck.height() > 0.8 * height) return std::nullopt;
+  if (above > speckRise * height || aside > speckReach * height || speck.height() > 0.8 * height) return std::nullopt;
   return (aside + 2 * above) / height;
 }
 
-/// Gives each speck to the nearest line, and returns those that are near none.
+/// Gives each speck to the nearest line, and returns those that are near none. Both are ordered by their left edges.
 std::vector<Box> attach(std::vector<Line>& lines, const std::vector<Box>& specks) {
   Bands bands;
   std::vector<Box> reaches;
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    const double reach = 0.35 * lines[i].height();
-    bands.enter(static_cast<std::uint32_t>(i), lines[i].ascender - reach, lines[i].box.bottom + reach);
-    reaches.push_back(lines[i].box);
-  }
+  for (const auto& line : lines) reaches.push_back(line.box);
   std::vector<Box> alone;
+  std::size_t entered = 0;
   for (const auto& speck : specks) {
+    for (; entered < lines.size() && lines[entered].box.left - speckReach * tallestLine <= speck.right; ++entered) {
+      const auto& line = lines[entered];
+      const double above = speckRise * line.height();
+      bands.enter(static_cast<std::uint32_t>(entered), line.ascender - above, line.box.bottom + above);
+    }
     std::optional<std::uint32_t> best;
     double least = 0;
     bands.between(speck.top, speck.bottom, [&](std::uint32_t i) {
+      if (speck.left - reaches[i].right > speckReach * lines[i].height()) return false;
       const auto distance = distanceOf(lines[i], reaches[i], speck);
       if (distance && (!best || *distance < least)) {
         best = i;
@@ -152,6 +158,7 @@ std::vector<Line> joined(std::vector<Line> lines) {
   for (auto& line : lines) {
     std::optional<std::uint32_t> left;
     bands.between(line.ascender, line.baseline, [&](std::uint32_t i) {
+      if (line.box.left - result[i].box.right > widestGap * result[i].height()) return false;
       if (goTogether(result[i], line) && (!left || result[i].box.right > result[*left].box.right)) left = i;
       return true;
     });
@@ -188,6 +195,7 @@ std::vector<Line> linesOf(const std::vector<Component>& components) {
     }
   }
   std::ranges::stable_sort(specks, {}, &Box::left);
+  std::ranges::stable_sort(lines, {}, [](const Line& line) { return line.box.left; });
   for (const auto& speck : attach(lines, specks)) {
     if (speck.height() >= leastLetterHeight) lines.push_back(finished({speck}));
   }

@@ -7,10 +7,15 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace Nimbrel::Reader {
 
 namespace {
+
+constexpr std::size_t mostComponents = 1'000'000;  ///< a picture of more is noise
+constexpr std::size_t mostLabels = 2'000;
+constexpr int mostHeights = 400;  ///< of a line, for its width
 
 void clear(Plane& mask, const Box& box) {
   const auto part = box.cutTo({0, 0, mask.width(), mask.height()});
@@ -37,6 +42,7 @@ bool isSameAs(const Box& box, const Box& other) {
 
 /// Each once, though a frame has an outer and an inner edge; those within others before them.
 std::vector<Label> distinct(std::vector<Label> labels) {
+  if (labels.size() > mostLabels) labels.resize(mostLabels);
   const auto area = [](const Label& label) { return label.box.width() * label.box.height(); };
   std::ranges::stable_sort(labels, {}, area);
   std::vector<Label> result;
@@ -62,7 +68,24 @@ std::vector<Line> linesOn(const Label& label, const QImage& picture, std::span<c
 }
 
 /// A lone stroke is a piece of a dotted line, a cursor or the like.
-bool isStroke(const Line& line) { return line.box.width() <= 2 || line.box.width() * 4 <= line.box.height(); }
+bool isStroke(const Line& line) {
+  const auto& box = line.box;
+  return box.width() <= 2 || box.width() * 4 <= box.height() || (box.width() <= 3 && box.height() <= 5);
+}
+
+/// Tesseract has its trouble with pictures of more than 32,767 pixels: a line of more is read in pieces.
+void addPieces(const Line& line, const Box& limit, std::vector<PageLine>& lines) {
+  const int longest = mostHeights * std::max(1, line.height());
+  Line piece{line.parts.front(), line.ascender, line.baseline, {}};
+  for (const auto& part : line.parts) {
+    if (part.right - piece.box.left > longest) {
+      lines.push_back({std::exchange(piece, {part, line.ascender, line.baseline, {}}), limit});
+    }
+    piece.box = piece.box.unitedWith(part);
+    piece.parts.push_back(part);
+  }
+  lines.push_back({std::move(piece), limit});
+}
 
 }  // namespace
 
@@ -73,7 +96,9 @@ std::vector<PageLine> linesOnPage(const QImage& picture, const std::vector<QRect
     clear(mask, {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()});
   }
   std::vector<PageLine> lines;
-  const auto labels = distinct(labelsAmong(componentsOf(mask), picture));
+  const auto components = componentsOf(mask);
+  if (components.size() > mostComponents) return {};
+  const auto labels = distinct(labelsAmong(components, picture));
   for (std::size_t i = 0; i < labels.size(); ++i) {
     const auto& label = labels[i];
     for (auto& line : linesOn(label, picture, {labels.begin(), labels.begin() + static_cast<std::ptrdiff_t>(i)})) {
@@ -85,7 +110,7 @@ std::vector<PageLine> linesOnPage(const QImage& picture, const std::vector<QRect
   // Before they fall to pieces, which may look like letters.
   for (const auto& other : lettersAmong(componentsOf(mask)).others) erase(mask, other);
   dropFurtherBackgrounds(picture, mask);
-  for (auto& line : linesOf(componentsOf(mask))) lines.push_back({std::move(line), page});
+  for (const auto& line : linesOf(componentsOf(mask))) addPieces(line, page, lines);
   std::erase_if(lines, [](const PageLine& line) { return isStroke(line.line); });
   return lines;
 }

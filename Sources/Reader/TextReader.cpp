@@ -1,22 +1,23 @@
 #include "Reader/TextReader.h"
 
 #include "Reader/LineCrop.h"
+#include "Reader/LineMemory.h"
 #include "Reader/LineReader.h"
 #include "Reader/PageLines.h"
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <numeric>
 #include <thread>
 
 namespace Nimbrel::Reader {
 
-struct TextReader::Engines {
-  std::vector<std::unique_ptr<LineReader>> readers;
-};
-
 namespace {
+
+/// Screenshots take a second or two. What takes longer is no page of text, and the rest of it is left unread.
+constexpr std::chrono::seconds longestReading{40};
 
 std::size_t threadCount() { return std::clamp(std::thread::hardware_concurrency(), 1U, 2U); }
 
@@ -29,6 +30,18 @@ void inThreads(std::size_t threads, std::size_t count, const std::function<void(
   std::vector<std::jthread> others;
   for (std::size_t thread = 1; thread < std::min(threads, count); ++thread) others.emplace_back(loop, thread);
   loop(0);
+}
+
+/// The indices of the lines, those first that take longest: so the threads end at about the same time.
+std::vector<std::size_t> longestFirst(const std::vector<PageLine>& lines) {
+  std::vector<std::size_t> order(lines.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  const auto effort = [&](std::size_t i) {
+    const auto& box = lines[i].line.box;
+    return static_cast<double>(box.width()) / box.height();
+  };
+  std::ranges::stable_sort(order, std::greater{}, effort);
+  return order;
 }
 
 TextBlock blockOf(const Box& box, const QImage& picture, std::string text) {
@@ -47,28 +60,39 @@ std::vector<Word> inPicture(std::vector<Word> words, const LineCrop& crop) {
 
 }  // namespace
 
+struct TextReader::Engines {
+  std::vector<std::unique_ptr<LineReader>> readers;  ///< one for each thread
+  LineMemory memory;
+
+  std::string read(const QImage& picture, const PageLine& line, LineReader& reader) {
+    const auto crop = cropOf(picture, line.line, line.limit);
+    auto words = memory.wordsOf(crop.grey);
+    if (!words) {
+      words = reader.read(crop.grey);
+      memory.keep(crop.grey, *words);
+    }
+    return textOf(inPicture(std::move(*words), crop), line.line);
+  }
+};
+
 TextReader::TextReader(const std::string& languages) : engines_(std::make_unique<Engines>()) {
-  engines_->readers.resize(threadCount());
-  inThreads(threadCount(), threadCount(),
-            [&](std::size_t, std::size_t i) { engines_->readers[i] = std::make_unique<LineReader>(languages); });
+  auto& readers = engines_->readers;
+  readers.resize(threadCount());
+  inThreads(readers.size(), readers.size(),
+            [&](std::size_t, std::size_t i) { readers[i] = std::make_unique<LineReader>(languages); });
 }
 
 TextReader::~TextReader() = default;
 
 std::vector<TextBlock> TextReader::read(const QImage& picture, const std::vector<QRect>& blanked) {
-  if (picture.width() < 2 || picture.height() < 2) return {};
+  if (picture.width() < 2 || picture.height() < 2 || !engines_->readers.front()->isReady()) return {};
+  const auto end = std::chrono::steady_clock::now() + longestReading;
   const auto lines = linesOnPage(picture, blanked);
-  const auto threads = engines_->readers.size();
-  std::vector<LineCrop> crops(lines.size());
-  inThreads(threads, lines.size(),
-            [&](std::size_t, std::size_t i) { crops[i] = cropOf(picture, lines[i].line, lines[i].limit); });
-  std::vector<std::size_t> order(lines.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::ranges::stable_sort(order, std::greater{}, [&](std::size_t i) { return crops[i].grey.width(); });
+  const auto order = longestFirst(lines);
   std::vector<std::string> texts(lines.size());
-  inThreads(threads, lines.size(), [&](std::size_t thread, std::size_t i) {
-    const auto at = order[i];
-    texts[at] = textOf(inPicture(engines_->readers[thread]->read(crops[at].grey), crops[at]), lines[at].line);
+  inThreads(engines_->readers.size(), lines.size(), [&](std::size_t thread, std::size_t i) {
+    if (std::chrono::steady_clock::now() > end) return;
+    texts[order[i]] = engines_->read(picture, lines[order[i]], *engines_->readers[thread]);
   });
   std::vector<TextBlock> blocks;
   for (std::size_t i = 0; i < lines.size(); ++i) {

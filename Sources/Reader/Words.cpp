@@ -12,6 +12,7 @@ namespace {
 
 constexpr float leastConfidence = 25;    ///< of a word
 constexpr float leastOfOneLetter = 60;   ///< of a word of one character, which any stain may look like
+constexpr float leastOfOnePiece = 70;    ///< of a line that is one small piece, which may be a corner or an icon
 constexpr double blankReach = 0.9;       ///< how far off a recognised blank may be, in heights of a capital letter
 constexpr double narrowestBlank = 0.09;  ///< of the height of a capital letter
 constexpr std::size_t leastLetters = 9;  ///< that a pitch can be told from
@@ -117,6 +118,8 @@ bool isOneCharacter(std::string_view text) {
   return std::ranges::count_if(text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }) == 1;
 }
 
+bool isOnePiece(const Line& line) { return line.parts.size() == 1 && line.box.width() * 10 < line.box.height() * 13; }
+
 /// A piece of a word is as certain as the better half of it.
 void append(Word& word, const Word& rest) {
   word.text += rest.text;
@@ -161,7 +164,10 @@ std::string textOf(const std::vector<Word>& words, const Line& line) {
   }
   std::string text;
   for (const auto& word : joined) {
-    if (word.confidence < (isOneCharacter(word.text) ? leastOfOneLetter : leastConfidence)) continue;
+    const float least = isOnePiece(line)            ? leastOfOnePiece
+                        : isOneCharacter(word.text) ? leastOfOneLetter
+                                                    : leastConfidence;
+    if (word.confidence < least) continue;
     if (!text.empty()) text += ' ';
     text += word.text;
   }
