@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 
 namespace {
@@ -127,7 +126,6 @@ int main(int argc, char** argv) {
   Cost commandCost;
   std::map<QString, Score> kinds;
   double megapixels = 0;
-  const bool alone = qEnvironmentVariableIsSet("OURS_ALONE");
   for (const auto& page : recognitionCorpus()) {
     const auto file = folder.filePath(page.name + QStringLiteral(".png"));
     if (!page.picture.save(file)) return 2;
@@ -137,9 +135,7 @@ int main(int argc, char** argv) {
     ours += score;
     kinds[page.name.section(u'-', 0, 0)] += score;
     if (argc > 1) leaveMisses(folder, page, read);
-    if (!alone) {
-      command += scoreOf(page, measured(commandCost, RUSAGE_CHILDREN, [&] { return readByCommand(file); }));
-    }
+    command += scoreOf(page, measured(commandCost, RUSAGE_CHILDREN, [&] { return readByCommand(file); }));
   }
   std::printf("%d words, %.1f megapixels\n", ours.words.wanted, megapixels);
   const int result = printTable({

@@ -106,16 +106,15 @@ void assign(std::vector<Run>& runs, const std::vector<Run>& above, int y, Forest
 void erase(Plane& mask, const Component& component) {
   const Box page{0, 0, mask.width(), mask.height()};
   std::vector<std::pair<int, int>> open{{component.startX, component.box.top}};
+  mask.row(component.box.top)[component.startX] = 0;
   while (!open.empty()) {
     const auto [x, y] = open.back();
     open.pop_back();
-    if (mask.row(y)[x] == 0) continue;
-    mask.row(y)[x] = 0;
     const auto around = Box{x - 1, y - 1, x + 2, y + 2}.cutTo(page);
     for (int nextY = around.top; nextY < around.bottom; ++nextY) {
-      const auto* row = mask.row(nextY);
+      auto* row = mask.row(nextY);
       for (int nextX = around.left; nextX < around.right; ++nextX) {
-        if (row[nextX] != 0) open.emplace_back(nextX, nextY);
+        if (std::exchange(row[nextX], std::uint8_t{0}) != 0) open.emplace_back(nextX, nextY);
       }
     }
   }

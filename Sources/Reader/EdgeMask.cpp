@@ -15,6 +15,7 @@ constexpr int leastStep = 22;  ///< between neighbours, in the channel of the la
 constexpr int tileSize = 32;
 constexpr double leastShare = 0.20;  ///< of a tile, for a colour to be its background
 constexpr int backgroundReach = 18;
+constexpr int leastRun = 12;  ///< of one colour, for it to be no stroke of a letter
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -113,22 +114,9 @@ bool isBlank(const Plane& mask, const Box& area, const Box& tile) {
   return true;
 }
 
-void dropBackgrounds(const QImage& picture, const Box& area, Plane& mask) {
-  ColourCounts counts;
-  for (int top = area.top; top < area.bottom; top += tileSize) {
-    for (int left = area.left; left < area.right; left += tileSize) {
-      const auto tile = Box{left, top, left + tileSize, top + tileSize}.cutTo(area);
-      if (isBlank(mask, area, tile)) continue;
-      const auto common = commonColourWith(counts, picture, tile);
-      if (common.share >= leastShare) dropNear(common.colour, picture, area, tile, mask);
-    }
-  }
-}
-
 /// Beside the most common colour a tile may hold another background: a stripe of a table, a part of a button. Letters
 /// hardly ever have as long runs of one colour.
 CommonColour secondBackground(ColourCounts& counts, const QImage& picture, const Box& tile, QRgb first) {
-  constexpr int leastRun = 12;
   counts.clear();
   int covered = 0;
   for (int y = tile.top; y < tile.bottom; ++y) {
@@ -142,6 +130,50 @@ CommonColour secondBackground(ColourCounts& counts, const QImage& picture, const
     }
   }
   return {counts.most(), covered / (static_cast<double>(tile.width()) * tile.height())};
+}
+
+/// Whether the pixel stands in a run of the colour as long as no stroke is broad.
+bool isOnGround(const QImage& picture, const Box& area, int x, int y, QRgb colour) {
+  const auto is = [&](int atX, int atY) { return colourDistance(pixels(picture, atY)[atX], colour) < backgroundReach; };
+  int left = x;
+  while (left > area.left && x - left < leastRun && is(left - 1, y)) --left;
+  int right = x;
+  while (right + 1 < area.right && right - left < leastRun && is(right + 1, y)) ++right;
+  if (right - left + 1 >= leastRun) return true;
+  int top = y;
+  while (top > area.top && y - top < leastRun && is(x, top - 1)) --top;
+  int bottom = y;
+  while (bottom + 1 < area.bottom && bottom - top < leastRun && is(x, bottom + 1)) ++bottom;
+  return bottom - top + 1 >= leastRun;
+}
+
+/// For a tile of two backgrounds: the one may be the colour of the letters on the other.
+void dropGround(QRgb colour, const QImage& picture, const Box& area, const Box& tile, Plane& mask) {
+  for (int y = tile.top; y < tile.bottom; ++y) {
+    const auto* row = pixels(picture, y);
+    auto* marks = mask.row(y - area.top) - area.left;
+    for (int x = tile.left; x < tile.right; ++x) {
+      if (marks[x] != 0 && colourDistance(row[x], colour) < backgroundReach &&
+          isOnGround(picture, area, x, y, colour)) {
+        marks[x] = 0;
+      }
+    }
+  }
+}
+
+void dropBackgrounds(const QImage& picture, const Box& area, Plane& mask) {
+  ColourCounts counts;
+  for (int top = area.top; top < area.bottom; top += tileSize) {
+    for (int left = area.left; left < area.right; left += tileSize) {
+      const auto tile = Box{left, top, left + tileSize, top + tileSize}.cutTo(area);
+      if (isBlank(mask, area, tile)) continue;
+      const auto common = commonColourWith(counts, picture, tile);
+      if (common.share < leastShare) continue;
+      const bool single =
+          common.share > 1 - leastShare || secondBackground(counts, picture, tile, common.colour).share < leastShare;
+      (single ? dropNear : dropGround)(common.colour, picture, area, tile, mask);
+    }
+  }
 }
 
 }  // namespace
@@ -171,7 +203,7 @@ void dropFurtherBackgrounds(const QImage& picture, Plane& mask) {
       const auto first = commonColourWith(counts, picture, tile);
       if (first.share < leastShare || first.share > 1 - leastShare) continue;
       const auto second = secondBackground(counts, picture, tile, first.colour);
-      if (second.share >= leastShare) dropNear(second.colour, picture, area, tile, mask);
+      if (second.share >= leastShare) dropGround(second.colour, picture, area, tile, mask);
     }
   }
 }

@@ -4,7 +4,6 @@
 #include <tesseract/resultiterator.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <vector>
 
 namespace Nimbrel::Reader {
@@ -35,8 +34,7 @@ struct LineReader::Engine {
 
   bool load(const std::string& languages) {
     if (api.Init(nullptr, languages.c_str(), tesseract::OEM_LSTM_ONLY) != 0) return false;
-    const char* mode = std::getenv("PSM");
-    api.SetPageSegMode(static_cast<tesseract::PageSegMode>(mode ? std::atoi(mode) : 7));
+    api.SetPageSegMode(tesseract::PSM_SINGLE_LINE);
     // The crops are dark on white; a second look at the negative of each would be for nothing.
     api.SetVariable("tessedit_do_invert", "0");
     return true;

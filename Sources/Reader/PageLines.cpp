@@ -14,6 +14,7 @@ namespace Nimbrel::Reader {
 namespace {
 
 constexpr std::size_t mostComponents = 1'000'000;  ///< a picture of more is noise
+constexpr int mostPixels = 4'000'000;              ///< of a frame; noise may be one piece as large as the picture
 constexpr std::size_t mostLabels = 2'000;
 constexpr int mostHeights = 400;  ///< of a line, for its width
 
@@ -108,7 +109,9 @@ std::vector<PageLine> linesOnPage(const QImage& picture, const std::vector<QRect
   for (const auto& label : labels) clear(mask, label.box.grownBy(3, 3));
   removeStraightLines(mask);
   // Before they fall to pieces, which may look like letters.
-  for (const auto& other : lettersAmong(componentsOf(mask)).others) erase(mask, other);
+  for (const auto& other : lettersAmong(componentsOf(mask)).others) {
+    if (other.pixels <= mostPixels) erase(mask, other);
+  }
   dropFurtherBackgrounds(picture, mask);
   for (const auto& line : linesOf(componentsOf(mask))) addPieces(line, page, lines);
   std::erase_if(lines, [](const PageLine& line) { return isStroke(line.line); });
