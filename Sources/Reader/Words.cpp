@@ -18,8 +18,6 @@ constexpr double narrowestBlank = 0.09;  ///< of the height of a capital letter
 constexpr std::size_t leastLetters = 9;  ///< that a pitch can be told from
 constexpr double pitchTolerance = 0.12;
 constexpr double leastInPitch = 0.9;
-constexpr double narrowestPitch = 0.7;  ///< of the height of a capital letter
-constexpr double widestPitch = 1.15;
 
 /// What lies between two letters that do not overlap.
 struct Gap {
