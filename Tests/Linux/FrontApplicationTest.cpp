@@ -163,7 +163,8 @@ TEST_F(FrontApplicationTest, WindowsOfOneApplicationAreOneApplication) {
   ASSERT_TRUE(isInFront({"Editor", "org.example.Editor"}));
   observe();
   EXPECT_TRUE(isSeen({"Editor", "org.example.Editor"})) << "it may have come since anybody asked";
-  const auto second = window({"WM_CLASS", "edit/Edit", "_NET_WM_NAME", "two"});
+  const auto second = window({"WM_CLASS", "edit/Second", "_GTK_APPLICATION_ID", "org.example.Editor"});
+  bringToFront("Second");
   const auto tool = window({"WM_CLASS", "tool/Tool"});
   ASSERT_TRUE(isSeen({"Tool", ""}));
   EXPECT_THAT(seen_, ElementsAre(Application{"Editor", "org.example.Editor"}, Application{"Tool", ""}));
