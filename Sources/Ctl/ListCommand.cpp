@@ -27,6 +27,17 @@ void choose(Store& store, const Filter& filter, std::optional<std::string_view> 
   store.runSearch();
 }
 
+/// Where the search hit, for people: the hits in brackets. Nothing where it did not, or where it must not show.
+std::string hitLine(const Store& store, const Shot& shot) {
+  constexpr char hitBegins = '\x02';
+  constexpr char hitEnds = '\x03';
+  auto snippet = store.isProtected(shot) ? std::nullopt : store.snippet(shot);
+  if (!snippet) return {};
+  std::ranges::replace(*snippet, hitBegins, '[');
+  std::ranges::replace(*snippet, hitEnds, ']');
+  return "        " + printable(*snippet) + "\n";
+}
+
 Outcome asSections(const Store& store, const std::vector<GallerySection>& sections) {
   QJsonArray list;
   std::string text;
@@ -49,7 +60,7 @@ Outcome asShots(const Store& store, const std::vector<GallerySection>& sections)
   for (const auto& section : sections) {
     for (const auto& shot : section.shots) {
       list.append(shotRecord(store, *shot));
-      text += shotLine(store, *shot);
+      text += shotLine(store, *shot) + hitLine(store, *shot);
     }
   }
   return Outcome::done(list, text);

@@ -157,18 +157,36 @@ TEST_F(CtlTest, AnUnknownIdFailsWithTheReason) {
   EXPECT_EQ(output.output, "");
 }
 
-TEST_F(CtlTest, OverviewCounts) {
+TEST_F(CtlTest, OverviewTellsWhatTheSidebarShows) {
   const auto id = importPicture("a.png", 1);
+  const auto other = importPicture("b.png", 2);
   const auto store = home_.open(ProcessRole::tool);
   store->database().setTags(id, {"b", "a", "project:p"});
+  for (const auto shot : {id, other}) store->database().setShownName(shot, "Safari");
+  store->database().setOCR(id, "error: it failed", {});
   store->settings().projects.set({"p"});
   store->settings().savedSearches.set({"s"});
-  EXPECT_EQ(json({text("overview")}).object(), (QJsonObject{{text("shots"), 1},
-                                                            {text("inboxCount"), 1},
+  const QJsonObject safari{{text("key"), text("app:safari")},
+                           {text("title"), text("Safari")},
+                           {text("kind"), text("app")},
+                           {text("bundleID"), text("com.apple.Safari")},
+                           {text("count"), 2}};
+  const QJsonObject stack{{text("id"), text("stack:app:safari")},
+                          {text("title"), text("Safari")},
+                          {text("symbol"), text("square.stack.3d.up")},
+                          {text("bundleID"), text("com.apple.Safari")},
+                          {text("shotIDs"), QJsonArray{qint64{id}, qint64{other}}},
+                          {text("newest"), 1'700'000'000}};
+  EXPECT_EQ(json({text("overview")}).object(), (QJsonObject{{text("shots"), 2},
+                                                            {text("inboxCount"), 2},
                                                             {text("sensitiveCount"), 0},
                                                             {text("tags"), QJsonArray{text("a"), text("b")}},
+                                                            {text("contentGroups"), QJsonArray{safari}},
+                                                            {text("smartCounts"), QJsonObject{{text("errors"), 1}}},
+                                                            {text("shotStacks"), QJsonArray{stack}},
                                                             {text("projects"), QJsonArray{text("p")}},
                                                             {text("savedSearches"), QJsonArray{text("s")}}}));
+  EXPECT_THAT(ctl({text("overview")}).output, HasSubstr("Safari: 2\n"));
 }
 
 TEST_F(CtlTest, DuplicatesAreListsOfIds) {

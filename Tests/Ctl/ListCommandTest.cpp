@@ -77,6 +77,14 @@ TEST_F(ListCommandTest, NarrowsByAQueryAndShowsWhereItHit) {
                   .isNull());
 }
 
+TEST_F(ListCommandTest, ShowsPeopleTheHitsInBrackets) {
+  EXPECT_THAT(ctl({"list", "--query", "gamma"}).output, HasSubstr("\n        beta [gamma]\n"));
+  home_.open(ProcessRole::tool)->database().setOCR(middle_, "beta gamma", {"Email"});
+  const auto output = ctl({"list", "--query", "gamma"}).output;
+  EXPECT_THAT(output, HasSubstr("Sensitive screenshot"));
+  EXPECT_EQ(output.find("gamma"), std::string::npos);
+}
+
 TEST_F(ListCommandTest, SortsAsTheSettingsSayOrAsAsked) {
   EXPECT_THAT(listed({"--sort", "oldest"}), ElementsAre(old_, middle_, newest_));
   home_.open(ProcessRole::tool)->settings().groupByDay.set(false);
