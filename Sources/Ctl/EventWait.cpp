@@ -1,17 +1,17 @@
 #include "EventWait.h"
 
-#include <QEventLoop>
+#include <QCoreApplication>
 
 namespace Nimbrel::Ctl {
 
-void untilDone(const std::function<void(std::function<void()> done)>& start) {
-  QEventLoop loop;
+bool untilDone(const std::function<void(std::function<void()> done)>& start) {
   bool isDone = false;
   start([&] {
     isDone = true;
-    loop.quit();
+    QCoreApplication::quit();
   });
-  if (!isDone) loop.exec();
+  if (!isDone) QCoreApplication::exec();
+  return isDone;
 }
 
 }  // namespace Nimbrel::Ctl

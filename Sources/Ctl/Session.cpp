@@ -1,10 +1,10 @@
 #include "Session.h"
 
+#include "EventWait.h"
+
 #include "Linux/Factory.h"
 #include "Model/AppIdentity.h"
 #include "Platform/Process.h"
-
-#include <QCoreApplication>
 
 #include <utility>
 
@@ -23,20 +23,18 @@ Result<Store*> Session::store() {
 }
 
 std::optional<Error> Session::unlock(const ShotList& shots) {
-  bool isDecided = false;
-  bool isGranted = false;
-  const auto decide = [&](bool granted) {
-    isDecided = true;
-    isGranted = granted;
-    QCoreApplication::quit();
-  };
-  QObject decision;
-  // A refusal shows in the status alone.
-  QObject::connect(store_.get(), &Store::statusChanged, &decision, [&] { decide(false); });
   // A signal ends the loop, so that the terminal is put back as it was.
   Process::quitOnSignals();
-  store_->withAccess(shots, [&] { decide(true); });
-  if (!isDecided) QCoreApplication::exec();
+  bool isGranted = false;
+  QObject decision;
+  const bool isDecided = untilDone([&](const std::function<void()>& done) {
+    // A refusal shows in the status alone.
+    QObject::connect(store_.get(), &Store::statusChanged, &decision, done);
+    store_->withAccess(shots, [&isGranted, done] {
+      isGranted = true;
+      done();
+    });
+  });
   if (isGranted) return std::nullopt;
   return Error{isDecided ? store_->status() : "interrupted"};
 }
