@@ -138,11 +138,6 @@ ShotList hashedShots(int count) {
   return shots;
 }
 
-void use(std::size_t value) {
-  static volatile std::size_t sink = 0;
-  sink = value;
-}
-
 std::vector<Comparison> catalogueTable(const Home& home, int shots) {
   const std::string size = std::to_string(shots);
   sqlite3* connection = nullptr;

@@ -34,11 +34,6 @@ river where we were in spring. It seats eight people and they do not mind laptop
 Best wishes, Ann
 )";
 
-void use(std::size_t value) {
-  static volatile std::size_t sink = 0;
-  sink = sink + value;
-}
-
 /// The same page without anything in it.
 std::string plainPage() {
   std::string text;

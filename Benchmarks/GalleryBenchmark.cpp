@@ -44,11 +44,6 @@ struct Home {
   UserFolders folders;
 };
 
-void use(std::size_t value) {
-  static volatile std::size_t sink = 0;
-  sink = value;
-}
-
 /// The least that a list of the visible shots costs: one more owner for each, after a look at it.
 std::size_t bareCopy(const ShotList& shots) {
   ShotList copy;

@@ -47,6 +47,11 @@ Comparison compareCpu(std::string name, double target, int rounds, const std::fu
   return inTurn(std::move(name), target, rounds, ours, limit, cpuTime);
 }
 
+void use(std::size_t result) {
+  static volatile std::size_t sink = 0;
+  sink = sink + result;
+}
+
 int printTable(const std::vector<Comparison>& table, const std::string& unit) {
   std::printf("%-52s %14s %14s %7s %7s\n", ("in " + unit).c_str(), "ours", "limit", "ratio", "target");
   bool reached = true;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -21,6 +22,9 @@ struct Comparison {
 /// The same in CPU time of all threads of the process, which other programs do not disturb.
 [[nodiscard]] Comparison compareCpu(std::string name, double target, int rounds, const std::function<void()>& ours,
                                     const std::function<void()>& limit);
+
+/// Makes a result count, so that the compiler does not leave out the work that led to it.
+void use(std::size_t result);
 
 /// Prints the table and returns 0 when every target is reached, else 1. `unit` names what is compared.
 [[nodiscard]] int printTable(const std::vector<Comparison>& table, const std::string& unit);

@@ -3,10 +3,10 @@
 
 #include "Analysis/SecretKinds.h"
 #include "Analysis/Sensitive.h"
-#include "CatalogueMaker.h"
 #include "Foundation/Pattern.h"
 #include "Foundation/Text.h"
 #include "Measure.h"
+#include "ShotTexts.h"
 
 #include <hs/hs.h>
 

@@ -34,14 +34,17 @@ Outcome asGroups(const Store& store, const Groups& groups) {
   return Outcome::done(list, text);
 }
 
-/// All but one shot of each group: the first that was asked for stays, else the newest.
+/// Of each group all but those to be kept, or all but the newest where none is.
 ShotList doomed(const Groups& groups, const ShotList& keepers) {
-  std::unordered_set<ShotPtr> kept(keepers.begin(), keepers.end());
+  const std::unordered_set<ShotPtr> kept(keepers.begin(), keepers.end());
+  const auto isKept = [&](const ShotPtr& shot) { return kept.contains(shot); };
   ShotList rest;
   for (const auto& group : groups) {
-    const auto asked = std::ranges::find_if(group, [&](const ShotPtr& shot) { return kept.contains(shot); });
-    const auto keeper = asked == group.end() ? group.front() : *asked;
-    std::ranges::remove_copy(group, std::back_inserter(rest), keeper);
+    if (std::ranges::any_of(group, isKept)) {
+      std::ranges::remove_copy_if(group, std::back_inserter(rest), isKept);
+    } else {
+      rest.insert(rest.end(), group.begin() + 1, group.end());
+    }
   }
   return rest;
 }

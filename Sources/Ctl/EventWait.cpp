@@ -1,10 +1,13 @@
 #include "EventWait.h"
 
+#include "Platform/Process.h"
+
 #include <QCoreApplication>
 
 namespace Nimbrel::Ctl {
 
 bool untilDone(const std::function<void(std::function<void()> done)>& start) {
+  Process::quitOnSignals();
   bool isDone = false;
   start([&] {
     isDone = true;

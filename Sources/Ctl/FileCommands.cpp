@@ -44,10 +44,11 @@ Outcome runForget(const CommandLine& line, Session& session) {
 
 Outcome trashed(Store& store, const ShotList& shots) {
   const QObject context;
-  untilDone([&](const std::function<void()>& done) {
+  const bool isDone = untilDone([&](const std::function<void()>& done) {
     QObject::connect(&store, &Store::statusChanged, &context, done);
     store.trash(shots);
   });
+  if (!isDone) return Outcome::failed(std::string(interrupted));
   return outcomeOf(store.status(), "Trash failed: ");
 }
 

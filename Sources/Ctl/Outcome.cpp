@@ -32,10 +32,16 @@ QString jsonString(std::string_view text) {
 }
 
 std::string printable(std::string_view text) {
-  std::string line(text);
-  std::ranges::replace_if(
-      line, [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
+  auto line = printableLines(text);
+  std::ranges::replace(line, '\n', ' ');
   return line;
+}
+
+std::string printableLines(std::string_view text) {
+  std::string lines(text);
+  std::ranges::replace_if(
+      lines, [](unsigned char c) { return (c < ' ' && c != '\n') || c == 0x7F; }, ' ');
+  return lines;
 }
 
 QJsonArray jsonList(const std::vector<std::string>& texts) {

@@ -36,6 +36,9 @@ struct Outcome {
 /// The text on one line and harmless to a terminal: a blank for each control character.
 [[nodiscard]] std::string printable(std::string_view text);
 
+/// The same, with its line feeds.
+[[nodiscard]] std::string printableLines(std::string_view text);
+
 [[nodiscard]] QJsonArray jsonList(const std::vector<std::string>& texts);
 
 }  // namespace Nimbrel::Ctl

@@ -29,8 +29,8 @@ QJsonArray blockList(const std::vector<TextBlock>& blocks) {
 Outcome whatWasRead(const std::string& path, const OCR::Recognition& recognition,
                     const std::vector<std::string>& codes) {
   const auto size = ShotFile::dimensions(path);
-  auto text = recognition.text + "\n";
-  for (const auto& code : codes) text += "code: " + code + "\n";
+  auto text = printableLines(recognition.text) + "\n";
+  for (const auto& code : codes) text += "code: " + printable(code) + "\n";
   return Outcome::done(QJsonObject{{QStringLiteral("text"), jsonString(recognition.text)},
                                    {QStringLiteral("blocks"), blockList(recognition.blocks)},
                                    {QStringLiteral("codes"), jsonList(codes)},
@@ -50,14 +50,14 @@ Outcome runRead(const CommandLine& line, Session&) {
   const auto reader = std::move(makeServices(AppIdentity::bundleIdentifier()).pictureReader);
   QObject context;
   auto outcome = Outcome::failed("nothing here can read pictures");
-  untilDone([&](const std::function<void()>& done) {
+  const bool isDone = untilDone([&](const std::function<void()>& done) {
     OCR::recognizeWithBarcodes(&context, *reader, path.value(),
                                [&, done](std::optional<OCR::RecognitionWithBarcodes> found) {
                                  if (found) outcome = whatWasRead(path.value(), found->recognition, found->barcodes);
                                  done();
                                });
   });
-  return outcome;
+  return isDone ? outcome : Outcome::failed(std::string(interrupted));
 }
 
 }  // namespace Nimbrel::Ctl

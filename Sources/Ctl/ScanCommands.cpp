@@ -15,10 +15,11 @@ Outcome changed(Store& store, const CommandLine& line) {
   const auto status = store.status();
   if (line.has("--wait")) {
     const QObject context;
-    untilDone([&](const std::function<void()>& done) {
+    const bool isDone = untilDone([&](const std::function<void()>& done) {
       QObject::connect(&store, &Store::workDone, &context, done);
       store.workOff();
     });
+    if (!isDone) return Outcome::failed(std::string(interrupted));
   }
   return Outcome::changed(status);
 }

@@ -4,7 +4,6 @@
 
 #include "Linux/Factory.h"
 #include "Model/AppIdentity.h"
-#include "Platform/Process.h"
 
 #include <utility>
 
@@ -23,8 +22,6 @@ Result<Store*> Session::store() {
 }
 
 std::optional<Error> Session::unlock(const ShotList& shots) {
-  // A signal ends the loop, so that the terminal is put back as it was.
-  Process::quitOnSignals();
   bool isGranted = false;
   QObject decision;
   const bool isDecided = untilDone([&](const std::function<void()>& done) {
@@ -36,7 +33,7 @@ std::optional<Error> Session::unlock(const ShotList& shots) {
     });
   });
   if (isGranted) return std::nullopt;
-  return Error{isDecided ? store_->status() : "interrupted"};
+  return Error{isDecided ? store_->status() : std::string(interrupted)};
 }
 
 }  // namespace Nimbrel::Ctl

@@ -3,6 +3,7 @@
 #include "CommandLine.h"
 
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -31,10 +32,11 @@ Outcome withStore(Session& session, const StoreAction& action) {
 
 Outcome withShots(std::span<const std::string> ids, Session& session, const ShotsAction& action) {
   std::vector<ShotID> numbers;
+  std::unordered_set<ShotID> known;
   for (const auto& word : ids) {
     const auto id = decimal(word);
     if (!id) return Outcome::misused("not a row id: " + word);
-    numbers.push_back(*id);
+    if (known.insert(*id).second) numbers.push_back(*id);
   }
   return withStore(session, [&](Store& store) {
     const auto shots = shotsWithIDs(store, numbers);

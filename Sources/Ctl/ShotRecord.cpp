@@ -113,8 +113,8 @@ std::string recordText(const QJsonObject& record) {
       continue;
     }
     const bool isLongText = member.key() == QLatin1String("ocr") || member.key() == QLatin1String("note");
-    auto value = member->isString() ? member->toString().toStdString() : jsonText(*member);
-    if (!isLongText) value = printable(value);
+    const auto plain = member->isString() ? member->toString().toStdString() : jsonText(*member);
+    const auto value = isLongText ? printableLines(plain) : printable(plain);
     text += member.key().toStdString() + ": " + value + "\n";
   }
   return text;

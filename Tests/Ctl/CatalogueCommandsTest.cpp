@@ -114,24 +114,58 @@ TEST_F(CtlTest, ANameWithALineFeedTakesOneLine) {
   EXPECT_EQ(std::ranges::count(ctl({text("import"), text("a\nb.png")}).errors, '\n'), 1);
 }
 
-TEST_F(CtlTest, ShowGivesTheWholeRecordAndWhatDerivesFromIt) {
+TEST_F(CtlTest, ShowGivesTheWholeRecord) {
   const auto id = importPicture("a.png", 1);
   home_.open(ProcessRole::tool)->database().setOCR(id, "Title line\nmore", {});
   const auto list = json({text("show"), QString::number(id)}).array();
   ASSERT_EQ(list.size(), 1);
   const auto shot = list.first().toObject();
-  EXPECT_EQ(shot.size(), 23);
+  const std::vector<const char*> members{"added",       "appAttributionTrusted",
+                                         "appName",     "barcodes",
+                                         "bundleID",    "bytes",
+                                         "captureType", "date",
+                                         "derived",     "favorite",
+                                         "filed",       "height",
+                                         "id",          "name",
+                                         "note",        "ocr",
+                                         "ocrDone",     "path",
+                                         "phash",       "sensitive",
+                                         "shownName",   "tags",
+                                         "width"};
+  QStringList names;
+  for (const auto* member : members) names << text(member);
+  EXPECT_EQ(shot.keys(), names);
   EXPECT_EQ(shot.value(text("id")).toInteger(), id);
   EXPECT_EQ(shot.value(text("width")).toInt(), 120);
   EXPECT_EQ(shot.value(text("ocrDone")), QJsonValue(true));
   EXPECT_EQ(shot.value(text("phash")), QJsonValue(text("0")));
   EXPECT_TRUE(shot.value(text("tags")).isArray());
-  const auto derived = shot.value(text("derived")).toObject();
-  EXPECT_EQ(derived.value(text("titleGuess")), QJsonValue(text("Title line")));
-  EXPECT_EQ(derived.value(text("pixels")), QJsonValue(text("120 × 80")));
-  EXPECT_EQ(derived.value(text("captureTypeLabel")), QJsonValue(text("Image")));
-  EXPECT_EQ(derived.value(text("protected")), QJsonValue(false));
-  EXPECT_EQ(derived.value(text("day")), QJsonValue(text("Nov 14, 2023")));
+}
+
+TEST_F(CtlTest, ShowTellsWhatDerivesFromTheRecord) {
+  const auto id = importPicture("a.png", 1);
+  const auto other = importPicture("b.png", 2);
+  const auto store = home_.open(ProcessRole::tool);
+  for (const auto shot : {id, other}) store->database().setShownName(shot, "Safari");
+  store->database().setOCR(id, "An error\nLonger title line", {});
+  const auto shot = json({text("show"), QString::number(id)}).array().first().toObject();
+  EXPECT_EQ(shot.value(text("derived")).toObject(),
+            (QJsonObject{{text("titleGuess"), text("Longer title line")},
+                         {text("ocrHeadline"), text("An error")},
+                         {text("pixels"), text("120 × 80")},
+                         {text("captureTypeLabel"), text("Image")},
+                         {text("symbol"), text("photo")},
+                         {text("group"), QJsonObject{{text("key"), text("app:safari")},
+                                                     {text("title"), text("Safari")},
+                                                     {text("kind"), text("app")},
+                                                     {text("bundleID"), text("com.apple.Safari")}}},
+                         {text("smart"), QJsonArray{text("errors")}},
+                         {text("receipt"), false},
+                         {text("protected"), false},
+                         {text("libraryName"), text("Safari — Longer title line — 2023-11-14.png")},
+                         {text("stack"), text("stack:app:safari")},
+                         {text("snippet"), QJsonValue::Null},
+                         {text("day"), text("Nov 14, 2023")}}));
 }
 
 TEST_F(CtlTest, AProtectedShotGivesNothingAway) {
@@ -147,6 +181,32 @@ TEST_F(CtlTest, AProtectedShotGivesNothingAway) {
     EXPECT_THAT(output, HasSubstr("Sensitive screenshot"));
     EXPECT_EQ(output.find("secret"), std::string::npos);
     EXPECT_EQ(output.find("abcdef"), std::string::npos);
+  }
+}
+
+TEST_F(CtlTest, AProtectedShotIsMissingFromWhatTellsItsSource) {
+  const auto id = importPicture("secret name.png", 1);
+  const auto store = home_.open(ProcessRole::tool);
+  store->database().setShownName(id, "Safari");
+  store->database().setOCR(id, "password: abcdef", {"Password"});
+  const auto overview = json({text("overview")}).object();
+  EXPECT_TRUE(overview.value(text("contentGroups")).toArray().isEmpty());
+  EXPECT_TRUE(overview.value(text("shotStacks")).toArray().isEmpty());
+  EXPECT_EQ(overview.value(text("sensitiveCount")), QJsonValue(1));
+  EXPECT_TRUE(json({text("list"), text("--filter"), text("content:app:safari")}).array().isEmpty());
+  EXPECT_THAT(ctl({text("list"), text("--sections")}).output, HasSubstr("Sensitive screenshot"));
+}
+
+TEST_F(CtlTest, WhatFailsOnAProtectedShotDoesNotNameIt) {
+  const auto id = importPicture("secret name.png", 1);
+  home_.open(ProcessRole::tool)->database().setOCR(id, "password: abcdef", {"Password"});
+  std::filesystem::remove(home_.path("secret name.png"));
+  for (const auto& arguments :
+       {QStringList{text("file"), QString::number(id)}, QStringList{text("trash"), QString::number(id)},
+        QStringList{text("rename"), QString::number(id), text("other")}}) {
+    const auto output = ctl(arguments);
+    EXPECT_EQ(output.status, 1);
+    EXPECT_EQ(output.errors.find("secret"), std::string::npos) << output.errors;
   }
 }
 

@@ -52,6 +52,11 @@ TEST_F(FileCommandsTest, MovesToTheTrashAndWaitsForIt) {
   EXPECT_FALSE(fs::exists(home_.path("a.png")));
 }
 
+TEST_F(FileCommandsTest, AShotThatIsNamedTwiceIsTakenOnce) {
+  EXPECT_EQ(statusOf({"trash", word(), word()}), "Moved 1 to Trash");
+  EXPECT_FALSE(row(id_));
+}
+
 TEST_F(FileCommandsTest, FailsWhenTheFileIsNotThereToBeTrashed) {
   fs::remove(home_.path("a.png"));
   const auto output = ctl({"trash", word()});
@@ -92,6 +97,12 @@ TEST_F(DuplicatesTrashTest, KeepsTheNewestOfEachGroup) {
 TEST_F(DuplicatesTrashTest, KeepsTheOneThatWasAskedFor) {
   EXPECT_EQ(statusOf({"duplicates", "--trash", "--keep", std::to_string(newer_)}), "Moved 2 to Trash");
   EXPECT_THAT(remaining(), ElementsAre("newer.png"));
+}
+
+TEST_F(DuplicatesTrashTest, KeepsAllThatWereAskedFor) {
+  EXPECT_EQ(statusOf({"duplicates", "--trash", "--keep", std::to_string(id_), std::to_string(newer_)}),
+            "Moved 1 to Trash");
+  EXPECT_THAT(remaining(), ElementsAre("newer.png", "a.png"));
 }
 
 TEST_F(DuplicatesTrashTest, OnlyLooksWithoutBeingAskedForMore) {

@@ -41,6 +41,10 @@ class RevealTest : public ::testing::Test {
     for (const auto id : ids) arguments << QString::number(id);
     return std::make_unique<TerminalRun>("nimbrelctl", arguments, environment());
   }
+  [[nodiscard]] std::unique_ptr<TerminalRun> list(const QStringList& options) const {
+    const auto arguments = QStringList{QStringLiteral("list"), QStringLiteral("--reveal")} + options;
+    return std::make_unique<TerminalRun>("nimbrelctl", arguments, environment());
+  }
   static void expectRefusal(TerminalRun& run) {
     const auto result = run.result();
     EXPECT_EQ(result.status, 1);
@@ -123,6 +127,28 @@ TEST_F(RevealTest, WithoutATerminalItFailsAndPrintsNothing) {
 
 TEST_F(RevealTest, NothingIsAskedForShotsThatAreNotProtected) {
   const auto run = reveal({clear_});
+  EXPECT_EQ(run->result().status, 0);
+  EXPECT_EQ(run->screen(), "");
+}
+
+TEST_F(RevealTest, AListIsRevealedToo) {
+  const auto run = list({QStringLiteral("--json")});
+  ASSERT_TRUE(run->shows("Password:"));
+  run->type("secret\n");
+  const auto result = run->result();
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_THAT(result.output, HasSubstr("password: abcdef"));
+}
+
+TEST_F(RevealTest, AListThatIsRefusedPrintsNothing) {
+  const auto run = list({});
+  ASSERT_TRUE(run->shows("Password:"));
+  run->type("guess\n");
+  expectRefusal(*run);
+}
+
+TEST_F(RevealTest, NothingIsAskedForAListWithoutProtectedShots) {
+  const auto run = list({QStringLiteral("--filter"), QStringLiteral("favorites")});
   EXPECT_EQ(run->result().status, 0);
   EXPECT_EQ(run->screen(), "");
 }

@@ -48,6 +48,7 @@ void writeToSystemLog(std::string_view line) {
 }  // namespace
 
 void quitOnSignals() {
+  if (signalPipe >= 0) return;
   // Not signalfd: it would need the signals blocked, and child processes would inherit that.
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;

@@ -4,8 +4,8 @@
 namespace Nimbrel::Process {
 
 /// From now on an interrupt, a hang-up or a request to terminate ends the event loop of the running QCoreApplication
-/// with status 0, so that destructors run; one that comes while the loop does not run ends it as soon as it does. Call
-/// once, after the application object was made.
+/// with status 0, so that destructors run; one that comes while the loop does not run ends it as soon as it does. To be
+/// called after the application object was made; again, it does nothing.
 void quitOnSignals();
 
 /// Whether such a signal has come: long work on the main thread then leaves the rest to the next start.
