@@ -88,5 +88,28 @@ TEST_F(Attribution, ProcessesThatAreOverAtOnceAskNobody) {
   }
 }
 
+TEST_F(Attribution, ACaptureIsOfTheApplicationInFront) {
+  open(ProcessRole::mainApplication);
+  EXPECT_EQ(store_->currentCaptureApplication(), editor);
+  front_->application = Application{"Tool", ""};
+  EXPECT_EQ(store_->currentCaptureApplication(), (Application{"Tool", ""}));
+}
+
+TEST_F(Attribution, ACaptureWithOneOfOurWindowsInFrontIsOfNone) {
+  open(ProcessRole::menuBarCompanion);
+  for (const char* identifier : {"com.halderquist.nimbrel", "com.halderquist.nimbrel.menubar"}) {
+    front_->application = Application{"Nimbrel", identifier};
+    EXPECT_EQ(store_->currentCaptureApplication(), Application{}) << identifier;
+  }
+}
+
+TEST_F(Attribution, ACaptureOfNothingThatHasANameIsOfNone) {
+  open(ProcessRole::mainApplication);
+  front_->application = Application{"", "org.example.Nameless"};
+  EXPECT_EQ(store_->currentCaptureApplication(), Application{});
+  front_->application.reset();
+  EXPECT_EQ(store_->currentCaptureApplication(), Application{});
+}
+
 }  // namespace
 }  // namespace Nimbrel

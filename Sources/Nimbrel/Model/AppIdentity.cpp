@@ -33,6 +33,10 @@ const std::string& AppIdentity::bundleIdentifier() {
   return identifier;
 }
 
+bool AppIdentity::isOurs(std::string_view identifier) {
+  return identifier == bundleIdentifier() || identifier == companionIdentifier();
+}
+
 bool AppIdentity::isMenuBarHelper() const { return processIdentifier_ == companionIdentifier(); }
 
 std::unique_ptr<Defaults> AppIdentity::openDefaults(const std::string& preferencesFolder) {

@@ -18,6 +18,9 @@ class AppIdentity {
   /// The identifier that all processes of the program share; names the settings suite.
   [[nodiscard]] static const std::string& bundleIdentifier();
 
+  /// Whether an application with this identifier is one of ours.
+  [[nodiscard]] static bool isOurs(std::string_view identifier);
+
   /// This process's own identifier: the shared one, followed by ".menubar" in the companion.
   [[nodiscard]] const std::string& processIdentifier() const { return processIdentifier_; }
 

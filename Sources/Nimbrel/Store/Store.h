@@ -162,6 +162,11 @@ class Store : public QObject {
   /// reading finds those of its shots as well.
   void startCodes();
 
+  // Attribution
+
+  /// The application that a capture started now is of; empty when it is one of ours, or not known.
+  [[nodiscard]] Application currentCaptureApplication() const;
+
   // Hashes
 
   /// Starts hashing shots without a hash in the background, unless that is going on already.
