@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <utility>
 
 namespace Nimbrel::Reader {
@@ -17,9 +18,8 @@ constexpr int leastContrast = 60;
 /// The smallest code has ten modules a side, and none is read below two pixels a module.
 constexpr int leastSide = 18;
 constexpr double mostElongated = 4.2;
-/// Dark pixels of a code are about half of all; those of text are less than a third.
-constexpr double leastShare = .3;
-constexpr double mostShare = .75;
+/// Of the rarer of the two shades: either covers about half of a code, and the ink of most text less.
+constexpr double leastShare = .25;
 /// Changes between dark and light along a line through a code of ten modules.
 constexpr double leastChanges = 3.5;
 
@@ -142,7 +142,7 @@ double likeness(const QImage& grey, const QRect& place) {
   // Light on dark, the other share counts.
   const double share = std::min(shades.darkShare, 1 - shades.darkShare);
   const double changes = std::min(shades.changesAcross, shades.changesDown);
-  if (share < std::min(leastShare, 1 - mostShare) || changes < leastChanges) return 0;
+  if (share < leastShare || changes < leastChanges) return 0;
   return share * changes;
 }
 

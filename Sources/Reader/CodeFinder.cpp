@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 
 namespace Nimbrel::Reader {
@@ -74,12 +75,10 @@ bool isKnown(const std::vector<FoundCode>& codes, const QRect& place) {
       codes, [&](const auto& code) { return code.box.contains(place.center()) || place.contains(code.box.center()); });
 }
 
+/// Adds those that are not known yet; of what was found at once, one does not stand for another.
 void add(std::vector<FoundCode> found, std::vector<FoundCode>& codes) {
-  const auto known = codes.size();
-  for (auto& code : found) {
-    const std::vector<FoundCode> before(codes.begin(), codes.begin() + static_cast<std::ptrdiff_t>(known));
-    if (!isKnown(before, code.box)) codes.push_back(std::move(code));
-  }
+  std::erase_if(found, [&](const FoundCode& code) { return isKnown(codes, code.box); });
+  std::ranges::move(found, std::back_inserter(codes));
 }
 
 /// In both polarities.

@@ -1,11 +1,13 @@
 #include "Reader/EdgeMask.h"
 
 #include "Reader/Colour.h"
-#include "Reader/StraightLines.h"
+#include "Reader/Marks.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
+#include <vector>
 
 namespace Nimbrel::Reader {
 
@@ -18,8 +20,6 @@ constexpr int backgroundReach = 18;
 constexpr int leastRun = 12;  ///< of one colour, for it to be no stroke of a letter
 
 using Bytes = std::vector<std::uint8_t>;
-
-const QRgb* pixels(const QImage& picture, int y) { return reinterpret_cast<const QRgb*>(picture.constScanLine(y)); }
 
 /// Sets a flag for each byte of the one row that is far from that of the other.
 void compareBytes(const std::uint8_t* __restrict one, const std::uint8_t* __restrict other,
@@ -64,7 +64,7 @@ class ColourCounts {
  public:
   void clear() { places_.fill({}); }
   void add(QRgb colour, int count = 1) {
-    auto& place = places_[(colour * 2654435761U) >> 24];
+    auto& place = places_[(colour * spread) >> 24];
     if (place.colour == colour) {
       place.count += count;
     } else if ((place.count -= count) < 0) {
@@ -78,6 +78,9 @@ class ColourCounts {
     QRgb colour = 0;
     int count = 0;
   };
+  /// Knuth's multiplicative hashing, of which the upper bits are the best: 2^32 over the golden ratio.
+  static constexpr std::uint32_t spread = 2654435761U;
+
   std::array<Place, 256> places_{};
 };
 
@@ -161,19 +164,26 @@ void dropGround(QRgb colour, const QImage& picture, const Box& area, const Box& 
   }
 }
 
-void dropBackgrounds(const QImage& picture, const Box& area, Plane& mask) {
-  ColourCounts counts;
+/// Calls `visit` with each tile of the area where the mask is not blank.
+template <typename Visit>
+void forEachTile(const Plane& mask, const Box& area, const Visit& visit) {
   for (int top = area.top; top < area.bottom; top += tileSize) {
     for (int left = area.left; left < area.right; left += tileSize) {
       const auto tile = Box{left, top, left + tileSize, top + tileSize}.cutTo(area);
-      if (isBlank(mask, area, tile)) continue;
-      const auto common = commonColourWith(counts, picture, tile);
-      if (common.share < leastShare) continue;
-      const bool single =
-          common.share > 1 - leastShare || secondBackground(counts, picture, tile, common.colour).share < leastShare;
-      (single ? dropNear : dropGround)(common.colour, picture, area, tile, mask);
+      if (!isBlank(mask, area, tile)) visit(tile);
     }
   }
+}
+
+void dropBackgrounds(const QImage& picture, const Box& area, Plane& mask) {
+  ColourCounts counts;
+  forEachTile(mask, area, [&](const Box& tile) {
+    const auto common = commonColourWith(counts, picture, tile);
+    if (common.share < leastShare) return;
+    const bool single =
+        common.share > 1 - leastShare || secondBackground(counts, picture, tile, common.colour).share < leastShare;
+    (single ? dropNear : dropGround)(common.colour, picture, area, tile, mask);
+  });
 }
 
 }  // namespace
@@ -196,16 +206,12 @@ Plane edgeMask(const QImage& picture, const Box& area, std::optional<QRgb> backg
 void dropFurtherBackgrounds(const QImage& picture, Plane& mask) {
   const Box area{0, 0, picture.width(), picture.height()};
   ColourCounts counts;
-  for (int top = 0; top < area.bottom; top += tileSize) {
-    for (int left = 0; left < area.right; left += tileSize) {
-      const auto tile = Box{left, top, left + tileSize, top + tileSize}.cutTo(area);
-      if (isBlank(mask, area, tile)) continue;
-      const auto first = commonColourWith(counts, picture, tile);
-      if (first.share < leastShare || first.share > 1 - leastShare) continue;
-      const auto second = secondBackground(counts, picture, tile, first.colour);
-      if (second.share >= leastShare) dropGround(second.colour, picture, area, tile, mask);
-    }
-  }
+  forEachTile(mask, area, [&](const Box& tile) {
+    const auto first = commonColourWith(counts, picture, tile);
+    if (first.share < leastShare || first.share > 1 - leastShare) return;
+    const auto second = secondBackground(counts, picture, tile, first.colour);
+    if (second.share >= leastShare) dropGround(second.colour, picture, area, tile, mask);
+  });
 }
 
 }  // namespace Nimbrel::Reader

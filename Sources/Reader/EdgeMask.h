@@ -10,7 +10,7 @@
 namespace Nimbrel::Reader {
 
 /// The pixels where something is drawn: those that differ from a neighbour in a channel, without what has the colour of
-/// its surroundings. They are marked as StraightLines.h tells. `area` lies within the picture, which is in RGB32; the
+/// its surroundings. They are marked as Marks.h tells. `area` lies within the picture, which is in RGB32; the
 /// mask begins at its corner. Against a given `background` only what differs from it is kept; without one the
 /// surroundings are looked at tile by tile.
 [[nodiscard]] Plane edgeMask(const QImage& picture, const Box& area, std::optional<QRgb> background = std::nullopt);

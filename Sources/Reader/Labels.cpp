@@ -2,6 +2,7 @@
 
 #include "Reader/Colour.h"
 #include "Reader/EdgeMask.h"
+#include "Reader/Letters.h"
 
 #include <algorithm>
 
@@ -15,6 +16,7 @@ constexpr int mostWidth = 900;
 constexpr double leastShare = 0.4;       ///< of the inside, for its colour
 constexpr double leastRoundShare = 0.6;  ///< the same where a letter O might have the form of the label
 constexpr int sameColour = 12;
+constexpr int faultRarity = 10;  ///< one place in so many along the sides may be wrong: a letter touches it
 
 /// Width of a frame, with what blends it into the inside.
 int frameOf(const Box& box) { return 1 + box.height() / 24; }
@@ -35,15 +37,14 @@ class Sides {
       look(inside.left, y, -1, 0);
       look(inside.right - 1, y, 1, 0);
     }
-    return strange_ * 10 <= count_ && open_ * 10 <= count_;
+    return strange_ * faultRarity <= count_ && open_ * faultRarity <= count_;
   }
 
  private:
   [[nodiscard]] bool isOfColour(int x, int y) const {
     const int column = std::clamp(x, 0, picture_.width() - 1);
     const int row = std::clamp(y, 0, picture_.height() - 1);
-    const auto* pixels = reinterpret_cast<const QRgb*>(picture_.constScanLine(row));
-    return colourDistance(pixels[column], colour_) <= sameColour;
+    return colourDistance(pixels(picture_, row)[column], colour_) <= sameColour;
   }
 
   /// Inside there is the colour, and towards the outside soon another.
@@ -74,7 +75,7 @@ std::vector<Label> labelsAmong(const std::vector<Component>& components, const Q
       continue;
     const Box inside = box.grownBy(-frameOf(box), -frameOf(box));
     const auto common = commonColour(picture, inside);
-    if (common.share >= (box.width() * 10 < box.height() * 13 ? leastRoundShare : leastShare) &&
+    if (common.share >= (mayBeOneLetter(box) ? leastRoundShare : leastShare) &&
         Sides(picture, box, common.colour).areAround()) {
       labels.push_back({inside, common.colour});
     }

@@ -1,6 +1,6 @@
 #include "Reader/Letters.h"
 
-#include "Reader/StraightLines.h"
+#include "Reader/Marks.h"
 
 #include <algorithm>
 
@@ -8,28 +8,40 @@ namespace Nimbrel::Reader {
 
 namespace {
 
-constexpr int tallest = 110;
-constexpr int widest = 900;
+// In pixels, as they part letters from the rest on the rendered pages of Benchmarks/RecognitionBenchmark.cpp.
+constexpr int widest = 900;  ///< letters that touch, as on an underline
+constexpr int headlineHeight = 60;
+constexpr int widestHeadline = 160;  ///< of what is taller than that: of so large letters few touch
+constexpr int highestRule = 3;
+constexpr int longestDash = 40;           ///< what is longer and as flat is a rule
+constexpr int leastSparseHeight = 18;     ///< a lower one may be thin type
+constexpr double leastFill = 0.10;        ///< of its box, for a letter
+constexpr double leastFillOfWide = 0.19;  ///< for letters that touch, which fill more than one slanted stroke does
+constexpr int broadestFrame = 5;          ///< the stroke of a frame
 constexpr int leastFrameHeight = 14;
 constexpr double frameFill = 0.30;  ///< frames that hold something fill less of their box
 
 bool isTooLarge(const Box& box) {
-  return box.height() > tallest || box.width() > widest || (box.height() > 60 && box.width() > 160);
+  return box.height() > tallestLetter || box.width() > widest ||
+         (box.height() > headlineHeight && box.width() > widestHeadline);
 }
 
-bool isDash(const Component& component) { return component.box.height() <= 3 && component.box.width() > 40; }
+bool isRule(const Component& component) {
+  return component.box.height() <= highestRule && component.box.width() > longestDash;
+}
 
 /// Letters fill more of their box the smaller they are.
 bool isSparse(const Component& component) {
   const auto& box = component.box;
-  if (box.height() < 18) return false;
-  return component.fill() < (box.width() > 2 * box.height() ? 0.19 : 0.10);
+  if (box.height() < leastSparseHeight) return false;
+  return component.fill() < (box.width() > 2 * box.height() ? leastFillOfWide : leastFill);
 }
 
 /// What is left of a frame when its straight sides are gone. What is as solid as a letter may be one that stands on a
 /// line.
 bool isCorner(const Component& component) {
-  return (component.marks & lineEnd) != 0 && component.pixels <= 5 * (component.box.width() + component.box.height());
+  const auto& box = component.box;
+  return (component.marks & lineEnd) != 0 && component.pixels <= broadestFrame * (box.width() + box.height());
 }
 
 bool mayBeFrame(const Component& component) {
@@ -56,7 +68,7 @@ Letters lettersAmong(std::vector<Component> components) {
   Letters result;
   std::vector<Component> likely;
   for (const auto& component : components) {
-    const bool strange = isTooLarge(component.box) || isDash(component) || isCorner(component);
+    const bool strange = isTooLarge(component.box) || isRule(component) || isCorner(component);
     (strange ? result.others : likely).push_back(component);
   }
   for (const auto& component : likely) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Reader/Box.h"
 #include "Reader/Components.h"
 
 #include <vector>
@@ -7,6 +8,10 @@
 namespace Nimbrel::Reader {
 
 inline constexpr int leastLetterHeight = 4;
+inline constexpr int tallestLetter = 110;  ///< what is taller is a picture
+
+/// Whether a box is no wider than a letter of its height is, an M or a W among them.
+[[nodiscard]] inline bool mayBeOneLetter(const Box& box) { return box.width() * 10 < box.height() * 13; }
 
 /// Components by what they may be, each kind ordered by its left edge.
 struct Letters {

@@ -13,21 +13,27 @@ namespace Nimbrel::Reader {
 
 namespace {
 
-constexpr int targetHeight = 36;
-constexpr int border = 10;
-
-const QRgb* pixels(const QImage& picture, int y) { return reinterpret_cast<const QRgb*>(picture.constScanLine(y)); }
+constexpr int targetHeight = 36;  ///< in which the models' networks take in a line
+constexpr int border = 10;        ///< of white: Tesseract loses letters that touch the edge of its picture
+constexpr int leastHeight = 4;    ///< that a line counts as, so that one of dashes has room around it too
+/// In heights of a capital letter: what may hang below the baseline, and paper above and beside.
+constexpr double descent = 0.22;
+constexpr double paperAbove = 0.08;
+constexpr double paperAside = 0.2;
+constexpr int leastStep = 4;       ///< columns that share one background
+constexpr int leastContrast = 24;  ///< for ink to become black: on fainter crops the grain of the paper would too
 
 Box sourceOf(const Line& line, const Box& limit) {
-  const double height = std::max(4, line.height());
-  const int bottom = std::max(line.box.bottom, static_cast<int>(std::lround(line.baseline + 0.22 * height)));
-  const int above = std::max(1, static_cast<int>(std::lround(0.08 * height)));
-  const int aside = std::max(1, static_cast<int>(std::lround(0.2 * height)));
+  const double height = std::max(leastHeight, line.height());
+  const int bottom = std::max(line.box.bottom, static_cast<int>(std::lround(line.baseline + descent * height)));
+  const int above = std::max(1, static_cast<int>(std::lround(paperAbove * height)));
+  const int aside = std::max(1, static_cast<int>(std::lround(paperAside * height)));
   const Box wanted{line.box.left - aside, line.box.top - above, line.box.right + aside, bottom + above};
   return wanted.cutTo(limit);
 }
 
-/// The most common colour of a window of columns that moves over the crop: counts of coarse colours, kept up to date.
+/// The most common colour of windows of columns, by counts of coarse colours. Each window is counted anew, in a table
+/// that is kept: clearing what was used of it is less than clearing all.
 class WindowColour {
  public:
   WindowColour(const QImage& picture, const Box& source) : picture_(picture), source_(source) {}
@@ -79,7 +85,7 @@ class WindowColour {
 Plane contrastOf(const QImage& picture, const Box& source) {
   Plane contrast(source.width(), source.height());
   WindowColour window(picture, source);
-  const int step = std::max(4, source.height() / 2);
+  const int step = std::max(leastStep, source.height() / 2);
   const int reach = source.height() / 2;
   for (int begin = source.left; begin < source.right; begin += step) {
     const int end = std::min(begin + step, source.right);
@@ -106,7 +112,7 @@ int fullContrast(const Plane& contrast) {
 }
 
 void invert(Plane& contrast) {
-  const int full = std::max(24, fullContrast(contrast));
+  const int full = std::max(leastContrast, fullContrast(contrast));
   std::array<std::uint8_t, 256> table{};
   for (int value = 0; value < 256; ++value) {
     table[static_cast<std::size_t>(value)] = static_cast<std::uint8_t>(255 - std::min(255, value * 255 / full));

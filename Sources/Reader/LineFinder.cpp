@@ -4,19 +4,25 @@
 #include "Reader/Letters.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace Nimbrel::Reader {
 
 namespace {
 
-constexpr double widestGap = 1.8;     ///< of the core's height
-constexpr double largestRatio = 2.4;  ///< of the heights of two letters of a line
-constexpr int coreMemory = 6;         ///< letters that the core is an average of
-constexpr double speckReach = 1.3;    ///< how far beside a line its specks are, in heights of the line
-constexpr double speckRise = 0.35;    ///< how far above or below
-constexpr int tallestLine = 110;
-constexpr int looseHeight = 8;  ///< lower than this, what is not much wider may be commas, quotes and the like
+constexpr double widestGap = 1.8;      ///< of the core's height
+constexpr double largestRatio = 2.4;   ///< of the heights of two letters of a line
+constexpr int coreMemory = 6;          ///< letters that the core is an average of
+constexpr double speckReach = 1.3;     ///< how far beside a line its specks are, in heights of the line
+constexpr double speckRise = 0.35;     ///< how far above or below
+constexpr double tallestSpeck = 0.8;   ///< of the height of the line that it may belong to
+constexpr int broadestBorder = 3;      ///< of a field or a cursor, with what blends it
+constexpr double borderRise = 1.5;     ///< of the line's height; no letter stands out so far
+constexpr int leastBorderHeight = 14;  ///< lower than this it may be a bracket of small type
+constexpr int looseHeight = 8;         ///< lower than this, what is not much wider may be commas, quotes and the like
 
 /// A line that grows to the right. The core is where its last letters are: a moving average of their tops and bottoms.
 /// The box would not do, since on a long line it reaches into the next one.
@@ -76,7 +82,8 @@ int median(std::vector<int> values) {
 
 /// Sides of fields and cursors: thin, and taller than the letters beside them.
 bool isBorder(const Box& box, const Growing& line) {
-  return box.width() <= 3 && box.height() > 1.5 * line.height() && box.height() >= 14;
+  return box.width() <= broadestBorder && box.height() > borderRise * line.height() &&
+         box.height() >= leastBorderHeight;
 }
 
 void trimEnds(Growing& line) {
@@ -101,7 +108,8 @@ std::optional<double> distanceOf(const Line& line, const Box& reach, const Box& 
   const double height = line.height();
   const int aside = std::max({0, speck.left - reach.right, reach.left - speck.right});
   const int above = std::max({0, line.ascender - speck.bottom, speck.top - line.box.bottom});
-  if (above > speckRise * height || aside > speckReach * height || speck.height() > 0.8 * height) return std::nullopt;
+  const bool isNear = above <= speckRise * height && aside <= speckReach * height;
+  if (!isNear || speck.height() > tallestSpeck * height) return std::nullopt;
   return (aside + 2 * above) / height;
 }
 
@@ -113,7 +121,7 @@ std::vector<Box> attach(std::vector<Line>& lines, const std::vector<Box>& specks
   std::vector<Box> alone;
   std::size_t entered = 0;
   for (const auto& speck : specks) {
-    for (; entered < lines.size() && lines[entered].box.left - speckReach * tallestLine <= speck.right; ++entered) {
+    for (; entered < lines.size() && lines[entered].box.left - speckReach * tallestLetter <= speck.right; ++entered) {
       const auto& line = lines[entered];
       const double above = speckRise * line.height();
       bands.enter(static_cast<std::uint32_t>(entered), line.ascender - above, line.box.bottom + above);

@@ -17,6 +17,12 @@ constexpr std::size_t mostComponents = 1'000'000;  ///< a picture of more is noi
 constexpr int mostPixels = 4'000'000;              ///< of a frame; noise may be one piece as large as the picture
 constexpr std::size_t mostLabels = 2'000;
 constexpr int mostHeights = 400;  ///< of a line, for its width
+constexpr int frameReach = 3;     ///< around a label: what is left of its frame, and its shadow
+// A lone stroke: so narrow, so many times as high as wide, or as small as a dot of a dotted line.
+constexpr int strokeWidth = 2;
+constexpr int strokeSlimness = 4;
+constexpr int dotWidth = 3;
+constexpr int dotHeight = 5;
 
 void clear(Plane& mask, const Box& box) {
   const auto part = box.cutTo({0, 0, mask.width(), mask.height()});
@@ -60,7 +66,8 @@ std::vector<Label> distinct(std::vector<Label> labels) {
 std::vector<Line> linesOn(const Label& label, const QImage& picture, std::span<const Label> read) {
   auto mask = edgeMask(picture, label.box, label.colour);
   for (const auto& other : read) {
-    if (label.box.contains(other.box)) clear(mask, moved(other.box.grownBy(3, 3), {-label.box.left, -label.box.top}));
+    if (label.box.contains(other.box))
+      clear(mask, moved(other.box.grownBy(frameReach, frameReach), {-label.box.left, -label.box.top}));
   }
   auto components = componentsOf(mask);
   const Box within{1, 1, label.box.width() - 1, label.box.height() - 1};
@@ -71,7 +78,8 @@ std::vector<Line> linesOn(const Label& label, const QImage& picture, std::span<c
 /// A lone stroke is a piece of a dotted line, a cursor or the like.
 bool isStroke(const Line& line) {
   const auto& box = line.box;
-  return box.width() <= 2 || box.width() * 4 <= box.height() || (box.width() <= 3 && box.height() <= 5);
+  return box.width() <= strokeWidth || box.width() * strokeSlimness <= box.height() ||
+         (box.width() <= dotWidth && box.height() <= dotHeight);
 }
 
 /// Tesseract has its trouble with pictures of more than 32,767 pixels: a line of more is read in pieces.
@@ -106,7 +114,7 @@ std::vector<PageLine> linesOnPage(const QImage& picture, const std::vector<QRect
       lines.push_back({moved(std::move(line), label.box), label.box});
     }
   }
-  for (const auto& label : labels) clear(mask, label.box.grownBy(3, 3));
+  for (const auto& label : labels) clear(mask, label.box.grownBy(frameReach, frameReach));
   removeStraightLines(mask);
   // Before they fall to pieces, which may look like letters.
   for (const auto& other : lettersAmong(componentsOf(mask)).others) {

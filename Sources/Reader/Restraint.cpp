@@ -18,6 +18,10 @@ constexpr rlim_t memoryLimit = RLIM_INFINITY;
 constexpr rlim_t memoryLimit = rlim_t{4} << 30;
 #endif
 
+/// Of 1000: when memory runs out the kernel takes this process before what the user works in, and Nimbrel starts
+/// another.
+constexpr int outOfMemoryScore = 500;
+
 void limit(__rlimit_resource resource, rlim_t value) {
   rlimit current{};
   if (::getrlimit(resource, &current) != 0) return;
@@ -37,7 +41,7 @@ void restrain() {
   // Not the address space, of which each thread reserves far more than it uses.
   limit(RLIMIT_DATA, memoryLimit);
   limit(RLIMIT_CORE, 0);
-  std::ofstream("/proc/self/oom_score_adj") << 500;
+  std::ofstream("/proc/self/oom_score_adj") << outOfMemoryScore;
 }
 
 }  // namespace Nimbrel::Reader

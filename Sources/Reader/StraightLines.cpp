@@ -1,6 +1,9 @@
 #include "Reader/StraightLines.h"
 
+#include "Reader/Marks.h"
+
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 namespace Nimbrel::Reader {
@@ -8,6 +11,7 @@ namespace Nimbrel::Reader {
 namespace {
 
 constexpr int leastLength = 56;
+constexpr int leastSolid = 8;  ///< of ten pixels of a line, for crossings to be all that breaks it
 constexpr int endReach = 4;    ///< how far behind the end of a line a corner may begin
 constexpr int widestHole = 4;  ///< a crossing line and the pixel on either side of it
 
@@ -18,12 +22,11 @@ struct Run {
   int solid = 0;  ///< pixels of the line, without holes
 
   [[nodiscard]] int length() const { return end - begin; }
-  [[nodiscard]] bool isLine() const { return length() >= leastLength && solid * 10 >= length() * 8; }
+  [[nodiscard]] bool isLine() const { return length() >= leastLength && solid * 10 >= length() * leastSolid; }
 };
 
 /// Takes a pixel into the run. Returns the run that it ends, if that was a line, else an empty one.
-Run advance(Run& run, int at, bool on) {
-  if (!on) return {};
+Run advance(Run& run, int at) {
   Run ended;
   if (at - run.end > widestHole) {
     if (run.isLine()) ended = run;
@@ -60,7 +63,8 @@ void removeAcross(Plane& mask) {
     const auto* row = mask.row(y);
     Run run;
     for (int x = 0; x < mask.width(); ++x) {
-      const auto ended = advance(run, x, (row[x] & 3) == stepDown);
+      if ((row[x] & anyStep) != stepDown) continue;
+      const auto ended = advance(run, x);
       if (ended.length() > 0) clearAcross(mask, y, ended);
     }
     if (run.isLine()) clearAcross(mask, y, run);
@@ -72,8 +76,8 @@ void removeDown(Plane& mask) {
   for (int y = 0; y < mask.height(); ++y) {
     const auto* row = mask.row(y);
     for (int x = 0; x < mask.width(); ++x) {
-      if ((row[x] & 3) != stepAcross) continue;
-      const auto ended = advance(runs[static_cast<std::size_t>(x)], y, true);
+      if ((row[x] & anyStep) != stepAcross) continue;
+      const auto ended = advance(runs[static_cast<std::size_t>(x)], y);
       if (ended.length() > 0) clearDown(mask, x, ended);
     }
   }

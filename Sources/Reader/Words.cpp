@@ -1,5 +1,7 @@
 #include "Reader/Words.h"
 
+#include "Reader/Letters.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cmath>
@@ -16,6 +18,8 @@ constexpr float leastOfOnePiece = 70;    ///< of a line that is one small piece,
 constexpr double blankReach = 0.9;       ///< how far off a recognised blank may be, in heights of a capital letter
 constexpr double narrowestBlank = 0.09;  ///< of the height of a capital letter
 constexpr std::size_t leastLetters = 9;  ///< that a pitch can be told from
+constexpr double leastPitch = 3;         ///< pixels: no type is narrower
+constexpr double emptyCell = 1.5;        ///< of the pitch, from one letter to the next, if there is a blank between
 constexpr double pitchTolerance = 0.12;
 constexpr double leastInPitch = 0.9;
 
@@ -59,7 +63,7 @@ bool hasBlank(const std::vector<Gap>& gaps, double from, double to, double heigh
   const double reach = std::max((to - from) / 2, 0.0) + height * blankReach;
   return std::ranges::any_of(gaps, [&](const Gap& gap) {
     if (gap.end < middle - reach || gap.begin > middle + reach) return false;
-    return pitch > 0 ? gap.step >= 1.5 * pitch : gap.width() >= std::max(1.0, narrowestBlank * height);
+    return pitch > 0 ? gap.step >= emptyCell * pitch : gap.width() >= std::max(1.0, narrowestBlank * height);
   });
 }
 
@@ -116,7 +120,7 @@ bool isOneCharacter(std::string_view text) {
   return std::ranges::count_if(text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }) == 1;
 }
 
-bool isOnePiece(const Line& line) { return line.parts.size() == 1 && line.box.width() * 10 < line.box.height() * 13; }
+bool isOnePiece(const Line& line) { return line.parts.size() == 1 && mayBeOneLetter(line.box); }
 
 /// A piece of a word is as certain as the better half of it.
 void append(Word& word, const Word& rest) {
@@ -137,8 +141,9 @@ double fixedPitch(const std::vector<Box>& parts, int height) {
   if (steps.size() + 1 < leastLetters) return 0;
   auto sorted = steps;
   std::ranges::sort(sorted);
+  // Somewhat below the median: steps over a blank are among the longer ones.
   double pitch = sorted[sorted.size() * 2 / 5];
-  if (pitch < 3) return 0;
+  if (pitch < leastPitch) return 0;
   // The first guess is whole pixels; all steps together tell it better.
   const auto times = [&pitch](double step) { return std::max(1.0, std::round(step / pitch)); };
   const double count =

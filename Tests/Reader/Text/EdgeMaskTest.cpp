@@ -1,5 +1,6 @@
 #include "Reader/Components.h"
 #include "Reader/EdgeMask.h"
+#include "Reader/Marks.h"
 #include "Reader/StraightLines.h"
 
 #include <gmock/gmock.h>
