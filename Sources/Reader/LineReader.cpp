@@ -3,9 +3,6 @@
 #include <tesseract/baseapi.h>
 #include <tesseract/resultiterator.h>
 
-#include <algorithm>
-#include <vector>
-
 namespace Nimbrel::Reader {
 
 namespace {
@@ -15,17 +12,6 @@ constexpr int resolution = 300;  ///< what crops of this height correspond to; e
 struct FreeText {
   void operator()(char* text) const { delete[] text; }
 };
-
-std::vector<std::string> parts(const std::string& languages) {
-  std::vector<std::string> result;
-  std::size_t begin = 0;
-  while (begin <= languages.size()) {
-    const auto end = std::min(languages.find('+', begin), languages.size());
-    if (end > begin) result.push_back(languages.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  return result;
-}
 
 }  // namespace
 
@@ -42,14 +28,7 @@ struct LineReader::Engine {
 };
 
 LineReader::LineReader(const std::string& languages) : engine_(std::make_unique<Engine>()) {
-  if (engine_->load(languages)) return;
-  std::string installed;
-  for (const auto& language : parts(languages)) {
-    if (!Engine().load(language)) continue;
-    installed += (installed.empty() ? "" : "+") + language;
-  }
-  engine_ = std::make_unique<Engine>();
-  if (installed.empty() || !engine_->load(installed)) engine_ = nullptr;
+  if (!engine_->load(languages)) engine_ = nullptr;
 }
 
 LineReader::~LineReader() = default;

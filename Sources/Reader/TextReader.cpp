@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <functional>
 #include <numeric>
 #include <thread>
@@ -15,9 +14,6 @@
 namespace Nimbrel::Reader {
 
 namespace {
-
-/// Screenshots take a second or two. What takes longer is no page of text, and the rest of it is left unread.
-constexpr std::chrono::seconds longestReading{40};
 
 std::size_t threadCount() { return std::clamp(std::thread::hardware_concurrency(), 1U, 2U); }
 
@@ -75,7 +71,8 @@ struct TextReader::Engines {
   }
 };
 
-TextReader::TextReader(const std::string& languages) : engines_(std::make_unique<Engines>()) {
+TextReader::TextReader(const std::string& languages, std::chrono::seconds longest)
+    : longest_(longest), engines_(std::make_unique<Engines>()) {
   auto& readers = engines_->readers;
   readers.resize(threadCount());
   inThreads(readers.size(), readers.size(),
@@ -86,12 +83,12 @@ TextReader::~TextReader() = default;
 
 std::vector<TextBlock> TextReader::read(const QImage& picture, const std::vector<QRect>& blanked) {
   if (picture.width() < 2 || picture.height() < 2 || !engines_->readers.front()->isReady()) return {};
-  const auto end = std::chrono::steady_clock::now() + longestReading;
+  const auto end = std::chrono::steady_clock::now() + longest_;
   const auto lines = linesOnPage(picture, blanked);
   const auto order = longestFirst(lines);
   std::vector<std::string> texts(lines.size());
   inThreads(engines_->readers.size(), lines.size(), [&](std::size_t thread, std::size_t i) {
-    if (std::chrono::steady_clock::now() > end) return;
+    if (std::chrono::steady_clock::now() >= end) return;
     texts[order[i]] = engines_->read(picture, lines[order[i]], *engines_->readers[thread]);
   });
   std::vector<TextBlock> blocks;

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QRect>
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,18 +17,22 @@ namespace Nimbrel::Reader {
 /// Tesseract's own threads are to be off (OMP_THREAD_LIMIT=1 in the environment of the process): they only cost.
 class TextReader {
  public:
-  /// `languages` in Tesseract's form, "deu+eng". Those without an installed model are passed over; when none is left,
-  /// every picture is without text.
-  explicit TextReader(const std::string& languages);
+  /// Screenshots take a second or two. What takes longer than this is no page of text.
+  static constexpr std::chrono::seconds longestReading{40};
+
+  /// `languages` in Tesseract's form, "deu+eng", all with a model on this machine (Languages.h tells which); if they
+  /// cannot be loaded, every picture is without text.
+  explicit TextReader(const std::string& languages, std::chrono::seconds longest = longestReading);
   ~TextReader();
 
   /// The text of an upright, opaque picture in RGB32, without what stands in the `blanked` boxes (in pixels): the
-  /// modules of a code would read as letters. Blocks are in no particular order, but always the same. What takes longer
-  /// than 40 seconds is read in part.
+  /// modules of a code would read as letters. Blocks are in no particular order, but always the same. Of what takes
+  /// longer than the reader was told, the rest is left unread.
   [[nodiscard]] std::vector<TextBlock> read(const QImage& picture, const std::vector<QRect>& blanked);
 
  private:
   struct Engines;
+  std::chrono::seconds longest_;
   std::unique_ptr<Engines> engines_;
 };
 
