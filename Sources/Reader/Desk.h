@@ -5,6 +5,7 @@
 
 #include <QImage>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
