@@ -65,11 +65,8 @@ class ColourCounts {
   void clear() { places_.fill({}); }
   void add(QRgb colour, int count = 1) {
     auto& place = places_[(colour * spread) >> 24];
-    if (place.colour == colour) {
-      place.count += count;
-    } else if ((place.count -= count) < 0) {
-      place = {colour, -place.count};
-    }
+    place.count += place.colour == colour ? count : -count;
+    if (place.count < 0) place = {colour, -place.count};
   }
   [[nodiscard]] QRgb most() const { return std::ranges::max_element(places_, {}, &Place::count)->colour; }
 

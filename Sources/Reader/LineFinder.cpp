@@ -117,6 +117,7 @@ std::optional<double> distanceOf(const Line& line, const Box& reach, const Box& 
 std::vector<Box> attach(std::vector<Line>& lines, const std::vector<Box>& specks) {
   Bands bands;
   std::vector<Box> reaches;
+  reaches.reserve(lines.size());
   for (const auto& line : lines) reaches.push_back(line.box);
   std::vector<Box> alone;
   std::size_t entered = 0;
@@ -192,6 +193,7 @@ std::vector<Line> linesOf(const std::vector<Component>& components) {
   const auto pieces = lettersAmong(components);
   std::vector<Line> lines;
   std::vector<Box> specks;
+  specks.reserve(pieces.specks.size());
   for (const auto& speck : pieces.specks) specks.push_back(speck.box);
   for (auto& growing : grownFrom(pieces.letters)) {
     trimEnds(growing);
