@@ -2,8 +2,6 @@
 
 #include "QueueFixture.h"
 
-#include <QSignalSpy>
-
 #include <filesystem>
 
 namespace Nimbrel {
@@ -13,18 +11,9 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Testing::readingOf;
 using ::testing::SizeIs;
-using Testing::waitUntil;
 using Wanted = PictureReader::Wanted;
 
-class CodesQueueTest : public Testing::QueueFixture {
- protected:
-  [[nodiscard]] bool hasEnded() {
-    return waitUntil([&] { return !queue_.isRunning() && finished_.count() == 1; });
-  }
-
-  CodesQueue queue_{*database_, reader_};
-  QSignalSpy finished_{&queue_, &CodesQueue::finished};
-};
+using CodesQueueTest = Testing::QueueFixture<CodesQueue>;
 
 TEST_F(CodesQueueTest, WritesCodesAndLeavesTextSecretsAndSearchAlone) {
   const auto id = add("a.png");

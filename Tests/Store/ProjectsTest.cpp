@@ -1,8 +1,6 @@
 #include "Store/Store.h"
 
-#include "Support/StoreHome.h"
-
-#include <gmock/gmock.h>
+#include "StoreFixture.h"
 
 namespace Nimbrel {
 namespace {
@@ -10,23 +8,18 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Testing::shotNamed;
-using Testing::StoreHome;
 
-class ProjectsTest : public ::testing::Test {
+class ProjectsTest : public Testing::StoreFixture {
  protected:
   void SetUp() override {
     store_->importFiles({home_.addFile(home_.path("a.png")), home_.addFile(home_.path("b.png"))});
   }
-  [[nodiscard]] std::vector<std::string> projects() const { return store_->settings().projects(); }
-
-  StoreHome home_;
-  std::unique_ptr<Store> store_ = home_.open(ProcessRole::tool);
 };
 
 TEST_F(ProjectsTest, ShotsAreTaggedAndTheProjectIsKept) {
   store_->assignProject(" Kitchen\n", store_->shots());
-  EXPECT_THAT(shotNamed(*store_, "a.png")->tags, ElementsAre("project:Kitchen"));
-  EXPECT_THAT(shotNamed(*store_, "b.png")->tags, ElementsAre("project:Kitchen"));
+  EXPECT_THAT(tagsOf("a.png"), ElementsAre("project:Kitchen"));
+  EXPECT_THAT(tagsOf("b.png"), ElementsAre("project:Kitchen"));
   EXPECT_THAT(store_->tags(), IsEmpty());
   EXPECT_THAT(projects(), ElementsAre("Kitchen"));
   EXPECT_EQ(store_->status(), "Added to Kitchen");
@@ -58,7 +51,7 @@ TEST_F(ProjectsTest, AShotOfTheProjectIsNotWrittenAgain) {
 
 TEST_F(ProjectsTest, ANameOfBlanksDoesNothing) {
   store_->assignProject(" \n\t", store_->shots());
-  EXPECT_THAT(shotNamed(*store_, "a.png")->tags, IsEmpty());
+  EXPECT_THAT(tagsOf("a.png"), IsEmpty());
   EXPECT_THAT(projects(), IsEmpty());
   EXPECT_EQ(store_->status(), "Imported 2");
 }

@@ -8,13 +8,15 @@
 
 #include <gmock/gmock.h>
 
+#include <QSignalSpy>
+
 #include <memory>
 #include <string>
 
 namespace Nimbrel::Testing {
 
 /// A catalogue with shots whose files are there, and a reader that answers when told.
-class QueueFixture : public ::testing::Test {
+class UnreadShots : public ::testing::Test {
  protected:
   /// Each shot is newer than those before it. The file is no picture, which the reader is not asked to know.
   ShotID add(const std::string& name) { return insert(folder_.write("files/" + name, "a file"), name); }
@@ -42,6 +44,19 @@ class QueueFixture : public ::testing::Test {
   }
 
   double moment_ = 0;
+};
+
+/// The same with the queue that is tested.
+template <class Queue>
+class QueueFixture : public UnreadShots {
+ protected:
+  /// Runs the event loop until the only batch of the test has ended.
+  [[nodiscard]] bool hasEnded() {
+    return waitUntil([&] { return !queue_.isRunning() && finished_.count() == 1; });
+  }
+
+  Queue queue_{*database_, reader_};
+  QSignalSpy finished_{&queue_, &Queue::finished};
 };
 
 }  // namespace Nimbrel::Testing

@@ -3,8 +3,6 @@
 #include "QueueFixture.h"
 #include "Support/LogRecorder.h"
 
-#include <QSignalSpy>
-
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -16,20 +14,11 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Testing::readingOf;
 using ::testing::SizeIs;
-using Testing::waitUntil;
 using Wanted = PictureReader::Wanted;
 
-class ReadingQueueTest : public Testing::QueueFixture {
+class ReadingQueueTest : public Testing::QueueFixture<ReadingQueue> {
  protected:
-  [[nodiscard]] bool hasEnded() {
-    return waitUntil([&] { return !queue_.isRunning(); });
-  }
-  [[nodiscard]] bool ended(BatchEnd end) {
-    return hasEnded() && finished_.count() == 1 && finished_.front().front().value<BatchEnd>() == end;
-  }
-
-  ReadingQueue queue_{*database_, reader_};
-  QSignalSpy finished_{&queue_, &ReadingQueue::finished};
+  [[nodiscard]] bool ended(BatchEnd end) { return hasEnded() && finished_.front().front().value<BatchEnd>() == end; }
 };
 
 TEST_F(ReadingQueueTest, WritesTextCodesAndKindsOfSecretsAndFindsTheTextInSearch) {

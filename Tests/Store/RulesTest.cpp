@@ -1,9 +1,7 @@
 #include "Store/Store.h"
 
+#include "StoreFixture.h"
 #include "Support/LogRecorder.h"
-#include "Support/StoreHome.h"
-
-#include <gmock/gmock.h>
 
 #include <QSignalSpy>
 
@@ -17,9 +15,8 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Testing::shotNamed;
-using Testing::StoreHome;
 
-class RulesTest : public ::testing::Test {
+class RulesTest : public Testing::StoreFixture {
  protected:
   void add(const std::string& name, const std::string& text, const std::string& application = {}) {
     Shot shot;
@@ -37,13 +34,6 @@ class RulesTest : public ::testing::Test {
     store_->settings().automationRules.set(std::move(rules));
     store_->applyAutomationRules(store_->shots());
   }
-  [[nodiscard]] std::vector<std::string> tagsOf(const std::string& name) const {
-    return shotNamed(*store_, name)->tags;
-  }
-  [[nodiscard]] std::vector<std::string> projects() const { return store_->settings().projects(); }
-
-  StoreHome home_;
-  std::unique_ptr<Store> store_ = home_.open(ProcessRole::tool);
 };
 
 TEST_F(RulesTest, ARuleWithOnlyANameDoesNothing) {

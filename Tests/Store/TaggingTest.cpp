@@ -1,6 +1,4 @@
-#include "Support/StoreHome.h"
-
-#include <gmock/gmock.h>
+#include "StoreFixture.h"
 
 #include <QSignalSpy>
 
@@ -10,21 +8,14 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Testing::shotNamed;
-using Testing::StoreHome;
 
-class Tagging : public ::testing::Test {
+class Tagging : public Testing::StoreFixture {
  protected:
   Tagging() {
     home_.addFile(home_.desktop("Screenshot 1.png"));
     home_.addFile(home_.desktop("Screenshot 2.png"));
-    store_ = home_.open(ProcessRole::tool);
     store_->scan();
   }
-
-  [[nodiscard]] std::vector<std::string> tagsOf(std::string_view name) const { return shotNamed(*store_, name)->tags; }
-
-  StoreHome home_;
-  std::unique_ptr<Store> store_;
 };
 
 TEST_F(Tagging, AddsTheTagBehindThoseThatAreThere) {
