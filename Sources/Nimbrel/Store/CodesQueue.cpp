@@ -3,8 +3,6 @@
 #include "Analysis/OCR.h"
 #include "Platform/FileSystem.h"
 
-#include <limits>
-
 namespace Nimbrel {
 
 namespace {
@@ -14,24 +12,23 @@ constexpr int batchSize = 400;
 }  // namespace
 
 CodesQueue::CodesQueue(Database& database, PictureReader& reader, QObject* parent)
-    : QObject(parent), database_(database), reader_(reader) {}
+    : QObject(parent), database_(database), reader_(reader), batch_(database) {}
 
 void CodesQueue::start() { start(batchSize); }
 
-void CodesQueue::startAll() { start(std::numeric_limits<int>::max()); }
+void CodesQueue::startAll() { start(ShotBatch::unlimited); }
 
 void CodesQueue::start(int limit) {
   if (isRunning()) return;
-  batch_ = database_.pendingCodes(limit);
-  next_ = 0;
-  if (!batch_.empty()) takeNextLater();
+  batch_.fill(database_.pendingCodes(limit));
+  if (isRunning()) takeNextLater();
 }
 
 void CodesQueue::takeNextLater() { QMetaObject::invokeMethod(this, &CodesQueue::takeNext, Qt::QueuedConnection); }
 
 void CodesQueue::takeNext() {
   // Text recognition, here or in another process, may have been faster.
-  const auto row = database_.needsCodes(currentID()) ? database_.shot(currentID()) : std::nullopt;
+  const auto row = database_.needsCodes(batch_.currentID()) ? batch_.row() : std::nullopt;
   if (!row) return passOn();
   if (!FileSystem::exists(row->path)) {
     write({});
@@ -42,21 +39,19 @@ void CodesQueue::takeNext() {
 
 void CodesQueue::take(const std::string& path, const std::optional<std::vector<std::string>>& codes) {
   if (!codes) return end();
-  const auto row = database_.shot(currentID());
-  // Moved meanwhile, or its id was given to another file: what was found may not be this row's.
-  if (row && row->path != path) return takeNextLater();
-  if (row) write(*codes);
+  if (batch_.hasMovedFrom(path)) return takeNextLater();
+  if (batch_.row()) write(*codes);
   passOn();
 }
 
 void CodesQueue::write(const std::vector<std::string>& codes) {
   const Database::QuickCommits quickly(database_);
-  database_.setCodes(currentID(), codes);
+  database_.setCodes(batch_.currentID(), codes);
 }
 
 void CodesQueue::passOn() {
-  ++next_;
-  if (next_ == batch_.size()) return end();
+  batch_.passOn();
+  if (!isRunning()) return end();
   takeNextLater();
 }
 

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "Catalogue/Database.h"
-#include "Model/Models.h"
 #include "Platform/PictureReader.h"
+#include "Store/ShotBatch.h"
 
 #include <QObject>
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,7 +21,7 @@ class CodesQueue : public QObject {
   /// Both are borrowed and must outlive the queue.
   CodesQueue(Database& database, PictureReader& reader, QObject* parent = nullptr);
 
-  [[nodiscard]] bool isRunning() const { return !batch_.empty(); }
+  [[nodiscard]] bool isRunning() const { return !batch_.isEmpty(); }
 
   /// Starts a batch of shots that were not looked at. Does nothing while one runs, or when none is pending.
   void start();
@@ -41,12 +40,10 @@ class CodesQueue : public QObject {
   void write(const std::vector<std::string>& codes);
   void passOn();
   void end();
-  [[nodiscard]] ShotID currentID() const { return batch_[next_]->id; }
 
   Database& database_;
   PictureReader& reader_;
-  ShotList batch_;
-  std::size_t next_ = 0;
+  ShotBatch batch_;
 };
 
 }  // namespace Nimbrel

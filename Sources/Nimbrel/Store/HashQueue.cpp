@@ -4,8 +4,6 @@
 #include "Foundation/Background.h"
 #include "Platform/Process.h"
 
-#include <limits>
-
 namespace Nimbrel {
 
 namespace {
@@ -14,7 +12,7 @@ constexpr int batchSize = 400;
 
 }  // namespace
 
-HashQueue::HashQueue(Database& database, QObject* parent) : QObject(parent), database_(database) {
+HashQueue::HashQueue(Database& database, QObject* parent) : QObject(parent), database_(database), batch_(database) {
   pool_.setMaxThreadCount(1);
 }
 
@@ -22,18 +20,16 @@ HashQueue::~HashQueue() { pool_.waitForDone(); }
 
 void HashQueue::start() { start(batchSize); }
 
-void HashQueue::startAll() { start(std::numeric_limits<int>::max()); }
+void HashQueue::startAll() { start(ShotBatch::unlimited); }
 
 void HashQueue::start(int limit) {
   if (isRunning()) return;
-  batch_ = database_.pendingHash(limit);
-  next_ = 0;
-  if (!batch_.empty()) hashNext();
+  batch_.fill(database_.pendingHash(limit));
+  if (isRunning()) hashNext();
 }
 
 void HashQueue::hashNext() {
-  // The row as it is by now: it may have been removed, filed under another path, or hashed by another process.
-  const auto row = database_.shot(batch_[next_]->id);
+  const auto row = batch_.row();
   if (!row || row->phash != 0) {
     QMetaObject::invokeMethod(this, &HashQueue::passOn, Qt::QueuedConnection);
     return;
@@ -48,20 +44,18 @@ void HashQueue::hashNext() {
 }
 
 void HashQueue::store(const std::string& path, std::int64_t hash) {
-  const auto row = database_.shot(batch_[next_]->id);
-  // Moved meanwhile, or its id was given to another file: the hash may not be this row's.
-  if (row && row->path != path) return hashNext();
+  if (batch_.hasMovedFrom(path)) return hashNext();
   // A file that cannot be read stays pending.
-  if (row && hash != 0) {
+  if (hash != 0 && batch_.row()) {
     const Database::QuickCommits quickly(database_);
-    database_.setHash(row->id, hash);
+    database_.setHash(batch_.currentID(), hash);
   }
   passOn();
 }
 
 void HashQueue::passOn() {
-  ++next_;
-  if (next_ < batch_.size()) return hashNext();
+  batch_.passOn();
+  if (isRunning()) return hashNext();
   batch_.clear();
   Q_EMIT finished();
 }

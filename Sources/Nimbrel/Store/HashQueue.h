@@ -1,12 +1,11 @@
 #pragma once
 
 #include "Catalogue/Database.h"
-#include "Model/Models.h"
+#include "Store/ShotBatch.h"
 
 #include <QObject>
 #include <QThreadPool>
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -22,7 +21,7 @@ class HashQueue : public QObject {
   /// Leaves what is still to be done pending, and waits for the picture at hand.
   ~HashQueue() override;
 
-  [[nodiscard]] bool isRunning() const { return !batch_.empty(); }
+  [[nodiscard]] bool isRunning() const { return !batch_.isEmpty(); }
 
   /// Starts a batch of shots without a hash. Does nothing while one runs, or when none is pending.
   void start();
@@ -40,8 +39,7 @@ class HashQueue : public QObject {
   void passOn();
 
   Database& database_;
-  ShotList batch_;
-  std::size_t next_ = 0;
+  ShotBatch batch_;
   QThreadPool pool_;
 };
 

@@ -13,13 +13,12 @@ constexpr int batchSize = 200;
 }  // namespace
 
 ReadingQueue::ReadingQueue(Database& database, PictureReader& reader, QObject* parent)
-    : QObject(parent), database_(database), reader_(reader) {}
+    : QObject(parent), database_(database), reader_(reader), batch_(database) {}
 
 void ReadingQueue::start() {
   if (isRunning()) return;
-  batch_ = database_.pendingOCR(batchSize);
-  if (batch_.empty()) return;
-  next_ = 0;
+  batch_.fill(database_.pendingOCR(batchSize));
+  if (!isRunning()) return;
   hasProgress_ = false;
   takeNextLater();
   Q_EMIT remainingChanged();
@@ -28,8 +27,7 @@ void ReadingQueue::start() {
 void ReadingQueue::takeNextLater() { QMetaObject::invokeMethod(this, &ReadingQueue::takeNext, Qt::QueuedConnection); }
 
 void ReadingQueue::takeNext() {
-  // The row as it is by now: it may have been removed, filed under another path, or read by another process.
-  const auto row = database_.shot(currentID());
+  const auto row = batch_.row();
   if (!row || row->ocrDone) return passOn();
   if (!FileSystem::exists(row->path)) {
     const Database::QuickCommits quickly(database_);
@@ -42,10 +40,8 @@ void ReadingQueue::takeNext() {
 
 void ReadingQueue::take(const std::string& path, const std::optional<OCR::RecognitionWithBarcodes>& read) {
   if (!read) return end(BatchEnd::CannotRead);
-  const auto row = database_.shot(currentID());
-  // Moved meanwhile, or its id was given to another file: what was read may not be this row's.
-  if (row && row->path != path) return takeNextLater();
-  if (row) write(*read);
+  if (batch_.hasMovedFrom(path)) return takeNextLater();
+  if (batch_.row()) write(*read);
   passOn();
 }
 
@@ -53,15 +49,15 @@ void ReadingQueue::write(const OCR::RecognitionWithBarcodes& read) {
   // A code can hold a secret as well as a line of text.
   const auto kinds = Sensitive::kindsIn(read.recognition.text + "\n" + Text::joined(read.barcodes, '\n'));
   const Database::QuickCommits quickly(database_);
-  database_.setOCR(currentID(), read.recognition.text, kinds);
-  database_.setCodes(currentID(), read.barcodes);
+  database_.setOCR(batch_.currentID(), read.recognition.text, kinds);
+  database_.setCodes(batch_.currentID(), read.barcodes);
 }
 
 void ReadingQueue::passOn() {
-  const auto row = database_.shot(currentID());
+  const auto row = batch_.row();
   if (!row || row->ocrDone) hasProgress_ = true;
-  ++next_;
-  if (next_ == batch_.size()) return end(hasProgress_ ? BatchEnd::Done : BatchEnd::NothingWritten);
+  batch_.passOn();
+  if (!isRunning()) return end(hasProgress_ ? BatchEnd::Done : BatchEnd::NothingWritten);
   takeNextLater();
   Q_EMIT remainingChanged();
 }

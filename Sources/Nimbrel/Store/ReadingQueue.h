@@ -2,9 +2,9 @@
 
 #include "Analysis/OCR.h"
 #include "Catalogue/Database.h"
-#include "Model/Models.h"
 #include "Platform/PictureReader.h"
 #include "Store/BatchEnd.h"
+#include "Store/ShotBatch.h"
 
 #include <QObject>
 
@@ -24,9 +24,9 @@ class ReadingQueue : public QObject {
   /// Both are borrowed and must outlive the queue.
   ReadingQueue(Database& database, PictureReader& reader, QObject* parent = nullptr);
 
-  [[nodiscard]] bool isRunning() const { return !batch_.empty(); }
+  [[nodiscard]] bool isRunning() const { return !batch_.isEmpty(); }
   /// How many shots of the batch are still to be read; 0 when none runs, and never more than 200.
-  [[nodiscard]] std::size_t remaining() const { return isRunning() ? batch_.size() - next_ : 0; }
+  [[nodiscard]] std::size_t remaining() const { return batch_.remaining(); }
 
   /// Starts a batch of shots without text. Does nothing while one runs, or when none is pending.
   void start();
@@ -43,12 +43,10 @@ class ReadingQueue : public QObject {
   void write(const OCR::RecognitionWithBarcodes& read);
   void passOn();
   void end(BatchEnd end);
-  [[nodiscard]] ShotID currentID() const { return batch_[next_]->id; }
 
   Database& database_;
   PictureReader& reader_;
-  ShotList batch_;
-  std::size_t next_ = 0;
+  ShotBatch batch_;
   bool hasProgress_ = false;
 };
 
