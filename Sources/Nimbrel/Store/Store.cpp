@@ -3,6 +3,7 @@
 #include "Foundation/FilePath.h"
 #include "Model/AppIdentity.h"
 #include "Platform/FileSystem.h"
+#include "Store/BackgroundWork.h"
 #include "Store/StoreOperation.h"
 
 #include <algorithm>
@@ -60,7 +61,7 @@ Store::~Store() = default;
 
 void Store::start(std::unique_ptr<Database> database) {
   database_ = std::move(database);
-  prepareQueues();
+  prepareWork();
   if (lastRecordingURL_ && !FileSystem::exists(*lastRecordingURL_)) setLastRecordingURL(std::nullopt);
   reload();
   // The others are over before they could have seen an application come to the front.
@@ -81,8 +82,7 @@ void Store::startWorking() {
 void Store::reload() {
   const Operation operation(*this);
   // Read before the rows: a commit in between is then seen as a change rather than missed.
-  catalogueVersion_ = database_->dataVersion();
-  ownChangesRead_ = database_->ownChanges();
+  stateRead_ = CatalogueState::of(*database_);
   publish(shots_, database_->allShots(shots_), Fact::shots);
   publish(unlocked_, unlocked_.among(shots_), Fact::unlockedSensitiveIDs);
 
@@ -113,16 +113,11 @@ void Store::poll() {
   }
   if (showMenuBar_ != settings_.showMenuBar()) setShowMenuBar(settings_.showMenuBar());
   if (auto stored = storedRecordingPath(); stored != lastRecordingURL_) setLastRecordingURL(std::move(stored));
-  if (database_->dataVersion() != catalogueVersion_) reload();
-  if (std::exchange(readingIsDue_, false)) {
-    startOCR();
-    startCodes();
-  }
+  if (database_->dataVersion() != stateRead_.othersVersion) reload();
+  work_->retryReading();
 }
 
-bool Store::isSnapshotCurrent() const {
-  return database_->dataVersion() == catalogueVersion_ && database_->ownChanges() == ownChangesRead_;
-}
+bool Store::isSnapshotCurrent() const { return stateRead_ == CatalogueState::of(*database_); }
 
 void Store::reloadIfChanged() {
   // Reading a large catalogue costs more than a whole scan of the folders.

@@ -6,15 +6,12 @@
 #include "Foundation/Result.h"
 #include "Model/Filter.h"
 #include "Model/Models.h"
-#include "Store/BatchEnd.h"
-#include "Store/CodesQueue.h"
+#include "Store/CatalogueState.h"
 #include "Store/DerivedState.h"
 #include "Store/FolderWatcher.h"
 #include "Store/FrontmostTracker.h"
 #include "Store/Gallery.h"
-#include "Store/HashQueue.h"
 #include "Store/NameKeys.h"
-#include "Store/ReadingQueue.h"
 #include "Store/RuleMemory.h"
 #include "Store/ScanPlan.h"
 #include "Store/StoreContext.h"
@@ -32,6 +29,8 @@
 #include <vector>
 
 namespace Nimbrel {
+
+class BackgroundWork;
 
 /// The central object of a process: it owns catalogue, settings and background work, and publishes the state that all
 /// views observe. Each published field has a signal that names the fact; what changes several fields tells each of
@@ -70,7 +69,7 @@ class Store : public QObject {
   /// and for a shot without a hit in its text. Worked out when first asked for: meant for the shots on the screen.
   [[nodiscard]] std::optional<std::string> snippet(const Shot& shot) const;
   /// Shots of the running batch that are still to be read; 0 when none runs.
-  [[nodiscard]] std::size_t ocrRemaining() const { return readingQueue_ ? readingQueue_->remaining() : 0; }
+  [[nodiscard]] std::size_t ocrRemaining() const;
   /// Sensitive shots that may be shown, because the owner has authenticated.
   [[nodiscard]] const ShotIDSet& unlockedSensitiveIDs() const { return unlocked_.ids(); }
   /// One line on the outcome of the last action; overwritten by the next.
@@ -90,6 +89,9 @@ class Store : public QObject {
   [[nodiscard]] Database& database() { return *database_; }
   [[nodiscard]] bool isBackgroundWorker() const { return Nimbrel::isBackgroundWorker(context_.role); }
   [[nodiscard]] Timestamp now() const { return context_.clock(); }
+
+  /// The application that a capture started now is of; empty when it is one of ours, or not known.
+  [[nodiscard]] Application currentCaptureApplication() const;
 
   // Catalogue
 
@@ -154,37 +156,26 @@ class Store : public QObject {
   /// Ends the search, and shows a shot among those that look like it.
   void showSimilar(const Shot& shot);
 
-  // Text and codes
+  // Background work
+
+  // What starts by itself, as after a scan, leaves alone the roles that end before their event loop.
 
   /// Starts reading the shots without text in the background, unless that is going on or switched off.
   void startOCR();
-  /// Starts looking for codes in the shots not looked at, unless that is going on. While text is read the codes wait:
-  /// reading finds those of its shots as well.
+  /// Starts looking for codes in the shots not looked at, once no text is read, unless that is going on.
   void startCodes();
-
-  // Attribution
-
-  /// The application that a capture started now is of; empty when it is one of ours, or not known.
-  [[nodiscard]] Application currentCaptureApplication() const;
-
-  // Hashes
-
   /// Starts hashing shots without a hash in the background, unless that is going on already.
   void startHashing();
-  using HashLog = std::function<void(std::int64_t hash, const Shot& shot)>;
-  /// Hashes up to 5000 shots at once, the newest first, and returns how many got a hash. `log`, which may be empty,
-  /// hears of each. Blocks until done: for the headless pass.
-  std::size_t hashAllPending(const HashLog& log);
-
-  // Background work as a whole
-
-  /// Whether shots are being read, looked through for codes or hashed. What starts that by itself in other roles, such
-  /// as a scan, leaves it alone in the headless pass and the tool, which end before their event loop.
+  /// Whether shots are being read, looked through for codes or hashed.
   [[nodiscard]] bool isWorking() const;
   /// Reads, looks for codes and hashes in any role, until everything is done that can be; runs the rules over what was
   /// read. Comes back at once; workDone() tells the end, in a later turn of the event loop. Each picture that cannot be
   /// hashed is tried once, and what cannot be written is left pending.
   void workOff();
+  using HashLog = std::function<void(std::int64_t hash, const Shot& shot)>;
+  /// Hashes up to 5000 shots at once, the newest first, and returns how many got a hash. `log`, which may be empty,
+  /// hears of each. Blocks until done: for the headless pass.
+  std::size_t hashAllPending(const HashLog& log);
 
   // Sensitive data
 
@@ -255,19 +246,8 @@ class Store : public QObject {
   void dropOrphans(const ShotList& unseen);
   void unlock(const ShotList& shots);
 
-  /// The state of the catalogue as this process can tell it from another.
-  struct CatalogueState {
-    int othersVersion = 0;
-    std::int64_t ownChanges = 0;
-
-    bool operator==(const CatalogueState&) const = default;
-  };
-  [[nodiscard]] CatalogueState catalogueState() const;
-  void prepareQueues();
-  void readingEnded(BatchEnd end);
-  void codesEnded();
-  void hashingEnded();
-  void tellWhenWorkIsDone();
+  void prepareWork();
+  void takeInText();
 
   /// The title of the application that a shot shows, locked or not; else empty.
   [[nodiscard]] std::string sourceTitle(ShotID id) const;
@@ -308,22 +288,13 @@ class Store : public QObject {
   int operations_ = 0;
   std::bitset<static_cast<std::size_t>(Fact::count)> facts_;
 
-  int catalogueVersion_ = 0;
-  std::int64_t ownChangesRead_ = -1;
+  CatalogueState stateRead_{.othersVersion = 0, .ownChanges = -1};
   QTimer pollTimer_;
   QTimer pendingRescan_;
   std::optional<FrontmostTracker> tracker_;
   std::optional<FolderWatcher> watcher_;
-  std::unique_ptr<ReadingQueue> readingQueue_;
-  std::unique_ptr<CodesQueue> codesQueue_;
-  std::unique_ptr<HashQueue> hashQueue_;
+  std::unique_ptr<BackgroundWork> work_;
   RuleMemory ruleMemory_;
-  /// When the catalogue was last found without a shot that needs its codes.
-  std::optional<CatalogueState> noCodesPending_;
-  bool worksInBackground_ = false;
-  bool worksOff_ = false;      ///< workOff() was asked for and has not been answered
-  bool codesWait_ = false;     ///< until text is read
-  bool readingIsDue_ = false;  ///< at the next poll, since a batch could not be written
 };
 
 }  // namespace Nimbrel
