@@ -4,6 +4,7 @@
 #include "Reader/LineMemory.h"
 #include "Reader/LineReader.h"
 #include "Reader/PageLines.h"
+#include "Reader/WorkTime.h"
 
 #include <algorithm>
 #include <atomic>
@@ -77,18 +78,22 @@ TextReader::TextReader(const std::string& languages, std::chrono::seconds longes
   readers.resize(threadCount());
   inThreads(readers.size(), readers.size(),
             [&](std::size_t, std::size_t i) { readers[i] = std::make_unique<LineReader>(languages); });
+  std::erase_if(readers, [](const auto& reader) { return !reader->isReady(); });
 }
 
 TextReader::~TextReader() = default;
 
+bool TextReader::isReady() const { return !engines_->readers.empty(); }
+
 std::vector<TextBlock> TextReader::read(const QImage& picture, const std::vector<QRect>& blanked) {
-  if (picture.width() < 2 || picture.height() < 2 || !engines_->readers.front()->isReady()) return {};
-  const auto end = std::chrono::steady_clock::now() + longest_;
+  if (picture.width() < 2 || picture.height() < 2 || !isReady()) return {};
+  const WorkTime time;
   const auto lines = linesOnPage(picture, blanked);
   const auto order = longestFirst(lines);
+  const auto longest = longest_ * engines_->readers.size();
   std::vector<std::string> texts(lines.size());
   inThreads(engines_->readers.size(), lines.size(), [&](std::size_t thread, std::size_t i) {
-    if (std::chrono::steady_clock::now() >= end) return;
+    if (time.spent() >= longest) return;
     texts[order[i]] = engines_->read(picture, lines[order[i]], *engines_->readers[thread]);
   });
   std::vector<TextBlock> blocks;
