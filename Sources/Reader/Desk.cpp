@@ -7,18 +7,29 @@
 #include <QPainter>
 
 #include <exception>
+#include <utility>
 
 namespace Nimbrel::Reader {
 
 using Wanted = PictureReader::Wanted;
 
-std::optional<PictureReading> Desk::answer(const Request& request) {
+std::optional<PictureReading> Desk::answer(const Request& request, const std::function<void()>& whenBegun) {
+  if (!isAble(request)) return std::nullopt;
+  whenBegun();
   try {
-    if (request.wanted != Wanted::Codes && !hasText(request.languages)) return std::nullopt;
     const auto picture = overWhite(ImageFile::picture(request.path));
     return picture.isNull() ? PictureReading() : read(picture, request.wanted);
   } catch (const std::exception&) {
     return PictureReading();
+  }
+}
+
+bool Desk::isAble(const Request& request) {
+  if (request.wanted == Wanted::Codes) return true;
+  try {
+    return hasText(request.languages);
+  } catch (const std::exception&) {
+    return false;
   }
 }
 
@@ -27,7 +38,10 @@ bool Desk::hasText(const std::vector<std::string>& languages) {
   text_ = nullptr;
   const auto installed = installedLanguages(languages);
   if (installed.empty()) return false;
-  text_ = std::make_unique<TextReader>(installed);
+  auto text = std::make_unique<TextReader>(installed);
+  // There is a model but it does not load: it is being replaced, or was cut short.
+  if (!text->isReady()) return false;
+  text_ = std::move(text);
   wantedLanguages_ = languages;
   return true;
 }

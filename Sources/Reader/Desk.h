@@ -5,6 +5,7 @@
 
 #include <QImage>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,10 +17,13 @@ namespace Nimbrel::Reader {
 class Desk {
  public:
   /// What cannot be decoded, or not read for want of memory, reads as empty. Absent when text is wanted and no model of
-  /// any language is installed.
-  [[nodiscard]] std::optional<PictureReading> answer(const Request& request);
+  /// any language is installed or can be loaded. `whenBegun` is called once all is loaded, before the picture is looked
+  /// at: from then on it is the picture's fault if this process ends.
+  [[nodiscard]] std::optional<PictureReading> answer(
+      const Request& request, const std::function<void()>& whenBegun = [] {});
 
  private:
+  [[nodiscard]] bool isAble(const Request& request);
   [[nodiscard]] bool hasText(const std::vector<std::string>& languages);
   [[nodiscard]] PictureReading read(const QImage& picture, PictureReader::Wanted wanted);
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 /// What Nimbrel and its child process nimbrel-reader say to each other: one JSON object a line. The child says `ready`
-/// once, then answers each request on its standard input on its standard output, in order: with a reading, or with the
-/// word that nothing here can read text.
+/// once, then answers each request on its standard input on its standard output, in order: with `begun` before it looks
+/// at the picture and a reading after that, or with the word that nothing here can read text.
 namespace Nimbrel::Reader {
 
 struct Request {
@@ -27,6 +27,7 @@ struct Answer {
 };
 
 inline constexpr std::string_view ready = R"({"ready":true})";
+inline constexpr std::string_view begun = R"({"begun":true})";
 
 /// A line without its end.
 [[nodiscard]] std::string encoded(const Request& request);

@@ -42,7 +42,9 @@ int main(int argc, char** argv) {
   Reader::Desk desk;
   for (std::string line; std::getline(std::cin, line);) {
     const auto request = Reader::decodedRequest(line);
-    if (!say(output, Reader::encoded(Reader::Answer{request ? desk.answer(*request) : PictureReading()}))) return 1;
+    const auto tellBegun = [output] { static_cast<void>(say(output, std::string(Reader::begun))); };
+    const Reader::Answer answer{request ? desk.answer(*request, tellBegun) : PictureReading()};
+    if (!say(output, Reader::encoded(answer))) return 1;
   }
   return 0;
 }

@@ -1,9 +1,12 @@
 #include "Reader/Desk.h"
 
 #include "Support/CodePictures.h"
+#include "Support/EnvironmentVariable.h"
 #include "Support/TemporaryFolder.h"
 
+#include <QBuffer>
 #include <QPainter>
+#include <QTransform>
 
 #include <gmock/gmock.h>
 
@@ -11,9 +14,12 @@ namespace Nimbrel::Reader {
 namespace {
 
 using ::testing::ElementsAre;
+using Testing::EnvironmentVariable;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
+using ::testing::SizeIs;
+using Testing::TemporaryFolder;
 using Wanted = PictureReader::Wanted;
 
 class DeskTest : public ::testing::Test {
@@ -40,7 +46,7 @@ class DeskTest : public ::testing::Test {
     return text;
   }
 
-  Testing::TemporaryFolder folder_;
+  TemporaryFolder folder_;
   Desk desk_;
 };
 
@@ -73,6 +79,59 @@ TEST_F(DeskTest, ReadsInALanguageThatIsInstalledWhenNoneOfThoseWantedIs) {
   const auto reading = desk_.answer({page(), Wanted::Text, {"xxx", "osd", "equ"}});
   ASSERT_TRUE(reading);
   EXPECT_THAT(reading->blocks, Not(IsEmpty()));
+}
+
+TEST_F(DeskTest, SaysNothingOfAPictureWhenTheModelDoesNotLoad) {
+  const auto path = page();
+  const auto doNotBegin = [] { ADD_FAILURE() << "the picture would be blamed"; };
+  {
+    const TemporaryFolder models;
+    const EnvironmentVariable variable("TESSDATA_PREFIX", models.path());
+    for (const auto& content : {std::string(), std::string("no model"), std::string(5000, '\0')}) {
+      models.write("eng.traineddata", content);
+      EXPECT_FALSE(desk_.answer({path, Wanted::TextAndCodes, {"eng"}}, doNotBegin));
+    }
+    EXPECT_TRUE(desk_.answer({path, Wanted::Codes, {"eng"}})) << "codes need no model";
+  }
+  const auto reading = desk_.answer({path, Wanted::Text, {"eng"}});
+  ASSERT_TRUE(reading);
+  EXPECT_EQ(textOf(*reading), "Departure from Hamburg at noon\n") << "once the model is whole";
+}
+
+TEST_F(DeskTest, TellsBeforeItLooksAtThePicture) {
+  int told = 0;
+  const auto reading = desk_.answer({folder_.path("page.png"), Wanted::Codes, {}}, [&] {
+    ++told;
+    static_cast<void>(page());
+  });
+  EXPECT_EQ(told, 1);
+  ASSERT_TRUE(reading);
+  EXPECT_THAT(reading->codes, ElementsAre("mail@example.org"));
+}
+
+TEST_F(DeskTest, PlacesTheTextOfATurnedPictureWhereItStandsUpright) {
+  const auto upright = desk_.answer({page(), Wanted::Text, {"eng"}});
+  QImage stored = QImage(QString::fromStdString(folder_.path("page.png"))).transformed(QTransform().rotate(-90));
+  QBuffer jpeg;
+  ASSERT_TRUE(stored.save(&jpeg, "JPG", 95));
+  // A segment behind the first two bytes, which says that the picture is to be turned to the right.
+  const QByteArray exif(
+      "\xFF\xE1\0\x22"
+      "Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0\x06\0\0\0\0\0\0\0",
+      36);
+  const auto path = folder_.write("turned.jpg", QByteArray(jpeg.data()).insert(2, exif).toStdString());
+  const auto turned = desk_.answer({path, Wanted::Text, {"eng"}});
+  ASSERT_TRUE(upright && turned);
+  ASSERT_THAT(upright->blocks, SizeIs(1));
+  ASSERT_THAT(turned->blocks, SizeIs(1));
+  EXPECT_EQ(turned->blocks[0].text, "Departure from Hamburg at noon");
+  const auto& expected = upright->blocks[0].rect;
+  const auto& rect = turned->blocks[0].rect;
+  constexpr double tolerance = .01;
+  EXPECT_NEAR(rect.left(), expected.left(), tolerance);
+  EXPECT_NEAR(rect.top(), expected.top(), tolerance);
+  EXPECT_NEAR(rect.width(), expected.width(), tolerance);
+  EXPECT_NEAR(rect.height(), expected.height(), tolerance);
 }
 
 TEST_F(DeskTest, AnswersWithNothingForWhatIsNoWholePicture) {
