@@ -1,5 +1,6 @@
 // With the real child process: what it makes of pictures that it can read, that it dies over, and that it hangs at.
 
+#include "Linux/Reading/AttemptJournal.h"
 #include "Linux/Reading/ReaderProcess.h"
 
 #include "Support/CodePictures.h"
@@ -8,11 +9,14 @@
 #include "Support/TemporaryFolder.h"
 #include "Support/Waiting.h"
 
+#include <QPainter>
+
 #include <gmock/gmock.h>
 
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
@@ -20,6 +24,7 @@
 #include <iterator>
 #include <memory>
 #include <optional>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -74,6 +79,19 @@ class ReaderProcessTest : public ::testing::Test {
     return path;
   }
 
+  /// One that takes the child a while.
+  [[nodiscard]] std::string slowCode(const std::string& name, const std::string& payload) const {
+    QImage image(2000, 2000, QImage::Format_Grayscale8);
+    std::mt19937 noise(1);
+    for (int y = 0; y < image.height(); ++y) {
+      std::generate_n(image.scanLine(y), image.width(), [&] { return static_cast<uchar>(noise()); });
+    }
+    QPainter(&image).drawImage(0, 0, onPage(codePicture(ZXing::BarcodeFormat::QRCode, payload), {400, 300}));
+    const auto path = folder_.path(name);
+    EXPECT_TRUE(image.save(QString::fromStdString(path)));
+    return path;
+  }
+
   /// Asks for the codes; the answers are collected in order.
   void ask(PictureReader& reader, const std::string& path) {
     reader.read(&context_, path, Wanted::Codes, [this](Reading reading) { answers_.push_back(std::move(reading)); });
@@ -93,13 +111,20 @@ class ReaderProcessTest : public ::testing::Test {
     return children.empty() ? -1 : children[0];
   }
 
-  /// Begins a picture with a child that is stopped, and ends the child.
-  void dieOver(PictureReader& reader, const std::string& path) {
+  /// Asks for a slow picture and stops the child, which is left, over it.
+  pid_t stopOver(PictureReader& reader, const std::string& path) {
     const auto child = runningChild(reader);
-    const auto before = answers_.size();
-    ASSERT_EQ(::kill(child, SIGSTOP), 0);
+    const AttemptJournal journal(options().journal);
+    const int attempts = journal.attempts(path);
     ask(reader, path);
-    runEventLoopFor(20ms);
+    EXPECT_TRUE(waitUntil([&] { return journal.attempts(path) > attempts; }));
+    EXPECT_EQ(::kill(child, SIGSTOP), 0);
+    return child;
+  }
+
+  void dieOver(PictureReader& reader, const std::string& path) {
+    const auto child = stopOver(reader, path);
+    const auto before = answers_.size();
     ASSERT_EQ(::kill(child, SIGKILL), 0);
     ASSERT_TRUE(answered(before + 1));
     EXPECT_EQ(answers_.back(), Reading(PictureReading()));
@@ -152,11 +177,8 @@ TEST_F(ReaderProcessTest, StartsNoChildBeforeItIsAsked) {
 
 TEST_F(ReaderProcessTest, GoesOnWithTheNextPictureWhenTheChildDies) {
   const auto reader = open();
-  const auto child = runningChild(*reader);
-  ASSERT_EQ(::kill(child, SIGSTOP), 0);
-  ask(*reader, code("second.png", "second"));
+  const auto child = stopOver(*reader, slowCode("second.png", "second"));
   ask(*reader, code("third.png", "third"));
-  runEventLoopFor(20ms);
   ASSERT_EQ(::kill(child, SIGSEGV), 0);
   ASSERT_EQ(::kill(child, SIGCONT), 0);
   ASSERT_TRUE(answered(3));
@@ -164,10 +186,8 @@ TEST_F(ReaderProcessTest, GoesOnWithTheNextPictureWhenTheChildDies) {
 }
 
 TEST_F(ReaderProcessTest, GoesOnWithTheNextPictureWhenOneTakesTooLong) {
-  const auto reader = open(2s);
-  const auto child = runningChild(*reader);
-  ASSERT_EQ(::kill(child, SIGSTOP), 0);
-  ask(*reader, code("second.png", "second"));
+  const auto reader = open(1s);
+  const auto child = stopOver(*reader, slowCode("second.png", "second"));
   ask(*reader, code("third.png", "third"));
   ASSERT_TRUE(answered(3));
   EXPECT_THAT(answers_, ElementsAre(codes("first"), PictureReading(), codes("third")));
@@ -185,7 +205,7 @@ TEST_F(ReaderProcessTest, StartsAnewAfterAChildThatDiedIdle) {
 }
 
 TEST_F(ReaderProcessTest, DoesNotTryAPictureAgainThatItDiedOverThreeTimes) {
-  const auto bad = code("bad.png", "bad");
+  const auto bad = slowCode("bad.png", "bad");
   {
     const auto reader = open();
     for (int death = 0; death < 3; ++death) dieOver(*reader, bad);
@@ -206,7 +226,7 @@ TEST_F(ReaderProcessTest, DoesNotTryAPictureAgainThatItDiedOverThreeTimes) {
 }
 
 TEST_F(ReaderProcessTest, ForgetsADeathOnceThePictureWasRead) {
-  const auto path = code("once.png", "once");
+  const auto path = slowCode("once.png", "once");
   const auto reader = open();
   for (int round = 0; round < 4; ++round) {
     dieOver(*reader, path);
@@ -216,14 +236,60 @@ TEST_F(ReaderProcessTest, ForgetsADeathOnceThePictureWasRead) {
   }
 }
 
-TEST_F(ReaderProcessTest, CountsACleanEndAgainstNoPicture) {
+TEST_F(ReaderProcessTest, CountsADeathAgainstNoPictureBeforeItWasLookedAt) {
   const auto path = code("picture.png", "picture");
+  const auto reader = open();
+  const auto child = runningChild(*reader);
+  ASSERT_EQ(::kill(child, SIGSTOP), 0);
+  ask(*reader, path);
+  runEventLoopFor(20ms);
+  ASSERT_EQ(::kill(child, SIGKILL), 0);
+  ASSERT_TRUE(answered(2));
+  EXPECT_EQ(answers_.back(), codes("picture"));
+}
+
+TEST_F(ReaderProcessTest, CountsTheDeathOfAnIdleChildAgainstNoPicture) {
+  const auto path = code("picture.png", "picture");
+  const auto reader = open();
+  const auto child = runningChild(*reader);
+  ASSERT_EQ(::kill(child, SIGKILL), 0);
+  ask(*reader, path);  // before its end could be noticed
+  ASSERT_TRUE(answered(2));
+  EXPECT_EQ(answers_.back(), codes("picture"));
+}
+
+TEST_F(ReaderProcessTest, ReadsThePictureThatTookThePlaceOfTheOneBeingRead) {
+  const auto reader = open();
+  const auto child = stopOver(*reader, slowCode("picture.png", "old"));
+  std::filesystem::rename(code("fresh.png", "new"), folder_.path("picture.png"));
+  ASSERT_EQ(::kill(child, SIGCONT), 0);
+  ASSERT_TRUE(answered(2));
+  EXPECT_EQ(answers_.back(), codes("new"));
+}
+
+TEST_F(ReaderProcessTest, ReadsAPictureAgainThatWasWrittenAnewMeanwhile) {
+  const auto reader = open();
+  const auto child = stopOver(*reader, slowCode("picture.png", "old"));
+  folder_.write("picture.png", contentOf(code("fresh.png", "new")));
+  ASSERT_EQ(::kill(child, SIGCONT), 0);
+  ASSERT_TRUE(answered(2));
+  EXPECT_EQ(answers_.back(), codes("new"));
+}
+
+TEST_F(ReaderProcessTest, ReadsThePictureThatTookThePlaceOfOneItDiedOver) {
+  const auto reader = open();
+  const auto child = stopOver(*reader, slowCode("picture.png", "old"));
+  folder_.write("picture.png", contentOf(code("fresh.png", "new")));
+  ASSERT_EQ(::kill(child, SIGKILL), 0);
+  ASSERT_TRUE(answered(2));
+  EXPECT_EQ(answers_.back(), codes("new"));
+}
+
+TEST_F(ReaderProcessTest, CountsACleanEndAgainstNoPicture) {
+  const auto path = slowCode("picture.png", "picture");
   for (int end = 0; end < 4; ++end) {
     const auto reader = open();
-    const auto child = runningChild(*reader);
-    ASSERT_EQ(::kill(child, SIGSTOP), 0);
-    ask(*reader, path);
-    runEventLoopFor(10ms);
+    stopOver(*reader, path);
   }
   answers_.clear();
   const auto reader = open();

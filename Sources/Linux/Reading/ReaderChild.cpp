@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QProcessEnvironment>
 
+#include <ctime>
 #include <string_view>
 #include <utility>
 
@@ -52,6 +53,19 @@ void ReaderChild::ask(const Reader::Request& request) {
   process_->write(QByteArray::fromStdString(Reader::encoded(request) + '\n'));
 }
 
+bool ReaderChild::hasNews() {
+  process_->waitForReadyRead(0);
+  return *untold_ > 0;
+}
+
+std::chrono::nanoseconds ReaderChild::workTime() const {
+  clockid_t clock{};
+  timespec time{};
+  const auto id = static_cast<pid_t>(process_->processId());
+  if (id <= 0 || ::clock_getcpuclockid(id, &clock) != 0 || ::clock_gettime(clock, &time) != 0) return {};
+  return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
 void ReaderChild::takeLines() {
   pending_ += process_->readAllStandardOutput();
   for (auto end = pending_.indexOf('\n'); end >= 0; end = pending_.indexOf('\n')) {
@@ -64,17 +78,25 @@ void ReaderChild::take(std::string_view line) {
   if (!isReady_) {
     isReady_ = line == Reader::ready;
     if (isReady_) tell(events_.ready);
+  } else if (line == Reader::begun) {
+    tell(events_.begun);
   } else if (auto answer = Reader::decodedAnswer(line)) {
     tell([answered = events_.answered, reading = std::move(answer->reading)] { answered(reading); });
   }
 }
 
 void ReaderChild::tell(std::function<void()> event) {
+  ++*untold_;
   // Not sent to the process itself, which the event may destroy.
   QMetaObject::invokeMethod(
       QCoreApplication::instance(),
-      [alive = std::weak_ptr(alive_), event = std::move(event)] {
-        if (!alive.expired()) event();
+      [untold = std::weak_ptr(untold_), event = std::move(event)] {
+        if (const auto count = untold.lock()) {
+          --*count;
+        } else {
+          return;
+        }
+        event();
       },
       Qt::QueuedConnection);
 }

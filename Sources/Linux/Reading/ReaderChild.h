@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QProcess>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,6 +18,7 @@ class ReaderChild {
  public:
   struct Events {
     std::function<void()> ready;                                  ///< once
+    std::function<void()> begun;                                  ///< the child is about to look at the picture
     std::function<void(std::optional<PictureReading>)> answered;  ///< for each request
     std::function<void()> ended;                                  ///< once; also when the program could not be started
   };
@@ -29,6 +31,12 @@ class ReaderChild {
   /// Only when ready, and when the former request was answered.
   void ask(const Reader::Request& request);
 
+  /// Whether an event is under way: it has been read off the child, now at the latest, and comes with the next turns.
+  [[nodiscard]] bool hasNews();
+
+  /// How long the child has worked so far, all its threads together.
+  [[nodiscard]] std::chrono::nanoseconds workTime() const;
+
  private:
   void takeLines();
   void take(std::string_view line);
@@ -39,7 +47,7 @@ class ReaderChild {
   QByteArray pending_;
   bool isReady_ = false;
   bool hasEnded_ = false;
-  std::shared_ptr<const int> alive_ = std::make_shared<const int>(0);
+  std::shared_ptr<int> untold_ = std::make_shared<int>(0);  ///< events under way; they know by it whether this is alive
 };
 
 }  // namespace Nimbrel
