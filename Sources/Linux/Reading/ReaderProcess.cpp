@@ -136,6 +136,7 @@ class ReaderProcess final : public PictureReader {
   void take(std::optional<PictureReading> reading) {
     if (!current_) return;
     limit_.stop();
+    lostBeginnings_ = 0;
     if (reading) {
       journal_.finish(current_->request.path);
       if (isReplaced()) return repeat();
