@@ -4,9 +4,14 @@
 
 #include <gmock/gmock.h>
 
+#include <unicode/normalizer2.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
 #include <algorithm>
 #include <functional>
 #include <future>
+#include <random>
 #include <vector>
 
 namespace Nimbrel::NameOrder {
@@ -169,6 +174,57 @@ TEST(ContainsIgnoringCase, TheLettersIAreThoseOfTheUsersLanguage) {
   EXPECT_TRUE(containsIgnoringCase("FILE", "file"));
   EXPECT_TRUE(under("tr_TR.UTF-8", [] { return containsIgnoringCase("DİZİ", "dizi"); }));
   EXPECT_FALSE(under("tr_TR.UTF-8", [] { return containsIgnoringCase("FILE", "file"); }));
+}
+
+/// The same by the library's own search in characters, which folds both texts each time.
+bool containsInCharacters(const std::string& text, const std::string& words) {
+  UErrorCode status = U_ZERO_ERROR;
+  const auto* composing = icu::Normalizer2::getNFCInstance(status);
+  const auto folded = [&](const std::string& bytes) {
+    const auto composed = composing->normalize(icu::UnicodeString::fromUTF8(bytes), status);
+    return composing->normalize(icu::UnicodeString(composed).foldCase(), status);
+  };
+  const auto where = folded(text);
+  const auto what = folded(words);
+  if (what.isEmpty()) return false;
+  for (auto hit = where.indexOf(what); hit >= 0; hit = where.indexOf(what, hit + 1)) {
+    const auto end = hit + what.length();
+    if (end >= where.length() || u_getCombiningClass(where.char32At(end)) == 0) return true;
+  }
+  return false;
+}
+
+TEST(FoldedText, AnswersAsASearchInFoldedCharactersDoes) {
+  const std::vector<std::string> letters{"a",          "A",          "b",          "I",      "i",      "\u0131",
+                                         "\u0130",     "k",          "\u212A",     "\u00DF", "s",      "S",
+                                         "\u017F",     "\u00E9",     "e",          "\u0301", "\u0323", "x",
+                                         "\u0302",     "\u03C3",     "\u03C2",     "\u03A3", "\uFB01", "f",
+                                         "\U00010400", "\U00010428", "\U0001F600", "\xFF",   "\xC3",   "\xED\xA0\x80",
+                                         " ",          "\n",         "\uAC00",     "\u1100", "\u1161"};
+  std::mt19937 random(5);
+  const auto someOf = [&](std::size_t most) {
+    std::string text;
+    for (auto left = random() % (most + 1); left > 0; --left) text += letters[random() % letters.size()];
+    return text;
+  };
+  int found = 0;
+  for (int i = 0; i < 20'000; ++i) {
+    const auto text = someOf(12);
+    const auto words = someOf(3);
+    const bool contains = FoldedText(text).contains(FoldedText(words));
+    EXPECT_EQ(contains, containsInCharacters(text, words)) << text << " / " << words;
+    EXPECT_EQ(contains, containsIgnoringCase(text, words)) << text << " / " << words;
+    found += contains ? 1 : 0;
+  }
+  EXPECT_GT(found, 1000);
+}
+
+TEST(FoldedText, IsMadeOnceForManySearches) {
+  const FoldedText text("Überweisung nach Zürich");
+  EXPECT_TRUE(text.contains(FoldedText("ZU\u0308RICH")));
+  EXPECT_TRUE(text.contains(FoldedText("überweisung")));
+  EXPECT_FALSE(text.contains(FoldedText("zurich")));
+  EXPECT_FALSE(text.contains(FoldedText("")));
 }
 
 }  // namespace

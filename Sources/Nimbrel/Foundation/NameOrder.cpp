@@ -1,6 +1,8 @@
 #include "Foundation/NameOrder.h"
 
+#include "Foundation/Text.h"
 #include "Foundation/UserLocale.h"
+#include "Foundation/Utf8.h"
 
 #include <unicode/coll.h>
 #include <unicode/normalizer2.h>
@@ -47,8 +49,11 @@ bool hasTwoLettersI() {
   return has;
 }
 
-/// The text in a form in which equal characters have equal codes, whatever their case and spelling.
-icu::UnicodeString folded(std::string_view text) {
+bool isAscii(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+icu::UnicodeString foldedCharacters(std::string_view text) {
   UErrorCode status = U_ZERO_ERROR;
   const auto* composing = icu::Normalizer2::getNFCInstance(status);
   auto characters = icu::UnicodeString::fromUTF8(piece(text));
@@ -59,18 +64,16 @@ icu::UnicodeString folded(std::string_view text) {
   return composing->normalize(characters, status);
 }
 
-/// Whether a character ends at this place, so that no mark of it follows.
-bool isEndOfCharacter(const icu::UnicodeString& text, std::int32_t position) {
-  return position >= text.length() || u_getCombiningClass(text.char32At(position)) == 0;
+std::string folded(std::string_view text) {
+  if (!hasTwoLettersI() && isAscii(text)) return Text::asciiLowered(text);
+  std::string bytes;
+  foldedCharacters(text).toUTF8String(bytes);
+  return bytes;
 }
 
-bool isAscii(std::string_view text) {
-  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-bool containsAscii(std::string_view text, std::string_view words) {
-  const auto lowered = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return !std::ranges::search(text, words, {}, lowered, lowered).empty();
+/// Whether a character ends before this text, so that no mark of it follows.
+bool endsBefore(std::string_view text) {
+  return text.empty() || u_getCombiningClass(static_cast<UChar32>(Utf8::first(text).code)) == 0;
 }
 
 }  // namespace
@@ -95,12 +98,17 @@ std::string sortKey(std::string_view name) {
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view words) {
-  if (words.empty()) return false;
-  if (!hasTwoLettersI() && isAscii(words) && isAscii(text)) return containsAscii(text, words);
-  const auto where = folded(text);
-  const auto what = folded(words);
-  for (auto hit = where.indexOf(what); hit >= 0; hit = where.indexOf(what, hit + 1)) {
-    if (isEndOfCharacter(where, hit + what.length())) return true;
+  return FoldedText(text).contains(FoldedText(words));
+}
+
+FoldedText::FoldedText(std::string_view text) : folded_(folded(text)) {}
+
+bool FoldedText::contains(const FoldedText& words) const {
+  const std::string_view where = folded_;
+  const std::string_view what = words.folded_;
+  if (what.empty()) return false;
+  for (auto hit = where.find(what); hit != std::string_view::npos; hit = where.find(what, hit + 1)) {
+    if (endsBefore(where.substr(hit + what.size()))) return true;
   }
   return false;
 }

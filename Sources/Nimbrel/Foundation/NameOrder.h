@@ -18,4 +18,17 @@ namespace Nimbrel::NameOrder {
 /// spelled in two ways is the same. Empty words are in no text.
 [[nodiscard]] bool containsIgnoringCase(std::string_view text, std::string_view words);
 
+/// A text made ready for many searches, or words that are looked for in many texts: making it costs more than the
+/// search. A plain value.
+class FoldedText {
+ public:
+  explicit FoldedText(std::string_view text);
+
+  /// What containsIgnoringCase() says of the texts that the two were made of.
+  [[nodiscard]] bool contains(const FoldedText& words) const;
+
+ private:
+  std::string folded_;  ///< UTF-8 in which equal characters have equal bytes, whatever their case and spelling
+};
+
 }  // namespace Nimbrel::NameOrder
