@@ -63,7 +63,7 @@ TEST_F(HeadlessRunTest, AnApplicationStandsInBrackets) {
   {
     const auto store = home_.open(ProcessRole::tool);
     store->importFiles({path});
-    store->database().setApp(store->shots().front()->id, "Terminal", "", true);
+    store->database().setApp(store->shots().front()->id, "Terminal", "", Database::Trusted::Yes);
   }
   EXPECT_EQ(linesOf(run({QStringLiteral("--scan")}).output).at(2),
             "  Nov 14, 2023, 10:13\u202FPM  Screenshot 1.png  10 bytes  [Terminal]");

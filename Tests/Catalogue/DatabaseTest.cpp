@@ -189,7 +189,7 @@ TEST_F(DatabaseTest, CodesKeepEmptyPiecesAndSplitAtLineFeeds) {
 
 TEST_F(DatabaseTest, SettingThePathSetsTheName) {
   const auto id = database_->insert(found("/s/a.png"));
-  database_->setPath(id, "/library/2026/b c.png", true);
+  database_->setPath(id, "/library/2026/b c.png", Database::Filed::Yes);
   const auto shot = database_->shot(id);
   EXPECT_EQ(shot->path, "/library/2026/b c.png");
   EXPECT_EQ(shot->name, "b c.png");
@@ -200,7 +200,7 @@ TEST_F(DatabaseTest, ARowOfAVanishedFileGivesItsPathToTheFileThatMovesThere) {
   const auto vanished = database_->insert(found("/s/a.png"));
   const auto moved = database_->insert(found("/s/b.png"));
   database_->setNote(vanished, "unmistakable");
-  database_->setPath(moved, "/s/a.png", true);
+  database_->setPath(moved, "/s/a.png", Database::Filed::Yes);
   EXPECT_FALSE(database_->shot(vanished).has_value());
   EXPECT_EQ(database_->shot(moved)->path, "/s/a.png");
   EXPECT_THAT(*database_->searchIDs("unmistakable"), IsEmpty());
@@ -209,13 +209,13 @@ TEST_F(DatabaseTest, ARowOfAVanishedFileGivesItsPathToTheFileThatMovesThere) {
 
 TEST_F(DatabaseTest, SettingThePathOfNoRowCostsNoOther) {
   const auto id = database_->insert(found("/s/a.png"));
-  database_->setPath(id + 1, "/s/a.png", true);
+  database_->setPath(id + 1, "/s/a.png", Database::Filed::Yes);
   EXPECT_FALSE(database_->shot(id)->filed);
 }
 
 TEST_F(DatabaseTest, SettingThePathThatARowHasKeepsIt) {
   const auto id = database_->insert(found("/s/a.png"));
-  database_->setPath(id, "/s/a.png", true);
+  database_->setPath(id, "/s/a.png", Database::Filed::Yes);
   EXPECT_TRUE(database_->shot(id)->filed);
 }
 
@@ -226,7 +226,7 @@ TEST_F(DatabaseTest, EachSetterWritesItsColumns) {
   database_->setShownName(id, "Mine");
   database_->setHash(id, -5);
   database_->setOCR(id, "text", {"Token", "Email"});
-  database_->setApp(id, "Editor", "org.example.editor", true);
+  database_->setApp(id, "Editor", "org.example.editor", Database::Trusted::Yes);
   auto expected = found("/s/a.png");
   expected.id = id;
   expected.favorite = true;

@@ -79,7 +79,7 @@ TEST_F(SearchTest, ANoteIsFoundAtOnce) {
 TEST_F(SearchTest, TagsAndTheAttributedApplicationAreFoundButNotItsOverride) {
   const auto id = insert("a.png");
   database_->setTags(id, {"urgent"});
-  database_->setApp(id, "Terminal", "", true);
+  database_->setApp(id, "Terminal", "", Database::Trusted::Yes);
   database_->setShownName(id, "Console");
   EXPECT_THAT(*database_->searchIDs("urgent term"), UnorderedElementsAre(id));
   EXPECT_THAT(*database_->searchIDs("console"), IsEmpty());

@@ -121,7 +121,7 @@ TEST_F(CodesQueueTest, AShotWhosePathChangesWhileItIsLookedAtIsLookedAtAtItsNewP
   queue_.start();
   ASSERT_TRUE(wasAsked(1));
   std::filesystem::rename(pathOf("a.png"), pathOf("moved.png"));
-  database_->setPath(id, pathOf("moved.png"), true);
+  database_->setPath(id, pathOf("moved.png"), Database::Filed::Yes);
   reader_.answer(PictureReading{});
   ASSERT_TRUE(wasAsked(2));
   EXPECT_EQ(reader_.paths().back(), pathOf("moved.png"));

@@ -32,7 +32,7 @@ class FilingFixture : public ::testing::Test {
   }
 
   static void attribute(Store& store, const std::string& name, std::string_view application) {
-    store.database().setApp(shotNamed(store, name)->id, application, "", true);
+    store.database().setApp(shotNamed(store, name)->id, application, "", Database::Trusted::Yes);
     store.reload();
   }
 

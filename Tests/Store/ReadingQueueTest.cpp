@@ -196,7 +196,7 @@ TEST_F(ReadingQueueTest, AShotWhosePathChangesWhileItIsReadIsReadAtItsNewPlace) 
   queue_.start();
   ASSERT_TRUE(wasAsked(1));
   std::filesystem::rename(pathOf("a.png"), pathOf("moved.png"));
-  database_->setPath(id, pathOf("moved.png"), true);
+  database_->setPath(id, pathOf("moved.png"), Database::Filed::Yes);
   reader_.answer(PictureReading{});
   ASSERT_TRUE(wasAsked(2));
   EXPECT_FALSE(database_->shot(id)->ocrDone);
@@ -211,7 +211,7 @@ TEST_F(ReadingQueueTest, AShotFiledBeforeItsTurnIsReadAtItsNewPlace) {
   const auto id = add("a.png");
   queue_.start();
   std::filesystem::rename(pathOf("a.png"), pathOf("moved.png"));
-  database_->setPath(id, pathOf("moved.png"), true);
+  database_->setPath(id, pathOf("moved.png"), Database::Filed::Yes);
   ASSERT_TRUE(wasAsked(1));
   EXPECT_THAT(reader_.paths(), ElementsAre(pathOf("moved.png")));
 }

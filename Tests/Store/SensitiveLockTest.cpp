@@ -191,7 +191,7 @@ TEST_F(SensitiveLock, WithNothingUnlockedLockingSeesWhatWasWrittenMeanwhile) {
 }
 
 TEST_F(SensitiveLock, AProtectedShotIsInNoGroupUntilItIsUnlocked) {
-  store_->database().setApp(shot("secret.png")->id, "Vault", "", true);
+  store_->database().setApp(shot("secret.png")->id, "Vault", "", Database::Trusted::Yes);
   store_->reload();
   EXPECT_EQ(store_->derived().contentOf(shot("secret.png")->id).key, "unknown");
   unlock("secret.png");
@@ -203,7 +203,7 @@ TEST_F(SensitiveLock, AProtectedShotIsInNoGroupUntilItIsUnlocked) {
 }
 
 TEST_F(SensitiveLock, LeavingAGroupOfProtectedShotsAloneShowsAllShots) {
-  store_->database().setApp(shot("secret.png")->id, "Vault", "", true);
+  store_->database().setApp(shot("secret.png")->id, "Vault", "", Database::Trusted::Yes);
   store_->reload();
   unlock("secret.png");
   store_->setFilter({Filter::Content{"app:vault", "Vault"}});
@@ -213,7 +213,8 @@ TEST_F(SensitiveLock, LeavingAGroupOfProtectedShotsAloneShowsAllShots) {
 
 TEST_F(SensitiveLock, LeavingAGroupThatStandsWithoutTheProtectedShotsKeepsIt) {
   const Filter vault{Filter::Content{"app:vault", "Vault"}};
-  for (const auto* name : {"secret.png", "clear.png"}) store_->database().setApp(shot(name)->id, "Vault", "", true);
+  for (const auto* name : {"secret.png", "clear.png"})
+    store_->database().setApp(shot(name)->id, "Vault", "", Database::Trusted::Yes);
   store_->reload();
   unlock("secret.png");
   store_->setFilter(vault);

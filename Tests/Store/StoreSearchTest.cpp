@@ -175,8 +175,8 @@ TEST_F(StoreSearchTest, QuickFindLeavesTheSearchAloneAndTheFilterPlaysNoPart) {
 }
 
 TEST_F(StoreSearchTest, ContentFiltersShowTheShotsOfTheirGroup) {
-  store_->database().setApp(add("a.png"), "Firefox", "org.mozilla.firefox", true);
-  store_->database().setApp(add("b.png"), "Firefox", "org.mozilla.firefox", true);
+  store_->database().setApp(add("a.png"), "Firefox", "org.mozilla.firefox", Database::Trusted::Yes);
+  store_->database().setApp(add("b.png"), "Firefox", "org.mozilla.firefox", Database::Trusted::Yes);
   add("c.png");
   store_->reload();
   ASSERT_EQ(store_->derived().contentGroups().size(), 1U);
@@ -186,9 +186,9 @@ TEST_F(StoreSearchTest, ContentFiltersShowTheShotsOfTheirGroup) {
 }
 
 TEST_F(StoreSearchTest, AStackThatWasDissolvedByAReloadShowsNothing) {
-  store_->database().setApp(add("a.png"), "Firefox", "org.mozilla.firefox", true);
+  store_->database().setApp(add("a.png"), "Firefox", "org.mozilla.firefox", Database::Trusted::Yes);
   const auto second = add("b.png");
-  store_->database().setApp(second, "Firefox", "org.mozilla.firefox", true);
+  store_->database().setApp(second, "Firefox", "org.mozilla.firefox", Database::Trusted::Yes);
   store_->reload();
   ASSERT_EQ(store_->derived().shotStacks().size(), 1U);
   const auto stack = store_->derived().shotStacks()[0];

@@ -99,7 +99,7 @@ TEST_F(Trashing, AFailureLeavesTheCatalogueAloneAndTheNextScanDropsWhatIsGone) {
 TEST_F(Trashing, ARowWhoseFileHasMovedMeanwhileStays) {
   const auto trashed = shots({1});
   store_->trash(trashed);
-  store_->database().setPath(trashed.front()->id, home_.addFile(home_.inLibrary("b.png")), true);
+  store_->database().setPath(trashed.front()->id, home_.addFile(home_.inLibrary("b.png")), Database::Filed::Yes);
   trash_->succeed();
   EXPECT_EQ(shotNamed(*store_, "b.png")->id, trashed.front()->id);
 }

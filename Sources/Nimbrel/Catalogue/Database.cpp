@@ -207,10 +207,10 @@ ShotID Database::otherAt(std::string_view path, ShotID id) const {
   return row.step() ? row.integer(0) : 0;
 }
 
-void Database::setPath(ShotID id, std::string_view path, bool filed) {
+void Database::setPath(ShotID id, std::string_view path, Filed filed) {
   if (const auto other = otherAt(path, id); other != 0) remove(other, IgnorePath::No);
   Statement(db_, "UPDATE shots SET path = ?, name = ?, filed = ? WHERE id = ?",
-            {path, FilePath::lastComponent(path), filed, id})
+            {path, FilePath::lastComponent(path), filed == Filed::Yes, id})
       .step();
   reindex(id);
 }
@@ -253,9 +253,9 @@ void Database::setOCR(ShotID id, std::string_view text, const std::vector<std::s
   reindex(id);
 }
 
-void Database::setApp(ShotID id, std::string_view name, std::string_view bundleID, bool trusted) {
+void Database::setApp(ShotID id, std::string_view name, std::string_view bundleID, Trusted trusted) {
   Statement(db_, "UPDATE shots SET appName = ?, bundleID = ?, appAttributionTrusted = ? WHERE id = ?",
-            {name, bundleID, trusted, id})
+            {name, bundleID, trusted == Trusted::Yes, id})
       .step();
   reindex(id);
 }

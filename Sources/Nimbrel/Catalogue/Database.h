@@ -62,9 +62,11 @@ class Database {
   /// Adds a shot that was just found: its text, note and marks start empty whatever the record says. Returns the row
   /// id, that of the row with this path where there is one already, or 0 when none could be made.
   ShotID insert(const Shot& shot);
+  /// Whether a file lies in the library.
+  enum class Filed { No, Yes };
   /// The file has moved; the name follows. Another row that has the path is void, since nothing stood there before, and
   /// goes. Does nothing when there is no row of that id.
-  void setPath(ShotID id, std::string_view path, bool filed);
+  void setPath(ShotID id, std::string_view path, Filed filed);
   void setNote(ShotID id, std::string_view note);
   void setTags(ShotID id, const std::vector<std::string>& tags);
   void setFavorite(ShotID id, bool favorite);
@@ -76,7 +78,9 @@ class Database {
   void setHash(ShotID id, std::int64_t hash);
   /// Text and kinds of sensitive data found; recognition is done.
   void setOCR(ShotID id, std::string_view text, const std::vector<std::string>& sensitive);
-  void setApp(ShotID id, std::string_view name, std::string_view bundleID, bool trusted);
+  /// Whether what named the application is believed.
+  enum class Trusted { No, Yes };
+  void setApp(ShotID id, std::string_view name, std::string_view bundleID, Trusted trusted);
   void unignore(std::string_view path);
 
   enum class IgnorePath { No, Yes };

@@ -240,9 +240,9 @@ class Store : public QObject {
 
   [[nodiscard]] bool isSnapshotCurrent() const;
   void reloadIfChanged();
-  bool index(const std::string& path, bool filed);
+  bool index(const std::string& path, Database::Filed filed);
   std::size_t applyScan(const ScanPlan& plan);
-  std::size_t addNewFiles(const std::vector<std::string>& paths, bool filed);
+  std::size_t addNewFiles(const std::vector<std::string>& paths, Database::Filed filed);
   void dropOrphans(const ShotList& unseen);
   void unlock(const ShotList& shots);
 

@@ -71,7 +71,7 @@ std::optional<Error> Store::fileOne(const Shot& shot) {
   if (auto failure = makeFolder(std::string(FilePath::folder(target)))) return failure;
   const auto moved = moveFile(shot, target);
   if (!moved) return moved.error();
-  database_->setPath(shot.id, moved.value(), true);
+  database_->setPath(shot.id, moved.value(), Database::Filed::Yes);
   return std::nullopt;
 }
 
@@ -89,7 +89,7 @@ void Store::rename(const Shot& shot, std::string_view text) {
     setStatus("Rename failed: " + moved.error().message);
     return;
   }
-  database_->setPath(shot.id, moved.value(), shot.filed);
+  database_->setPath(shot.id, moved.value(), shot.filed ? Database::Filed::Yes : Database::Filed::No);
   reload();
 }
 

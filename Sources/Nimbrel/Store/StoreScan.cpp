@@ -28,17 +28,19 @@ void Store::scan() {
 
 std::size_t Store::applyScan(const ScanPlan& plan) {
   const Database::QuickCommits quickly(*database_);
-  const auto added = addNewFiles(plan.newInSources, false) + addNewFiles(plan.newInLibrary, true);
+  const auto added =
+      addNewFiles(plan.newInSources, Database::Filed::No) + addNewFiles(plan.newInLibrary, Database::Filed::Yes);
   dropOrphans(plan.unseen);
   return added;
 }
 
-std::size_t Store::addNewFiles(const std::vector<std::string>& paths, bool filed) {
+std::size_t Store::addNewFiles(const std::vector<std::string>& paths, Database::Filed filed) {
   std::size_t added = 0;
   for (const auto& path : paths) {
     // What is left will be as new at the next start.
     if (Process::isEnding()) break;
-    if ((filed || isScreenshot(path)) && index(path, filed)) ++added;
+    const bool counts = filed == Database::Filed::Yes || isScreenshot(path);
+    if (counts && index(path, filed)) ++added;
   }
   return added;
 }
@@ -50,7 +52,7 @@ void Store::dropOrphans(const ShotList& unseen) {
   }
 }
 
-bool Store::index(const std::string& path, bool filed) {
+bool Store::index(const std::string& path, Database::Filed filed) {
   const auto size = ShotFile::dimensions(path);
   const auto moment = now();
   Shot shot;
@@ -62,8 +64,8 @@ bool Store::index(const std::string& path, bool filed) {
   shot.width = size.width;
   shot.height = size.height;
   shot.captureType = ShotFile::captureType(path);
-  shot.filed = filed;
-  if (tracker_ && !filed) {
+  shot.filed = filed == Database::Filed::Yes;
+  if (tracker_ && !shot.filed) {
     auto application = tracker_->appForCaptureAt(shot.date);
     shot.appAttributionTrusted = !application.name.empty();
     shot.appName = std::move(application.name);
@@ -91,7 +93,8 @@ void Store::importFiles(const std::vector<std::string>& paths) {
   for (const auto& path : paths) {
     if (!ShotFile::hasImageType(path) || FileSystem::isOtherThanFile(path)) continue;
     database_->unignore(path);
-    if (indexed.contains(path) || !index(path, path.starts_with(libraryStart))) continue;
+    const auto filed = path.starts_with(libraryStart) ? Database::Filed::Yes : Database::Filed::No;
+    if (indexed.contains(path) || !index(path, filed)) continue;
     indexed.insert(path);
     ++imported;
   }
