@@ -185,6 +185,20 @@ TEST_F(StoreSearchTest, ContentFiltersShowTheShotsOfTheirGroup) {
   EXPECT_THAT(visible(), ElementsAre("a.png", "b.png"));
 }
 
+TEST_F(StoreSearchTest, AStackShowsTheShotsOfEveryApplicationOfItsTitle) {
+  for (const auto* name : {"a.png", "b.png"}) {
+    store_->database().setApp(add(name), "Editor", "org.example.editor", Database::Trusted::Yes);
+  }
+  for (const auto* name : {"c.png", "d.png"}) {
+    store_->database().setApp(add(name), "Editor", "com.example.editor", Database::Trusted::Yes);
+  }
+  store_->reload();
+  ASSERT_FALSE(store_->derived().shotStacks().empty());
+  const auto stack = store_->derived().shotStacks()[0];
+  store_->setFilter({Filter::Stack{stack.id, stack.title}});
+  EXPECT_THAT(visible(), ElementsAre("a.png", "b.png", "c.png", "d.png"));
+}
+
 TEST_F(StoreSearchTest, AStackThatWasDissolvedByAReloadShowsNothing) {
   store_->database().setApp(add("a.png"), "Firefox", "org.mozilla.firefox", Database::Trusted::Yes);
   const auto second = add("b.png");
