@@ -12,6 +12,11 @@ Shot shotOf(std::string text, std::string name) {
   return shot;
 }
 
+bool matches(const AutomationRule& rule, const Shot& shot, const std::string& sourceTitle) {
+  RuleSubject subject(shot, sourceTitle);
+  return PreparedRule(rule).matches(subject);
+}
+
 const Shot invoice = shotOf("Your Invoice\nof March", "Bill 7.png");
 
 TEST(RuleMatching, ARuleWithOnlyANameAppliesToNothing) {
@@ -48,6 +53,21 @@ TEST(RuleMatching, BothConditionsMustHold) {
   EXPECT_TRUE(matches(rule, invoice, "Safari"));
   EXPECT_FALSE(matches(rule, invoice, "Preview"));
   EXPECT_FALSE(matches(rule, shotOf("x", "y"), "Safari"));
+}
+
+TEST(RuleMatching, OnlyARuleThatIsOnAndHasAConditionCanMatch) {
+  EXPECT_TRUE(PreparedRule({.containsText = "x"}).canMatch());
+  EXPECT_TRUE(PreparedRule({.source = "x"}).canMatch());
+  EXPECT_FALSE(PreparedRule({.containsText = "x", .enabled = false}).canMatch());
+  EXPECT_FALSE(PreparedRule({.containsText = " \n", .source = "\t", .tag = "x"}).canMatch());
+}
+
+TEST(RuleMatching, OneSubjectAnswersManyRules) {
+  RuleSubject subject(invoice, "Safari");
+  EXPECT_TRUE(PreparedRule({.containsText = "INVOICE"}).matches(subject));
+  EXPECT_FALSE(PreparedRule({.containsText = "receipt"}).matches(subject));
+  EXPECT_TRUE(PreparedRule({.containsText = "bill", .source = "SAFARI"}).matches(subject));
+  EXPECT_FALSE(PreparedRule({.containsText = "bill", .source = "preview"}).matches(subject));
 }
 
 }  // namespace

@@ -4,11 +4,13 @@
 
 #include <QSignalSpy>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace Nimbrel {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Testing::shotNamed;
 using Testing::StoreHome;
@@ -65,6 +67,39 @@ TEST_F(Forgetting, AnEmptyListIsReportedAsZero) {
 TEST_F(Forgetting, OneShotIsToldLikeMany) {
   store_->forget({store_->shots().front()});
   EXPECT_EQ(store_->status(), "Removed 1 from the catalogue");
+}
+
+TEST_F(Forgetting, AnotherFileThatGotTheIdMeanwhileStaysAndThePathIsIgnored) {
+  const auto shots = store_->shots();
+  const auto highest = *std::ranges::max_element(shots, {}, [](const ShotPtr& shot) { return shot->id; });
+  const auto other = home_.open(ProcessRole::tool);
+  other->database().remove(highest->id, Database::IgnorePath::No);
+  home_.now += Seconds{1};
+  const auto path = home_.addFile(home_.path("other.png"));
+  other->importFiles({path});
+  ASSERT_EQ(shotNamed(*other, "other.png")->id, highest->id);
+  store_->forget({highest});
+  EXPECT_EQ(shotNamed(*store_, "other.png")->path, path);
+  EXPECT_THAT(store_->database().ignoredPaths(), ElementsAre(highest->path));
+  EXPECT_EQ(store_->status(), "Removed 1 from the catalogue");
+}
+
+TEST_F(Forgetting, AShotWhoseRowIsGoneStaysOut) {
+  const auto path = store_->shots().front()->path;
+  home_.open(ProcessRole::tool)->database().remove(store_->shots().front()->id, Database::IgnorePath::No);
+  store_->forget({store_->shots().front()});
+  store_->scan();
+  EXPECT_THAT(store_->database().ignoredPaths(), ElementsAre(path));
+  EXPECT_EQ(store_->shots().size(), 1U);
+}
+
+TEST_F(Forgetting, AShotThatWasFiledMeanwhileIsForgottenWhereItLies) {
+  const auto former = store_->shots();
+  home_.open(ProcessRole::tool)->file({former.front()});
+  store_->forget({former.front()});
+  EXPECT_EQ(store_->shots().size(), 1U);
+  store_->scan();
+  EXPECT_EQ(store_->shots().size(), 1U);
 }
 
 TEST_F(Forgetting, TellsOfItsChangesOnce) {

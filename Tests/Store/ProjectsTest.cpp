@@ -49,6 +49,33 @@ TEST_F(ProjectsTest, AShotOfTheProjectIsNotWrittenAgain) {
   EXPECT_EQ(store_->status(), "Added to p");
 }
 
+TEST_F(ProjectsTest, TagsThatAnotherProcessGaveAreKept) {
+  const auto other = home_.open(ProcessRole::tool);
+  other->addTag("theirs", other->shots());
+  store_->assignProject("p", store_->shots());
+  EXPECT_THAT(shotNamed(*store_, "a.png")->tags, ElementsAre("theirs", "project:p"));
+}
+
+TEST_F(ProjectsTest, AListenerThatReloadsWhenTheProjectIsNewDisturbsNothing) {
+  const auto other = home_.open(ProcessRole::tool);
+  QObject::connect(&store_->settings(), &Settings::changed, store_.get(), [&] {
+    for (const auto& shot : other->shots()) other->database().setNote(shot->id, "written meanwhile");
+    store_->reload();
+  });
+  store_->assignProject("p", store_->shots());
+  for (const auto* name : {"a.png", "b.png"}) {
+    EXPECT_THAT(shotNamed(*store_, name)->tags, ElementsAre("project:p"));
+    EXPECT_EQ(shotNamed(*store_, name)->note, "written meanwhile");
+  }
+}
+
+TEST_F(ProjectsTest, ACommaInTheNameBecomesABlankInListAndTag) {
+  store_->assignProject("Kitchen,Bath,", store_->shots());
+  EXPECT_THAT(shotNamed(*store_, "a.png")->tags, ElementsAre("project:Kitchen Bath"));
+  EXPECT_THAT(projects(), ElementsAre("Kitchen Bath"));
+  EXPECT_EQ(store_->status(), "Added to Kitchen Bath");
+}
+
 TEST_F(ProjectsTest, ANameOfBlanksDoesNothing) {
   store_->assignProject(" \n\t", store_->shots());
   EXPECT_THAT(tagsOf("a.png"), IsEmpty());

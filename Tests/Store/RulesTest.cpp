@@ -142,6 +142,72 @@ TEST_F(RulesTest, AProjectThatWasTakenOffTheListIsPutBackWithoutAnotherChange) {
   EXPECT_EQ(status.count(), 0);
 }
 
+TEST_F(RulesTest, AProjectIsPutBackEachTimeItIsTakenOff) {
+  add("a.png", "text");
+  apply({{.containsText = "text", .project = "p"}});
+  for (int time = 0; time < 3; ++time) {
+    store_->settings().projects.set({});
+    store_->applyAutomationRules(store_->shots());
+    EXPECT_THAT(projects(), ElementsAre("p")) << time;
+  }
+}
+
+TEST_F(RulesTest, AProjectWhoseTagIsThereAlreadyIsPutBackToo) {
+  add("a.png", "text");
+  store_->database().setTags(shotNamed(*store_, "a.png")->id, {"project:p"});
+  store_->reload();
+  apply({{.containsText = "text", .project = "p"}});
+  store_->settings().projects.set({});
+  store_->applyAutomationRules(store_->shots());
+  EXPECT_THAT(projects(), ElementsAre("p"));
+}
+
+TEST_F(RulesTest, AListenerThatReloadsWhenAProjectIsNewDisturbsNothing) {
+  for (const auto* name : {"a.png", "b.png", "c.png"}) add(name, "text");
+  const auto other = home_.open(ProcessRole::tool);
+  QObject::connect(&store_->settings(), &Settings::changed, store_.get(), [&](const QString& key) {
+    if (key != store_->settings().projects.key()) return;
+    for (const auto& shot : other->shots()) other->database().setNote(shot->id, "written meanwhile");
+    store_->reload();
+  });
+  apply({{.containsText = "text", .tag = "t", .project = "p"}});
+  for (const auto* name : {"a.png", "b.png", "c.png"}) {
+    EXPECT_THAT(tagsOf(name), ElementsAre("t", "project:p"));
+    EXPECT_EQ(shotNamed(*store_, name)->note, "written meanwhile");
+  }
+}
+
+TEST_F(RulesTest, TagsThatAnotherProcessGaveAreKept) {
+  add("a.png", "text");
+  const auto other = home_.open(ProcessRole::tool);
+  other->addTag("theirs", other->shots());
+  apply({{.containsText = "text", .tag = "t"}});
+  EXPECT_THAT(tagsOf("a.png"), ElementsAre("theirs", "t"));
+}
+
+TEST_F(RulesTest, AnotherShotThatGotTheIdMeanwhileIsLeftAlone) {
+  add("a.png", "text");
+  const auto id = shotNamed(*store_, "a.png")->id;
+  const auto other = home_.open(ProcessRole::tool);
+  other->database().remove(id, Database::IgnorePath::No);
+  home_.now += Seconds{1};
+  other->importFiles({home_.addFile(home_.path("other.png"))});
+  ASSERT_EQ(shotNamed(*other, "other.png")->id, id);
+  apply({{.containsText = "text", .tag = "t", .favorite = true}});
+  EXPECT_THAT(tagsOf("other.png"), IsEmpty());
+  EXPECT_FALSE(shotNamed(*store_, "other.png")->favorite);
+}
+
+TEST_F(RulesTest, WithoutRulesNoFormerShotIsKept) {
+  add("a.png", "text");
+  apply({{.containsText = "something else", .tag = "t"}});
+  const std::weak_ptr former = shotNamed(*store_, "a.png");
+  apply({});
+  store_->database().setNote(former.lock()->id, "another value");
+  store_->reload();
+  EXPECT_TRUE(former.expired());
+}
+
 TEST_F(RulesTest, AShotBecomesAFavouriteOnce) {
   add("a.png", "text");
   apply({{.containsText = "text", .favorite = true}, {.containsText = "text", .favorite = true}});
@@ -198,10 +264,11 @@ TEST_F(RulesTest, ASecondPassWritesNothingAndTellsNothing) {
   EXPECT_EQ(shots.count(), 0);
 }
 
-TEST_F(RulesTest, ATagWithACommaIsTwoTagsAndIsAddedOnce) {
+TEST_F(RulesTest, ACommaInTagOrProjectBecomesABlankAndTheTagIsAddedOnce) {
   add("a.png", "text");
-  apply({{.containsText = "text", .tag = "x,y", .project = "p,q"}});
-  EXPECT_THAT(tagsOf("a.png"), ElementsAre("x", "y", "project:p", "q"));
+  apply({{.containsText = "text", .tag = ",x,y,", .project = "p,q"}, {.containsText = "text", .tag = " , "}});
+  EXPECT_THAT(tagsOf("a.png"), ElementsAre("x y", "project:p q"));
+  EXPECT_THAT(projects(), ElementsAre("p q"));
   const auto before = store_->database().ownChanges();
   store_->applyAutomationRules(store_->shots());
   EXPECT_EQ(store_->database().ownChanges(), before);
@@ -247,8 +314,10 @@ TEST_F(RulesTest, AFavouriteThatCannotBeWrittenIsLoggedAndThePassGoesOn) {
   const Testing::LogRecorder log;
   sqlite3* other = nullptr;
   ASSERT_EQ(sqlite3_open(home_.path(".local/share/Nimbrel/nimbrel.sqlite").c_str(), &other), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(other, "ALTER TABLE shots RENAME COLUMN favorite TO elsewhere", nullptr, nullptr, nullptr),
-            SQLITE_OK);
+  ASSERT_EQ(
+      sqlite3_exec(other, "CREATE TRIGGER fault BEFORE UPDATE OF favorite ON shots BEGIN DELETE FROM missing; END",
+                   nullptr, nullptr, nullptr),
+      SQLITE_OK);
   // A connection notices that with the next row it reads.
   static_cast<void>(store_->database().ignoredPaths());
   apply({{.containsText = "text", .tag = "t", .project = "p", .favorite = true}});
@@ -256,6 +325,7 @@ TEST_F(RulesTest, AFavouriteThatCannotBeWrittenIsLoggedAndThePassGoesOn) {
   EXPECT_THAT(log.lines(), ::testing::Contains(
                                ::testing::AllOf(::testing::StartsWith("Nimbrel SQL error: "),
                                                 ::testing::EndsWith(" — UPDATE shots SET favorite = ? WHERE id = ?"))));
+  EXPECT_THAT(tagsOf("a.png"), ElementsAre("t", "project:p"));
   EXPECT_THAT(projects(), ElementsAre("p"));
 }
 

@@ -120,6 +120,47 @@ TEST_F(ScanTest, AFileThatIsGoneLosesItsRowAndIsWelcomeWhenItComesBack) {
   EXPECT_EQ(store->shots().size(), 1U);
 }
 
+TEST_F(ScanTest, ARowThatAnotherProcessMovedStays) {
+  home_.addFile(home_.desktop("Screenshot 1.png"));
+  const auto store = home_.open(ProcessRole::mainApplication);
+  store->scan();
+  const auto other = home_.open(ProcessRole::tool);
+  other->addTag("kept", other->shots());
+  other->fileAll();
+  store->scan();
+  ASSERT_EQ(store->shots().size(), 1U);
+  EXPECT_THAT(store->shots().front()->tags, ElementsAre("kept"));
+}
+
+TEST_F(ScanTest, AnotherFileThatGotTheIdOfOneThatIsGoneStays) {
+  const auto gone = home_.addFile(home_.path("gone.png"));
+  const auto store = home_.open(ProcessRole::mainApplication);
+  store->importFiles({gone});
+  const auto id = store->shots().front()->id;
+  const auto other = home_.open(ProcessRole::tool);
+  other->database().remove(id, Database::IgnorePath::No);
+  other->importFiles({home_.addFile(home_.path("other.png"))});
+  ASSERT_EQ(shotNamed(*other, "other.png")->id, id);
+  other->importFiles({gone});
+  std::filesystem::remove(gone);
+  store->scan();
+  EXPECT_THAT(namesOf(store->shots()), UnorderedElementsAre("gone.png", "other.png")) << "one is gone, under a new id";
+  store->scan();
+  EXPECT_THAT(namesOf(store->shots()), ElementsAre("other.png"));
+}
+
+TEST_F(ScanTest, AScanThatFindsNothingNewFilesWhatWaitsInTheInbox) {
+  home_.addFile(home_.desktop("Screenshot 1.png"));
+  const auto store = home_.open(ProcessRole::mainApplication);
+  store->scan();
+  ASSERT_EQ(store->inboxCount(), 1U);
+  store->settings().autoFile.set(true);
+  store->scan();
+  EXPECT_EQ(store->inboxCount(), 0U);
+  EXPECT_FALSE(std::filesystem::exists(home_.desktop("Screenshot 1.png")));
+  EXPECT_EQ(store->status(), "Filed 1 shot into the library");
+}
+
 TEST_F(ScanTest, AShotOutsideOfAllFoldersStaysWhileItsFileIsThere) {
   const auto path = home_.addFile(home_.path("elsewhere/a.png"));
   const auto store = home_.open(ProcessRole::mainApplication);

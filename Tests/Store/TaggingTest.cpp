@@ -2,6 +2,8 @@
 
 #include <QSignalSpy>
 
+#include <algorithm>
+
 namespace Nimbrel {
 namespace {
 
@@ -63,6 +65,41 @@ TEST_F(Tagging, TagsOfAnotherProcessAreKept) {
   other->addTag("theirs", other->shots());
   store_->addTag("ours", store_->shots());
   EXPECT_THAT(tagsOf("Screenshot 1.png"), ElementsAre("theirs", "ours"));
+}
+
+TEST_F(Tagging, AnotherShotThatGotTheIdMeanwhileIsLeftAlone) {
+  const auto former = store_->shots();
+  const auto highest = *std::ranges::max_element(former, {}, [](const ShotPtr& shot) { return shot->id; });
+  const auto other = home_.open(ProcessRole::tool);
+  other->database().remove(highest->id, Database::IgnorePath::No);
+  home_.now += Seconds{1};
+  other->importFiles({home_.addFile(home_.path("other.png"))});
+  ASSERT_EQ(shotNamed(*other, "other.png")->id, highest->id);
+  store_->addTag("red", former);
+  EXPECT_THAT(tagsOf("other.png"), IsEmpty());
+}
+
+TEST_F(Tagging, RemovingATagTakesEveryEqualOneAndLeavesTheOthers) {
+  store_->database().setTags(shotNamed(*store_, "Screenshot 1.png")->id, {"red", "Red", "red car", "red"});
+  store_->reload();
+  store_->removeTag("red", store_->shots());
+  EXPECT_THAT(tagsOf("Screenshot 1.png"), ElementsAre("Red", "red car"));
+  EXPECT_THAT(tagsOf("Screenshot 2.png"), IsEmpty());
+  EXPECT_THAT(store_->tags(), ElementsAre("Red", "red car"));
+}
+
+TEST_F(Tagging, RemovingATagKeepsThoseThatAnotherProcessGave) {
+  store_->addTag("red", store_->shots());
+  const auto other = home_.open(ProcessRole::tool);
+  other->addTag("theirs", other->shots());
+  store_->removeTag("red", store_->shots());
+  EXPECT_THAT(tagsOf("Screenshot 1.png"), ElementsAre("theirs"));
+}
+
+TEST_F(Tagging, RemovingATagThatIsNotThereWritesNothing) {
+  const auto before = store_->database().ownChanges();
+  store_->removeTag("red", store_->shots());
+  EXPECT_EQ(store_->database().ownChanges(), before);
 }
 
 TEST_F(Tagging, TheTagIsFoundBySearch) {

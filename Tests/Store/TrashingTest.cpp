@@ -115,6 +115,34 @@ TEST_F(Trashing, AnotherFileThatGotTheIdMeanwhileStays) {
   EXPECT_EQ(shotNamed(*store_, "other.png")->id, highest->id);
 }
 
+TEST_F(Trashing, AShotThatAnotherProcessMovedIsLeftAloneAndSoAreTheOthers) {
+  const auto trashed = shots({1, 2});
+  home_.open(ProcessRole::tool)->file({trashed.front()});
+  // What stands at the former path now is none of the shots.
+  home_.addFile(home_.desktop("Screenshot 1.png"));
+  store_->setSelection({trashed.back()->id});
+  store_->trash(trashed);
+  EXPECT_THAT(trash_->asked, IsEmpty());
+  EXPECT_EQ(store_->status(), "Trash failed: It has been moved meanwhile");
+  EXPECT_EQ(store_->selection().size(), 1U);
+}
+
+TEST_F(Trashing, AShotWhoseRowIsGoneIsLeftAlone) {
+  const auto trashed = shots({1});
+  home_.open(ProcessRole::tool)->forget(trashed);
+  store_->trash(trashed);
+  EXPECT_THAT(trash_->asked, IsEmpty());
+  EXPECT_EQ(store_->status(), "Trash failed: It has been moved meanwhile");
+}
+
+TEST_F(Trashing, AShotGivenTwiceIsMovedOnce) {
+  store_->trash(shots({1, 2, 1}));
+  EXPECT_THAT(trash_->asked,
+              ElementsAre(ElementsAre(home_.desktop("Screenshot 1.png"), home_.desktop("Screenshot 2.png"))));
+  trash_->succeed();
+  EXPECT_EQ(store_->status(), "Moved 2 to Trash");
+}
+
 TEST_F(Trashing, TellsOfItsChangesOnce) {
   store_->trash(shots({1, 2}));
   const QSignalSpy told(store_.get(), &Store::shotsChanged);

@@ -260,13 +260,15 @@ void Database::setApp(ShotID id, std::string_view name, std::string_view bundleI
   reindex(id);
 }
 
+void Database::ignore(std::string_view path) {
+  Statement(db_, "INSERT OR IGNORE INTO ignored (path) VALUES (?)", {path}).step();
+}
+
 void Database::unignore(std::string_view path) { Statement(db_, "DELETE FROM ignored WHERE path = ?", {path}).step(); }
 
 void Database::remove(ShotID id, IgnorePath ignorePath) {
   if (ignorePath == IgnorePath::Yes) {
-    if (const auto record = shot(id)) {
-      Statement(db_, "INSERT OR IGNORE INTO ignored (path) VALUES (?)", {record->path}).step();
-    }
+    if (const auto record = shot(id)) ignore(record->path);
   }
   Statement(db_, "DELETE FROM shots WHERE id = ?", {id}).step();
   Statement(db_, "DELETE FROM shots_fts WHERE rowid = ?", {id}).step();

@@ -81,6 +81,8 @@ class Database {
   /// Whether what named the application is believed.
   enum class Trusted { No, Yes };
   void setApp(ShotID id, std::string_view name, std::string_view bundleID, Trusted trusted);
+  /// Later scans leave this file alone.
+  void ignore(std::string_view path);
   void unignore(std::string_view path);
 
   enum class IgnorePath { No, Yes };

@@ -2,29 +2,26 @@
 
 #include "Foundation/Text.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace Nimbrel {
 
+namespace {
+
+/// What the user wrote in a field of a rule, as a tag can hold it.
+std::string wordsOf(const std::string& field) { return std::string(Text::trimmedWithLineBreaks(withoutCommas(field))); }
+
+}  // namespace
+
 RuleEffect withRule(RuleEffect effect, const AutomationRule& rule, const Shot& shot) {
-  effect.tags = withTag(std::move(effect.tags), Text::trimmedWithLineBreaks(rule.tag));
-  const auto project = Text::trimmedWithLineBreaks(rule.project);
-  if (!project.empty()) {
-    effect.tags = withTag(std::move(effect.tags), projectTag(project));
-    effect.projects.emplace_back(project);
+  if (auto tag = wordsOf(rule.tag); !tag.empty()) effect.tags.push_back(std::move(tag));
+  if (auto project = wordsOf(rule.project); !project.empty()) {
+    effect.tags.push_back(projectTag(project));
+    effect.projects.push_back(std::move(project));
   }
   if (rule.favorite && !shot.favorite) effect.favorite = true;
   if (rule.fileToLibrary && !shot.filed) effect.file = true;
   return effect;
 }
-
-std::vector<std::string> withTag(std::vector<std::string> tags, std::string_view tag) {
-  for (auto& piece : Text::split(tag, ',', Text::EmptyPieces::Drop)) {
-    if (std::ranges::find(tags, piece) == tags.end()) tags.push_back(std::move(piece));
-  }
-  return tags;
-}
-
-std::string projectTag(std::string_view project) { return std::string(projectTagPrefix) + std::string(project); }
 
 }  // namespace Nimbrel

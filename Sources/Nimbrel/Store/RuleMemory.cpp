@@ -14,7 +14,6 @@ void RuleMemory::beginPass(const std::vector<AutomationRule>& rules, const std::
     std::erase_if(settled_, [](const ShotPtr& shot) { return shot.use_count() == 1; });
   }
   rules_ = rules;
-  projects_ = projects;
 }
 
 }  // namespace Nimbrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Analysis/RuleMatching.h"
 #include "Catalogue/Database.h"
 #include "Catalogue/Settings.h"
 #include "Catalogue/Snippets.h"
@@ -12,9 +13,11 @@
 #include "Store/FrontmostTracker.h"
 #include "Store/Gallery.h"
 #include "Store/NameKeys.h"
+#include "Store/RuleEffect.h"
 #include "Store/RuleMemory.h"
 #include "Store/ScanPlan.h"
 #include "Store/StoreContext.h"
+#include "Store/Tags.h"
 #include "Store/UnlockedShots.h"
 
 #include <QObject>
@@ -24,6 +27,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -130,7 +134,9 @@ class Store : public QObject {
 
   /// Adds a tag to those that lack it. A comma in it becomes a blank.
   void addTag(std::string_view tag, const ShotList& shots);
-  /// Puts the shots into the project, which is made if it is new.
+  /// Takes every tag that is exactly this one away.
+  void removeTag(std::string_view tag, const ShotList& shots);
+  /// Puts the shots into the project, which is made if it is new. A comma in its name becomes a blank.
   void assignProject(std::string_view name, const ShotList& shots);
   /// Runs the user's rules over the shots.
   void applyAutomationRules(const ShotList& shots);
@@ -255,16 +261,27 @@ class Store : public QObject {
   struct RulePass {
     bool changed = false;
     ShotIDSet toFile;
+    std::vector<std::string> projects;  ///< those that the rules named, in this order
   };
-  RulePass applyRules(const std::vector<AutomationRule>& rules, const ShotList& shots);
+  RulePass applyRules(std::span<const PreparedRule> rules, const ShotList& shots);
+  void write(const RuleEffect& effect, const Shot& shot);
   void addProjects(const std::vector<std::string>& names);
   void fileThose(const ShotIDSet& ids);
+
+  /// The row of the shot as it is now. Absent when it is gone, even if its id has come again.
+  [[nodiscard]] std::optional<Shot> currentRow(const Shot& shot) const;
+  /// Gives the shots the tags that `change` makes of those they have now.
+  using TagChange = std::function<Tags(Tags)>;
+  void changeTags(const ShotList& shots, const TagChange& change);
+  void changeTags(const Shot& shot, const TagChange& change);
 
   [[nodiscard]] std::optional<Error> fileOne(const Shot& shot);
   [[nodiscard]] Result<std::string> moveFile(const Shot& shot, const std::string& target);
   [[nodiscard]] std::optional<Error> makeFolder(const std::string& path);
   void announce(const std::string& path);
+  [[nodiscard]] bool isWhereItWas(const Shot& shot) const;
   void dropTrashed(const ShotList& shots);
+  void dropRowAt(const Shot& shot);
 
   StoreContext context_;
   Settings settings_;

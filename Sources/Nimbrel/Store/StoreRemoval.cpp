@@ -1,9 +1,30 @@
 #include "Store/Store.h"
 #include "Store/StoreOperation.h"
 
+#include <algorithm>
+#include <unordered_set>
+
 namespace Nimbrel {
 
-void Store::trash(const ShotList& shots) {
+namespace {
+
+ShotList eachOnce(const ShotList& shots) {
+  ShotList list;
+  std::unordered_set<ShotID> ids;
+  for (const auto& shot : shots) {
+    if (ids.insert(shot->id).second) list.push_back(shot);
+  }
+  return list;
+}
+
+}  // namespace
+
+void Store::trash(const ShotList& given) {
+  const auto shots = eachOnce(given);
+  if (!std::ranges::all_of(shots, [this](const ShotPtr& shot) { return isWhereItWas(*shot); })) {
+    setStatus("Trash failed: It has been moved meanwhile");
+    return;
+  }
   std::vector<std::string> paths;
   for (const auto& shot : shots) paths.push_back(shot->path);
   // Not announced to the file events: when only some of them get there, the scan that these bring drops their rows.
@@ -20,13 +41,19 @@ void Store::trash(const ShotList& shots) {
   });
 }
 
+bool Store::isWhereItWas(const Shot& shot) const {
+  const auto row = database_->shot(shot.id);
+  return row && row->path == shot.path;
+}
+
 void Store::dropTrashed(const ShotList& shots) {
   const Database::QuickCommits quickly(*database_);
-  for (const auto& shot : shots) {
-    // Meanwhile the row may have gone, and its id to another file.
-    const auto row = database_->shot(shot->id);
-    if (row && row->path == shot->path) database_->remove(shot->id, Database::IgnorePath::No);
-  }
+  for (const auto& shot : shots) dropRowAt(*shot);
+}
+
+void Store::dropRowAt(const Shot& shot) {
+  // Meanwhile the row may have gone, and its id to another file.
+  if (isWhereItWas(shot)) database_->remove(shot.id, Database::IgnorePath::No);
 }
 
 void Store::forget(const ShotList& shots) {
@@ -34,7 +61,13 @@ void Store::forget(const ShotList& shots) {
   const Database::QuickCommits quickly(*database_);
   // The list may be our own, which the reload replaces.
   const auto count = shots.size();
-  for (const auto& shot : shots) database_->remove(shot->id, Database::IgnorePath::Yes);
+  for (const auto& shot : shots) {
+    if (currentRow(*shot)) {
+      database_->remove(shot->id, Database::IgnorePath::Yes);
+    } else {
+      database_->ignore(shot->path);
+    }
+  }
   database_->waitForDisk();
   setSelection({});
   reload();

@@ -1,63 +1,78 @@
 #include "Analysis/ContentGrouping.h"
 #include "Analysis/RuleMatching.h"
-#include "Foundation/NameOrder.h"
-#include "Foundation/Text.h"
 #include "Platform/Process.h"
 #include "Store/RuleEffect.h"
 #include "Store/Store.h"
 #include "Store/StoreOperation.h"
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 namespace Nimbrel {
 
 namespace {
 
-bool canMatch(const AutomationRule& rule) {
-  return rule.enabled &&
-         !(Text::trimmedWithLineBreaks(rule.containsText).empty() && Text::trimmedWithLineBreaks(rule.source).empty());
+/// Those that apply to any shot at all.
+std::vector<PreparedRule> preparedRules(const std::vector<AutomationRule>& rules) {
+  std::vector<PreparedRule> prepared;
+  for (const auto& rule : rules) {
+    if (PreparedRule ready(rule); ready.canMatch()) prepared.push_back(std::move(ready));
+  }
+  return prepared;
 }
 
-bool asksForSource(const AutomationRule& rule) { return !Text::trimmedWithLineBreaks(rule.source).empty(); }
+std::vector<AutomationRule> rulesOf(std::span<const PreparedRule> prepared) {
+  std::vector<AutomationRule> rules;
+  for (const auto& rule : prepared) rules.push_back(rule.rule());
+  return rules;
+}
 
 }  // namespace
 
 void Store::applyAutomationRules(const ShotList& shots) {
-  auto rules = settings_.automationRules();
-  std::erase_if(rules, std::not_fn(canMatch));
-  if (rules.empty()) return;
+  const auto rules = preparedRules(settings_.automationRules());
+  if (rules.empty()) {
+    ruleMemory_.forgetAll();
+    return;
+  }
   const Operation operation(*this);
+  ruleMemory_.beginPass(rulesOf(rules), settings_.projects());
   const auto pass = applyRules(rules, shots);
+  // Told at once to who follows the settings, and who may reload: the list may be our own, which that replaces.
+  addProjects(pass.projects);
+  ruleMemory_.endPass(settings_.projects());
   if (!pass.changed && pass.toFile.empty()) return;
   reload();
   fileThose(pass.toFile);
   if (pass.changed) setStatus("Applied automatic rules");
 }
 
-Store::RulePass Store::applyRules(const std::vector<AutomationRule>& rules, const ShotList& shots) {
+Store::RulePass Store::applyRules(std::span<const PreparedRule> rules, const ShotList& shots) {
   const Database::QuickCommits quickly(*database_);
-  const bool needsSource = std::ranges::any_of(rules, asksForSource);
-  ruleMemory_.beginPass(rules, settings_.projects());
+  const bool needsSource = std::ranges::any_of(rules, &PreparedRule::asksForSource);
   RulePass pass;
   for (const auto& shot : shots) {
     if (Process::isEnding()) break;
     if (ruleMemory_.isSettled(shot)) continue;
-    const auto source = needsSource ? sourceTitle(shot->id) : std::string();
-    RuleEffect effect{.tags = shot->tags, .projects = {}};
+    RuleSubject subject(*shot, needsSource ? sourceTitle(shot->id) : std::string());
+    RuleEffect effect;
     for (const auto& rule : rules) {
-      if (matches(rule, *shot, source)) effect = withRule(std::move(effect), rule, *shot);
+      if (rule.matches(subject)) effect = withRule(std::move(effect), rule.rule(), *shot);
     }
-    addProjects(effect.projects);
-    if (effect.favorite) database_->setFavorite(shot->id, true);
-    if (effect.tags != shot->tags) database_->setTags(shot->id, effect.tags);
+    const bool changes = effect.favorite || withAll(shot->tags, effect.tags) != shot->tags;
+    if (changes) write(effect, *shot);
     if (effect.file) pass.toFile.insert(shot->id);
-    const bool changes = effect.favorite || effect.tags != shot->tags;
-    pass.changed = pass.changed || changes;
     if (!changes && !effect.file) ruleMemory_.settle(shot);
+    pass.changed = pass.changed || changes;
+    pass.projects = withAll(std::move(pass.projects), effect.projects);
   }
+  if (pass.changed) database_->waitForDisk();
   return pass;
+}
+
+void Store::write(const RuleEffect& effect, const Shot& shot) {
+  if (effect.favorite && currentRow(shot)) database_->setFavorite(shot.id, true);
+  changeTags(shot, [&](Tags tags) { return withAll(std::move(tags), effect.tags); });
 }
 
 std::string Store::sourceTitle(ShotID id) const {
@@ -66,12 +81,9 @@ std::string Store::sourceTitle(ShotID id) const {
 }
 
 void Store::addProjects(const std::vector<std::string>& names) {
-  for (const auto& name : names) {
-    auto projects = settings_.projects();
-    if (std::ranges::find(projects, name) != projects.end()) continue;
-    projects.push_back(name);
-    settings_.projects.set(std::move(projects));
-  }
+  const auto projects = settings_.projects();
+  auto all = withAll(projects, names);
+  if (all != projects) settings_.projects.set(std::move(all));
 }
 
 void Store::fileThose(const ShotIDSet& ids) {
@@ -80,25 +92,6 @@ void Store::fileThose(const ShotIDSet& ids) {
     if (!shot->filed && ids.contains(shot->id)) waiting.push_back(shot);
   }
   if (!waiting.empty()) file(waiting);
-}
-
-void Store::assignProject(std::string_view name, const ShotList& shots) {
-  const auto project = Text::trimmedWithLineBreaks(name);
-  if (project.empty()) return;
-  const Operation operation(*this);
-  auto projects = settings_.projects();
-  if (std::ranges::find(projects, project) == projects.end()) {
-    projects.emplace_back(project);
-    std::ranges::stable_sort(projects,
-                             [](const std::string& a, const std::string& b) { return NameOrder::compare(a, b) < 0; });
-    settings_.projects.set(std::move(projects));
-  }
-  for (const auto& shot : shots) {
-    auto tags = withTag(shot->tags, projectTag(project));
-    if (tags != shot->tags) database_->setTags(shot->id, tags);
-  }
-  reload();
-  setStatus("Added to " + std::string(project));
 }
 
 }  // namespace Nimbrel

@@ -48,7 +48,7 @@ std::size_t Store::addNewFiles(const std::vector<std::string>& paths, Database::
 void Store::dropOrphans(const ShotList& unseen) {
   for (const auto& shot : unseen) {
     if (Process::isEnding()) break;
-    if (!FileSystem::exists(shot->path)) database_->remove(shot->id, Database::IgnorePath::No);
+    if (!FileSystem::exists(shot->path)) dropRowAt(*shot);
   }
 }
 
