@@ -3,8 +3,6 @@
 
 #include "Foundation/Text.h"
 
-#include <algorithm>
-
 namespace Nimbrel::Ctl {
 
 namespace {
@@ -23,12 +21,6 @@ Outcome withShotAndText(const CommandLine& line, Session& session,
   return withShots(ids, session, [&](Store& store, const ShotList& shots) {
     return action(store, shots.front(), line.arguments[1]);
   });
-}
-
-std::vector<std::string> without(const std::vector<std::string>& tags, std::string_view tag) {
-  auto rest = tags;
-  std::erase(rest, tag);
-  return rest;
 }
 
 }  // namespace
@@ -67,9 +59,8 @@ Outcome runUntag(const CommandLine& line, Session& session) {
   const auto tag = line.value("--tag");
   if (!tag) return Outcome::misused("which tag? --tag is missing");
   return withShots(line.arguments, session, [&](Store& store, const ShotList& shots) {
-    return edited(store, shots, [&](Database& database, const Shot& shot) {
-      if (std::ranges::find(shot.tags, *tag) != shot.tags.end()) database.setTags(shot.id, without(shot.tags, *tag));
-    });
+    store.removeTag(*tag, shots);
+    return Outcome::changed(store.status());
   });
 }
 

@@ -20,6 +20,7 @@ namespace {
 using ::testing::Each;
 using ::testing::ElementsAre;
 using Testing::FakePictureReader;
+using ::testing::Field;
 using ::testing::IsEmpty;
 using Testing::readingOf;
 using Testing::shotNamed;
@@ -254,10 +255,32 @@ TEST_F(StoreReadingTest, AReaderThatIsMissingIsNotAskedAgainUntilTheNextScan) {
   ASSERT_TRUE(waitUntil([&] { return !store->isWorking(); }));
   store->poll();
   Testing::runEventLoopFor(std::chrono::milliseconds(50));
-  EXPECT_THAT(reader_->requests, SizeIs(1));
+  EXPECT_THAT(reader_->requests, ElementsAre(Field(&FakePictureReader::Request::wanted, Wanted::TextAndCodes),
+                                             Field(&FakePictureReader::Request::wanted, Wanted::Codes)))
+      << "one that cannot read text may still find codes";
   reader_->isMissing = false;
   store->scan();
   EXPECT_TRUE(hasReadAll(*store));
+}
+
+TEST_F(StoreReadingTest, WhileNothingCanBeWrittenBatchesBecomeRarer) {
+  addFiles(1);
+  const auto store = open(ProcessRole::mainApplication);
+  reader_->answerByItself();
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(home_.path(".local/share/Nimbrel/nimbrel.sqlite").c_str(), &other), SQLITE_OK);
+  store->importFiles({home_.desktop("Screenshot 1.png")});
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+  ASSERT_TRUE(waitUntil([&] { return !store->isWorking(); }));
+  std::vector<int> pollsThatRead;
+  for (int poll = 1; poll <= 16; ++poll) {
+    const auto before = reader_->requests.size();
+    store->poll();
+    ASSERT_TRUE(waitUntil([&] { return !store->isWorking(); }));
+    if (reader_->requests.size() > before) pollsThatRead.push_back(poll);
+  }
+  EXPECT_THAT(pollsThatRead, ElementsAre(1, 3, 7, 15));
+  sqlite3_close(other);
 }
 
 TEST_F(StoreReadingTest, ABatchThatALockKeptFromBeingWrittenIsReadAgainAtTheNextPoll) {

@@ -1,10 +1,13 @@
 #include "Store/BackgroundWork.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Nimbrel {
 
 namespace {
+
+constexpr int mostPollsBetweenRetries = 300;
 
 bool lacksText(const ShotPtr& shot) { return !shot->ocrDone; }
 bool lacksHash(const ShotPtr& shot) { return shot->phash == 0; }
@@ -68,14 +71,17 @@ void BackgroundWork::startCodes() {
 void BackgroundWork::goOnAfterText(BatchEnd end) {
   Q_EMIT textEnded();
   // Where nothing could be written, a restart at once would only lose it again.
-  readingIsDue_ = end == BatchEnd::NothingWritten;
+  const bool isLost = end == BatchEnd::NothingWritten;
+  pollsBetweenRetries_ = isLost ? std::clamp(pollsBetweenRetries_ * 2, 1, mostPollsBetweenRetries) : 0;
+  pollsToRetry_ = pollsBetweenRetries_;
   if (end == BatchEnd::Done) startReading();
-  if (!readingQueue_.isRunning() && std::exchange(codesWait_, false) && end == BatchEnd::Done) startCodes();
+  // A reader without a model for text may still find codes.
+  if (!readingQueue_.isRunning() && std::exchange(codesWait_, false) && !isLost) startCodes();
   tellWhenDone();
 }
 
 void BackgroundWork::retryReading() {
-  if (!std::exchange(readingIsDue_, false)) return;
+  if (pollsToRetry_ == 0 || --pollsToRetry_ > 0) return;
   startReading();
   startCodes();
 }

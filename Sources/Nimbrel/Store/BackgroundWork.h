@@ -45,7 +45,8 @@ class BackgroundWork : public QObject {
   void startCodes();
   /// Starts hashing shots without a hash, unless that is going on.
   void startHashing();
-  /// Starts reading again if the last batch could not be written.
+  /// Starts reading again if the last batch could not be written. To be called at each poll: while a full disk keeps
+  /// everything from being written, ever more polls are let pass between two batches, up to ten minutes.
   void retryReading();
   /// Does all of it in any role, until everything is done that can be; done() tells the end in a later turn of the
   /// event loop.
@@ -76,10 +77,11 @@ class BackgroundWork : public QObject {
   HashQueue hashQueue_;
   /// When the catalogue was last found without a shot that needs its codes.
   std::optional<CatalogueState> noCodesPending_;
-  bool isAllowed_ = false;     ///< to start work in this process
-  bool worksOff_ = false;      ///< workOff() was asked for and has not been answered
-  bool codesWait_ = false;     ///< until text is read
-  bool readingIsDue_ = false;  ///< again, since a batch could not be written
+  bool isAllowed_ = false;       ///< to start work in this process
+  bool worksOff_ = false;        ///< workOff() was asked for and has not been answered
+  bool codesWait_ = false;       ///< until text is read
+  int pollsBetweenRetries_ = 0;  ///< 0 unless the last batch could not be written
+  int pollsToRetry_ = 0;
 };
 
 }  // namespace Nimbrel
