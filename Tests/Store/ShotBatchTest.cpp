@@ -48,7 +48,7 @@ TEST_F(ShotBatchTest, AShotThatWasFiledHasMoved) {
   const auto id = add("a.png");
   batch_.fill(database_->pendingOCR(1));
   EXPECT_FALSE(batch_.hasMovedFrom(pathOf("a.png")));
-  database_->setPath(id, pathOf("filed.png"), true);
+  database_->setPath(id, pathOf("filed.png"), Database::Filed::Yes);
   EXPECT_TRUE(batch_.hasMovedFrom(pathOf("a.png")));
 }
 

@@ -265,11 +265,13 @@ TEST_F(StoreReadingTest, AReaderThatIsMissingIsNotAskedAgainUntilTheNextScan) {
 
 TEST_F(StoreReadingTest, WhileNothingCanBeWrittenBatchesBecomeRarer) {
   addFiles(1);
-  const auto store = open(ProcessRole::mainApplication);
+  // A tool does not poll by itself.
+  const auto store = open(ProcessRole::tool);
+  store->scan();
   reader_->answerByItself();
   sqlite3* other = nullptr;
   ASSERT_EQ(sqlite3_open(home_.path(".local/share/Nimbrel/nimbrel.sqlite").c_str(), &other), SQLITE_OK);
-  store->importFiles({home_.desktop("Screenshot 1.png")});
+  store->workOff();
   ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
   ASSERT_TRUE(waitUntil([&] { return !store->isWorking(); }));
   std::vector<int> pollsThatRead;
