@@ -85,8 +85,8 @@ TEST_F(StoreReadingTest, OfTwoHundredAndOneShotsTwoHundredAreReadThenReloadedAnd
   QObject::connect(store.get(), &Store::ocrRemainingChanged, store.get(),
                    [&] { remaining.push_back(store->ocrRemaining()); });
   QObject::connect(store.get(), &Store::shotsChanged, store.get(), [&] {
-    // By now the rules have run, and the next batch has not begun.
-    EXPECT_THAT(store->ocrRemaining(), 0U);
+    // At the end of a batch of text the rules have run, and the next batch has not begun. Hashes may end in between.
+    if (store->ocrRemaining() != 0) return;
     std::size_t tagged = 0;
     for (const auto& shot : store->shots()) tagged += shot->tags.empty() ? 0 : 1;
     if (tagged > 0) readAtReload.push_back(tagged);
