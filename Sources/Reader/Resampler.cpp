@@ -41,7 +41,11 @@ std::vector<Taps> tapsFor(int source, int target) {
   return all;
 }
 
-std::uint8_t byte(float value) { return static_cast<std::uint8_t>(std::clamp(value, 0.0F, 255.0F) + 0.5F); }
+/// Rounded in whole numbers: the library's functions would be called for every pixel.
+std::uint8_t byte(float value) {
+  const auto halves = static_cast<int>(2 * std::clamp(value, 0.0F, 255.0F));
+  return static_cast<std::uint8_t>((halves + 1) / 2);
+}
 
 }  // namespace
 
