@@ -1,7 +1,7 @@
 #include "Linux/Media/MediaInput.h"
 
 #include "Linux/Media/AvError.h"
-#include "Platform/FileSystem.h"
+#include "Linux/Media/InputFile.h"
 
 #include <algorithm>
 #include <array>
@@ -14,9 +14,6 @@ namespace Nimbrel::Media {
 
 namespace {
 
-/// Formats that recorders write. Others are left out, since some name further files and addresses to open.
-constexpr auto formats = "mov,mp4,matroska,webm,avi,mpegts,mpeg,ogg,flv,asf";
-
 /// So many packets may be unreadable in a row before the rest of the file counts as lost.
 constexpr int damageLimit = 1000;
 
@@ -24,8 +21,23 @@ AVMediaType mediaType(MediaInput::Kind kind) {
   return kind == MediaInput::Kind::Pictures ? AVMEDIA_TYPE_VIDEO : AVMEDIA_TYPE_AUDIO;
 }
 
-double startOf(const AVFormatContext& format) {
-  return format.start_time == AV_NOPTS_VALUE ? 0 : static_cast<double>(format.start_time) / AV_TIME_BASE;
+double seconds(std::int64_t time) { return time == AV_NOPTS_VALUE ? 0 : static_cast<double>(time) / AV_TIME_BASE; }
+
+/// What stands before time zero only helps decoders to start.
+double startOf(const AVFormatContext& format) { return std::max(0.0, seconds(format.start_time)); }
+
+/// What encoders of sound put before it, where the decoder has not taken it away.
+bool isSilentLead(const DecodedFrame& frame) {
+  return frame.frame->nb_samples > 0 && frame.time + frame.length.value_or(0) <= 0;
+}
+
+/// Cuts off what the last packet of sound holds behind the end of its track, since encoders only fill whole ones.
+void trimEnd(AVFrame& sound, const AVStream& track) {
+  if (track.duration == AV_NOPTS_VALUE || sound.best_effort_timestamp == AV_NOPTS_VALUE) return;
+  const auto start = track.start_time == AV_NOPTS_VALUE ? 0 : track.start_time;
+  const auto left =
+      av_rescale_q(start + track.duration - sound.best_effort_timestamp, track.time_base, {1, sound.sample_rate});
+  if (left > 0 && left < sound.nb_samples) sound.nb_samples = static_cast<int>(left);
 }
 
 Result<Codec> openDecoder(const AVStream& stream) {
@@ -46,26 +58,15 @@ MediaInput::MediaInput(InputFormat format)
     : format_(std::move(format)), frame_(av_frame_alloc()), packet_(av_packet_alloc()) {}
 
 Result<MediaInput> MediaInput::open(const std::string& path) {
-  quietLibraries();
-  // A pipe would keep us waiting for somebody to write into it.
-  if (FileSystem::isOtherThanFile(path)) return Error{"It is not a file"};
-  Options options;
-  options.set("protocol_whitelist", "file");
-  options.set("format_whitelist", formats);
-  AVFormatContext* opened = nullptr;
-  if (const int code = avformat_open_input(&opened, ("file:" + path).c_str(), nullptr, options.get()); code < 0) {
-    return avError(code);
-  }
-  InputFormat format(opened);
-  format->flags |= AVFMT_FLAG_DISCARD_CORRUPT;
-  if (const int code = avformat_find_stream_info(format.get(), nullptr); code < 0) return avError(code);
-  MediaInput input(std::move(format));
+  auto format = openInput(path);
+  if (!format) return format.error();
+  MediaInput input(std::move(format).value());
   if (!input.frame_ || !input.packet_) return avError(AVERROR(ENOMEM));
   return input;
 }
 
 double MediaInput::duration() const {
-  return format_->duration > 0 ? static_cast<double>(format_->duration) / AV_TIME_BASE : 0;
+  return std::max(0.0, seconds(format_->duration) + std::min(0.0, seconds(format_->start_time)));
 }
 
 bool MediaInput::has(Kind kind) const { return first(kind) != nullptr; }
@@ -135,14 +136,14 @@ Result<std::optional<DecodedFrame>> MediaInput::next() {
 Result<std::optional<DecodedFrame>> MediaInput::decodeNext() {
   for (int damages = 0; damages < damageLimit;) {
     const int code = avcodec_receive_frame(decoder_.get(), frame_.get());
-    if (code == 0) return std::optional(described());
-    if (code == AVERROR_EOF) break;
-    if (code != AVERROR(EAGAIN)) {
+    if (code == 0) {
+      const auto frame = described();
+      if (!isSilentLead(frame)) return std::optional(frame);
+    } else if (code == AVERROR_EOF) {
+      break;
+    } else if (code != AVERROR(EAGAIN)) {
       ++damages;
-      continue;
-    }
-    const int fed = feedDecoder();
-    if (fed == AVERROR_INVALIDDATA) {
+    } else if (const int fed = feedDecoder(); fed == AVERROR_INVALIDDATA) {
       ++damages;
     } else if (fed < 0) {
       return avError(fed);
@@ -171,6 +172,7 @@ DecodedFrame MediaInput::described() {
     result.time = static_cast<double>(frame_->best_effort_timestamp) * tick - startOf(*format_);
   }
   if (frame_->nb_samples > 0 && frame_->sample_rate > 0) {
+    trimEnd(*frame_, *stream_);
     result.length = static_cast<double>(frame_->nb_samples) / frame_->sample_rate;
   } else if (frame_->pkt_duration > 0) {
     result.length = static_cast<double>(frame_->pkt_duration) * tick;
