@@ -85,6 +85,15 @@ TEST_F(MediaFileTest, WithoutSoundThereIsNothingToHear) {
   EXPECT_TRUE(heard().empty());
 }
 
+TEST_F(MediaFileTest, SoundThatNothingDecodesIsNotHeard) {
+  writeMovie(path_, {.times = steadyTimes(1), .end = 1, .sound = MadeMovie::Sound{.end = 1, .clicks = {0.5}}});
+  auto bytes = contentOf(path_);
+  const auto kind = bytes.find("mp4a");
+  ASSERT_NE(kind, std::string::npos);
+  folder_.write("movie.mov", bytes.replace(kind, 4, "zzzz").replace(bytes.find("esds"), 4, "zzzz"));
+  EXPECT_TRUE(heard().empty());
+}
+
 TEST_F(MediaFileTest, PassesOverDamagedSound) {
   writeMovie(path_, {.sound = MadeMovie::Sound{.end = 4, .clicks = {0.5, 3.5}}});
   auto bytes = contentOf(path_);

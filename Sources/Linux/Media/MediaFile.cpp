@@ -17,8 +17,7 @@ std::optional<Error> forEachSoundBuffer(const std::string& path, const SoundVisi
   auto opened = MediaInput::open(path);
   if (!opened) return opened.error();
   auto& input = opened.value();
-  if (!input.has(MediaInput::Kind::Sound)) return std::nullopt;
-  if (auto failure = input.choose(MediaInput::Kind::Sound)) return failure;
+  if (input.choose(MediaInput::Kind::Sound)) return std::nullopt;
   Media::SampleConverter converter;
   while (true) {
     const auto sound = input.next();

@@ -37,8 +37,9 @@ struct SoundBuffer {
 };
 using SoundVisitor = std::function<void(const SoundBuffer& buffer)>;
 
-/// Decodes the first track of sound from its beginning to its end, and nothing else of the file. Without such a track
-/// there is no call. Damage in the middle is passed over. The error is that of a file that cannot be opened.
+/// Decodes the first track of sound from its beginning to its end, and nothing else of the file. Without such a track,
+/// and where nothing decodes it, there is no call. Damage in the middle is passed over. The error is that of a file
+/// that cannot be opened.
 [[nodiscard]] std::optional<Error> forEachSoundBuffer(const std::string& path, const SoundVisitor& visit);
 
 /// Watches over long work.

@@ -8,8 +8,8 @@
 #include <vector>
 
 /// Work on a finished screen recording: how long it is, where it is audible, and what becomes of a part of it. No
-/// state. Any thread but the main one, since all of it may take long. Times are seconds; an Error's words are for
-/// people.
+/// state. Any thread but the main one, since all of it may take long. Times are seconds; those of stretches are whole
+/// numbers of 1/600. An Error's words are for people.
 namespace Nimbrel::RecordingProcessor {
 
 using MediaFile::Supervision;
