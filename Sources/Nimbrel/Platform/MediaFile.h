@@ -39,8 +39,9 @@ using SoundVisitor = std::function<void(const SoundBuffer& buffer)>;
 
 /// Decodes the first track of sound from its beginning to its end, and nothing else of the file. Without such a track,
 /// and where nothing decodes it, there is no call. Damage in the middle is passed over. The error is that of a file
-/// that cannot be opened.
-[[nodiscard]] std::optional<Error> forEachSoundBuffer(const std::string& path, const SoundVisitor& visit);
+/// that cannot be opened or read, or that it was to stop.
+[[nodiscard]] std::optional<Error> forEachSoundBuffer(const std::string& path, const SoundVisitor& visit,
+                                                      const std::stop_token& stop = {});
 
 /// Watches over long work.
 struct Supervision {

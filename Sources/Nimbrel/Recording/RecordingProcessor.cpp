@@ -22,20 +22,21 @@ Result<double> duration(const std::string& url) {
   return std::max(length.value(), shortestLength);
 }
 
-Result<std::vector<TimeRange>> audibleRanges(const std::string& url) {
+Result<std::vector<TimeRange>> audibleRanges(const std::string& url, const std::stop_token& stop) {
   AudibleRanges ranges;
-  const auto failure =
-      MediaFile::forEachSoundBuffer(url, [&](const MediaFile::SoundBuffer& buffer) { ranges.add(buffer); });
+  const auto failure = MediaFile::forEachSoundBuffer(
+      url, [&](const MediaFile::SoundBuffer& buffer) { ranges.add(buffer); }, stop);
   if (failure) return *failure;
   return ranges.padded();
 }
 
-Result<Composition> composition(const std::string& url, double start, double end, bool removeSilence) {
+Result<Composition> composition(const std::string& url, double start, double end, bool removeSilence,
+                                const std::stop_token& stop) {
   const auto length = MediaFile::duration(url);
   if (!length) return length.error();
   const auto window = windowOf(start, end, length.value());
   if (!removeSilence) return Composition{.source = url, .stretches = {window}};
-  const auto audible = audibleRanges(url);
+  const auto audible = audibleRanges(url, stop);
   if (!audible) return audible.error();
   return Composition{.source = url, .stretches = keptOf(window, audible.value())};
 }

@@ -4,6 +4,7 @@
 #include "Platform/MediaFile.h"
 
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -29,11 +30,12 @@ struct Composition {
 
 /// The stretches of the first sound track that are not silent, in the order of time, with a little room around each, so
 /// that they may touch or overlap; a pause below 0.55 is no pause. Empty without sound.
-[[nodiscard]] Result<std::vector<TimeRange>> audibleRanges(const std::string& url);
+[[nodiscard]] Result<std::vector<TimeRange>> audibleRanges(const std::string& url, const std::stop_token& stop = {});
 
 /// The window from `start` to `end`, held within the recording but never shorter than 0.1; without its silent stretches
 /// if wanted and if that leaves anything.
-[[nodiscard]] Result<Composition> composition(const std::string& url, double start, double end, bool removeSilence);
+[[nodiscard]] Result<Composition> composition(const std::string& url, double start, double end, bool removeSilence,
+                                              const std::stop_token& stop = {});
 
 /// The name beside the recording that a trimmed copy gets: "X.trimmed.mov", or the first one that is free.
 [[nodiscard]] std::string trimmedURL(const std::string& url);
