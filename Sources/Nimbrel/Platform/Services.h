@@ -4,6 +4,7 @@
 #include "Platform/FrontApplication.h"
 #include "Platform/OwnerAuthentication.h"
 #include "Platform/PictureReader.h"
+#include "Platform/ScreenCaptureTool.h"
 #include "Platform/ScreenshotTool.h"
 #include "Platform/Trash.h"
 
@@ -19,6 +20,7 @@ struct Services {
   std::unique_ptr<Trash> trash = std::make_unique<NullTrash>();
   std::unique_ptr<OwnerAuthentication> ownerAuthentication = std::make_unique<NullOwnerAuthentication>();
   std::unique_ptr<FrontApplication> frontApplication = std::make_unique<NullFrontApplication>();
+  std::unique_ptr<ScreenCaptureTool> screenCaptureTool = std::make_unique<NullScreenCaptureTool>();
 };
 
 }  // namespace Nimbrel

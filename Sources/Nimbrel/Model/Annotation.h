@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QColor>
+#include <QPointF>
+#include <QRectF>
+#include <QUuid>
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace Nimbrel {
+
+/// One mark that the user placed on a screenshot. Marks live in memory only, as values.
+struct Annotation {
+  enum class Kind { redact, blur, box, arrow, highlight, step, label, crop };
+
+  QUuid id;  ///< fresh for each mark
+  Kind kind = Kind::redact;
+  QPointF start;  ///< first corner, or the anchor of a step or label: 0 to 1 of the picture, origin at its top left
+  QPointF end;    ///< second corner, or the tip of an arrow
+  int colorIndex = 0;  ///< row of InkColor::all
+  int number = 0;      ///< what a step shows
+  std::string text;    ///< what a label shows
+
+  bool operator==(const Annotation&) const = default;
+
+  /// The smallest rectangle that holds both points, 0 to 1.
+  [[nodiscard]] QRectF rect() const;
+};
+
+/// Equal marks have equal hashes.
+[[nodiscard]] std::size_t qHash(const Annotation& mark, std::size_t seed = 0);
+
+/// All kinds, in their order.
+inline constexpr std::array allAnnotationKinds{
+    Annotation::Kind::redact,    Annotation::Kind::blur, Annotation::Kind::box,   Annotation::Kind::arrow,
+    Annotation::Kind::highlight, Annotation::Kind::step, Annotation::Kind::label, Annotation::Kind::crop};
+
+[[nodiscard]] std::string_view rawValue(Annotation::Kind kind);
+[[nodiscard]] std::optional<Annotation::Kind> annotationKind(std::string_view rawValue);
+
+/// The inks for marks.
+namespace InkColor {
+
+struct Ink {
+  std::string_view name;
+  QColor interfaceColor;  ///< in the window
+  QColor renderingColor;  ///< in the picture, whatever the device
+};
+
+/// "Red", "Yellow", "Blue", "White", "Black".
+[[nodiscard]] std::span<const Ink> all();
+
+/// The row, or the nearest one there is.
+[[nodiscard]] const Ink& at(int index);
+
+}  // namespace InkColor
+
+}  // namespace Nimbrel
