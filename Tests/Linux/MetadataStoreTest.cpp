@@ -112,4 +112,14 @@ TEST_F(MetadataStoreTest, NothingIsLeftWithWhatKeepsNoNotes) {
   EXPECT_FALSE(MetadataStore::markScreenCapture("/proc/self/status", "window"));
 }
 
+TEST_F(MetadataStoreTest, AFileIsSaidToBeNoCapture) {
+  for (int time = 0; time < 2; ++time) {
+    EXPECT_TRUE(MetadataStore::markNoScreenCapture(file_));
+    EXPECT_EQ(MetadataStore::isScreenCapture(file_), false);
+    leave(isCapture, "1");
+  }
+  EXPECT_FALSE(MetadataStore::markNoScreenCapture(folder_.path("missing")));
+  EXPECT_FALSE(MetadataStore::markNoScreenCapture("/proc/self/status"));
+}
+
 }  // namespace Nimbrel

@@ -44,4 +44,8 @@ bool markScreenCapture(const std::string& path, std::string_view type) {
   return canName(path) && setAttribute(path, captureTypeAttribute, type) && setAttribute(path, isCaptureAttribute, "1");
 }
 
+bool markNoScreenCapture(const std::string& path) {
+  return canName(path) && setAttribute(path, isCaptureAttribute, "0");
+}
+
 }  // namespace Nimbrel::MetadataStore

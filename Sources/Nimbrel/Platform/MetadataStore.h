@@ -17,4 +17,7 @@ namespace Nimbrel::MetadataStore {
 /// such notes, when the file is not ours to change, or for a type too long to be read again.
 [[nodiscard]] bool markScreenCapture(const std::string& path, std::string_view type);
 
+/// Leaves with a file, links followed, that it is no screen capture, whatever its name says. False as above.
+[[nodiscard]] bool markNoScreenCapture(const std::string& path);
+
 }  // namespace Nimbrel::MetadataStore
