@@ -67,26 +67,41 @@ Error failure(int error) { return Error{"The picture cannot be written: " + std:
 /// Quick rather than small: the time until the file is there is what the user waits for.
 constexpr int quickCompression = 85;
 
-std::optional<Error> writeContent(const QImage& picture, int number) {
-  QFile file;
-  if (!file.open(number, QIODevice::WriteOnly)) return failure(EIO);
+bool encode(const QImage& picture, QFile& file) {
   QImageWriter writer(&file, "png");
   writer.setQuality(quickCompression);
-  if (!writer.write(picture) || !file.flush()) return Error{"The picture cannot be written"};
+  return writer.write(picture);
+}
+
+/// Writes what `write` makes of the open file.
+template <class Write>
+std::optional<Error> writeContent(Write write, int number) {
+  QFile file;
+  if (!file.open(number, QIODevice::WriteOnly)) return failure(EIO);
+  if (!write(file) || !file.flush()) return Error{"The picture cannot be written"};
   return ::fsync(number) == 0 ? std::nullopt : std::optional(failure(errno));
+}
+
+template <class Write>
+std::optional<Error> writeFile(Write write, CaptureRequest::Subject subject, const std::string& path) {
+  const auto target = std::filesystem::absolute(path).string();
+  if (FileSystem::isTaken(target)) return failure(EEXIST);
+  const HiddenFile file(FilePath::folder(target));
+  if (!file.isOpen()) return failure(errno);
+  if (auto error = writeContent(write, file.number())) return error;
+  // Where files keep no such notes, the name alone tells.
+  static_cast<void>(MetadataStore::markScreenCapture(file.path(), captureType(subject)));
+  return FileMove::move(file.path(), target);
 }
 
 }  // namespace
 
 std::optional<Error> writePicture(const QImage& picture, CaptureRequest::Subject subject, const std::string& path) {
-  const auto target = std::filesystem::absolute(path).string();
-  if (FileSystem::isTaken(target)) return failure(EEXIST);
-  const HiddenFile file(FilePath::folder(target));
-  if (!file.isOpen()) return failure(errno);
-  if (auto error = writeContent(picture, file.number())) return error;
-  // Where files keep no such notes, the name alone tells.
-  static_cast<void>(MetadataStore::markScreenCapture(file.path(), captureType(subject)));
-  return FileMove::move(file.path(), target);
+  return writeFile([&](QFile& file) { return encode(picture, file); }, subject, path);
+}
+
+std::optional<Error> adoptPicture(const QByteArray& png, CaptureRequest::Subject subject, const std::string& path) {
+  return writeFile([&](QFile& file) { return file.write(png) == png.size(); }, subject, path);
 }
 
 }  // namespace Nimbrel::Screencapture

@@ -3,6 +3,7 @@
 #include "Screencapture/Capture.h"
 #include "Screencapture/CaptureRequest.h"
 #include "Screencapture/Interrupts.h"
+#include "Screencapture/PortalScreenshot.h"
 #include "Screencapture/X11Capture.h"
 
 #include <QGuiApplication>
@@ -27,7 +28,7 @@ struct Ways {
 };
 
 constexpr Ways x11{.toPicture = takePictureOnX11};
-constexpr Ways wayland{};
+constexpr Ways wayland{.toPicture = takePortalScreenshot};
 
 bool isWaylandSession() {
   return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
@@ -59,15 +60,16 @@ int main(int argc, char** argv) {
   }
   holdInterrupts();
 
-  const auto& ways = isWaylandSession() ? wayland : x11;
+  const bool isWayland = isWaylandSession();
+  const auto& ways = isWayland ? wayland : x11;
   const bool isPicture = request.value().kind == CaptureRequest::Kind::picture;
   const auto way = isPicture ? ways.toPicture : ways.toMovie;
   if (way == nullptr) {
     complain("nimbrel-screencapture: this session has no way to do that");
     return Refused;
   }
-  // Who is told what to take a picture of needs nothing that windows are made of.
-  if (isPicture && request.value().subject == CaptureRequest::Subject::mainScreen) {
+  // Who is told what to take a picture of, or has others ask, needs nothing that windows are made of.
+  if (isPicture && (isWayland || request.value().subject == CaptureRequest::Subject::mainScreen)) {
     QCoreApplication application(argc, argv);
     return run(application, way, request.value());
   }
