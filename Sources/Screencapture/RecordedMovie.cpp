@@ -28,8 +28,8 @@ std::optional<Error> takeName(const std::string& path) {
 }
 
 bool canBePlayed(const std::string& path) {
-  const auto pictures = MediaFile::FrameGrabber::open(path);
-  return pictures && pictures.value()->frameAt(0).hasValue();
+  const auto duration = MediaFile::duration(path);
+  return duration && duration.value() > 0;
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "Screencapture/X11Display.h"
 
-#include <algorithm>
 #include <bit>
 #include <utility>
 
@@ -62,9 +61,11 @@ std::optional<QImage::Format> X11Display::pixelFormat(std::uint8_t depth) const 
 }
 
 xcb_atom_t X11Display::atom(std::string_view name) const {
+  if (const auto known = atoms_.find(name); known != atoms_.end()) return known->second;
   const XcbOwned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
       get(), xcb_intern_atom(get(), 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
-  return reply ? reply->atom : xcb_atom_t{0};
+  if (!reply) return 0;
+  return atoms_.emplace(name, reply->atom).first->second;
 }
 
 XcbOwned<xcb_get_property_reply_t> X11Display::property(xcb_window_t window, std::string_view name) const {

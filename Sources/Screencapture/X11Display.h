@@ -9,10 +9,13 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Nimbrel::Screencapture {
@@ -60,6 +63,7 @@ class X11Display {
 
   Connection connection_;
   const xcb_screen_t* screen_;
+  mutable std::map<std::string, xcb_atom_t, std::less<>> atoms_;  ///< those that were asked for
 };
 
 }  // namespace Nimbrel::Screencapture

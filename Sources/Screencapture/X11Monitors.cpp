@@ -2,7 +2,6 @@
 
 #include <xcb/randr.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace Nimbrel::Screencapture {
@@ -46,11 +45,6 @@ std::vector<Monitor> monitorsOf(const X11Display& display) {
   auto monitors = toldMonitors(display);
   if (monitors.empty()) monitors.push_back({{}, display.bounds(), true});
   return monitors;
-}
-
-const Monitor& mainMonitor(const std::vector<Monitor>& monitors) {
-  const auto main = std::ranges::find_if(monitors, &Monitor::isPrimary);
-  return main == monitors.end() ? monitors.front() : *main;
 }
 
 }  // namespace Nimbrel::Screencapture
