@@ -2,6 +2,7 @@
 
 #include "Foundation/FilePath.h"
 #include "Linux/Files/FileDescriptor.h"
+#include "Linux/Files/HiddenFile.h"
 #include "Linux/Files/Renaming.h"
 
 #include <fcntl.h>
@@ -12,7 +13,6 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -21,34 +21,6 @@ namespace Nimbrel {
 namespace {
 
 using Facts = struct stat;
-
-/// A new file with a hidden name, which goes again unless it is given another one.
-class HiddenFile {
- public:
-  explicit HiddenFile(const std::string& folder)
-      : path_(FilePath::join(folder, ".nimbrel-XXXXXX")), file_(::mkostemp(path_.data(), O_CLOEXEC)) {
-    if (!file_.isOpen()) error_ = errno;
-  }
-  ~HiddenFile() {
-    if (file_.isOpen()) ::unlink(path_.c_str());
-  }
-  HiddenFile(const HiddenFile&) = delete;
-  HiddenFile& operator=(const HiddenFile&) = delete;
-
-  [[nodiscard]] int error() const { return error_; }
-  [[nodiscard]] int number() const { return file_.number(); }
-
-  [[nodiscard]] int rename(const std::string& path) {
-    const int error = renameWithoutReplacing(path_, path);
-    if (error == 0) file_.close();
-    return error;
-  }
-
- private:
-  std::string path_;
-  FileDescriptor file_;
-  int error_ = 0;
-};
 
 int writeAll(int file, const char* bytes, std::size_t count) {
   while (count > 0) {
