@@ -2,14 +2,15 @@
 
 #include "Screencapture/CaptureProgram.h"
 #include "Screencapture/Interrupts.h"
+#include "Screencapture/X11Movie.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 namespace {
 
 using namespace Nimbrel::Screencapture;
 
-constexpr Ways waysToMovie{};
+constexpr Ways waysToMovie{.onX11 = recordMovieOnX11};
 
 }  // namespace
 
@@ -17,6 +18,8 @@ int main(int argc, char** argv) {
   const auto request = requestOf(argc, argv);
   if (!request) return Misused;
   holdInterrupts();
-  QGuiApplication application(argc, argv);
+  QApplication application(argc, argv);
+  // Its only window goes while the movie is still being finished.
+  QApplication::setQuitOnLastWindowClosed(false);
   return carryOut(application, *request, waysToMovie);
 }
