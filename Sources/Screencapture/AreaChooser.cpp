@@ -97,21 +97,30 @@ class X11AreaChooser final : public AreaChooser {
     auto window = OverlayWindow::show(display_, frozen_, scene());
     if (!window) return end({.outcome = {Failed, window.error().message}});
     window_ = std::move(window).value();
+    propose();
     handleEvents();
   }
 
-  /// All that have come, and only then it is drawn: a pointer that moves faster than the screen skips places.
+  /// Until none is left: drawing reads from the connection as well, and what has been read wakes nobody any more.
   void handleEvents() {
+    while (handleThoseThatCame()) {
+      if (isEnded_ || !window_) return;
+      window_->change(scene());
+      propose();
+    }
+    if (!display_.isUp()) end({.outcome = {Failed, X11Display::lossOfServer().message}});
+  }
+
+  /// Only then it is drawn: a pointer that moves faster than that skips places.
+  bool handleThoseThatCame() {
+    bool hasCome = false;
     while (!isEnded_) {
       const XcbOwned<xcb_generic_event_t> event(xcb_poll_for_event(display_.get()));
       if (!event) break;
+      hasCome = true;
       handle(*event);
     }
-    if (isEnded_) return;
-    if (!display_.isUp()) return end({.outcome = {Failed, X11Display::lossOfServer().message}});
-    if (!window_) return;
-    window_->change(scene());
-    propose();
+    return hasCome;
   }
 
   void handle(const xcb_generic_event_t& event) {

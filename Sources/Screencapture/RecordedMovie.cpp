@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 namespace {
 
 // A still screen is written so often, or the fragments would wait for it to change.
-constexpr auto longestStill = 1s;
+constexpr auto longestStill = 250ms;
 
 /// Takes a name that is free.
 std::optional<Error> takeName(const std::string& path) {
@@ -28,8 +28,8 @@ std::optional<Error> takeName(const std::string& path) {
 }
 
 bool canBePlayed(const std::string& path) {
-  const auto duration = MediaFile::duration(path);
-  return duration && duration.value() > 0;
+  const auto pictures = MediaFile::FrameGrabber::open(path);
+  return pictures && pictures.value()->frameAt(0).hasValue();
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "Screencapture/CaptureProgram.h"
 #include "Screencapture/Interrupts.h"
 #include "Screencapture/PortalRecording.h"
+#include "Screencapture/X11Movie.h"
 
 #include <QApplication>
 
@@ -10,7 +11,7 @@ namespace {
 
 using namespace Nimbrel::Screencapture;
 
-constexpr Ways waysToMovie{.onWayland = recordPortalScreenCast};
+constexpr Ways waysToMovie{.onX11 = recordMovieOnX11, .onWayland = recordPortalScreenCast};
 
 }  // namespace
 

@@ -28,12 +28,15 @@ class SoundClock {
   [[nodiscard]] Place place(Time measured, std::size_t samples);
 
  private:
-  [[nodiscard]] Place follow(std::size_t samples, std::size_t skip);
+  void count(Time::duration late);
+  void anchorAt(Time time);
+  void leaveOut(Time::duration early);
 
   int rate_;
   bool isAnchored_ = false;
   Time anchor_;
   std::size_t sinceAnchor_ = 0;  ///< samples
+  std::size_t surplus_ = 0;      ///< samples that are still to be left out
   int blocksOff_ = 0;            ///< in a row; negative when sound is ahead of what is measured
 };
 

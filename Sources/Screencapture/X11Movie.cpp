@@ -1,8 +1,12 @@
 #include "Screencapture/X11Movie.h"
 
+#include "Platform/FileSystem.h"
+#include "Screencapture/AreaChooser.h"
+#include "Screencapture/PixelMemory.h"
 #include "Screencapture/ScreenRecording.h"
 #include "Screencapture/X11Display.h"
 #include "Screencapture/X11Monitors.h"
+#include "Screencapture/X11Windows.h"
 
 #include <QObject>
 #include <QTimer>
@@ -22,15 +26,37 @@ class X11Movie final : public Capture {
 
   void interrupt() override {
     if (recording_) return recording_->stop();
+    chooser_.reset();
     QTimer::singleShot(0, &context_, [this] { end({}); });
   }
 
  private:
   void begin() {
     if (!then_) return;
-    const auto display = X11Display::open();
+    if (FileSystem::isTaken(request_.path)) return end({Failed, "something stands at the file's path"});
+    auto display = X11Display::open();
     if (!display) return end({Failed, display.error().message});
-    record(mainMonitor(monitorsOf(*display.value())).area);
+    display_ = std::move(display).value();
+    if (request_.subject == CaptureRequest::Subject::mainScreen) {
+      return record(mainMonitor(monitorsOf(*display_)).area);
+    }
+    choose();
+  }
+
+  void choose() {
+    auto frozen = screenPixels(*display_, display_->bounds());
+    if (!frozen) return end({Failed, frozen.error().message});
+    frozen_ = std::move(frozen).value();
+    chooser_ = chooseArea(
+        *display_, desktopLayout(*display_), frozen_->image(), request_.subject, [](const StackedWindow&) {},
+        [this](const AreaChooser::Choice& choice) { recordChosen(choice); });
+  }
+
+  void recordChosen(const AreaChooser::Choice& choice) {
+    if (!choice.chosen) return end(choice.outcome);
+    record(choice.chosen->area & display_->bounds());
+    chooser_.reset();
+    frozen_.reset();
   }
 
   void record(const QRect& area) {
@@ -45,6 +71,9 @@ class X11Movie final : public Capture {
 
   CaptureRequest request_;
   Then then_;
+  std::unique_ptr<X11Display> display_;
+  std::unique_ptr<PixelMemory> frozen_;
+  std::unique_ptr<AreaChooser> chooser_;
   QObject context_;
   std::unique_ptr<ScreenRecording> recording_;
 };

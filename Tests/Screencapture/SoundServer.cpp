@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QProcess>
+
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
@@ -27,15 +29,26 @@ std::vector<std::int16_t> tone() {
   return samples;
 }
 
+/// Whether it answers, which takes longer than until it can be reached.
+bool isReady() {
+  QProcess question;
+  question.start(QStringLiteral("pactl"), {QStringLiteral("info")});
+  return question.waitForFinished() && question.exitCode() == 0;
+}
+
 }  // namespace
 
 SoundServer::SoundServer()
     : address_("PULSE_SERVER", "unix:" + folder_.path("socket")),
-      server_({"env", "HOME=" + folder_.path(), "XDG_RUNTIME_DIR=" + folder_.path(),
-               "XDG_CONFIG_HOME=" + folder_.path(), "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no",
-               "--exit-idle-time=-1", "--disable-shm=yes", "-L", "module-null-sink", "-L",
-               "module-native-protocol-unix auth-anonymous=1 socket=" + folder_.path("socket")}) {
-  EXPECT_TRUE(waitUntil([this] { return std::filesystem::exists(folder_.path("socket")); })) << "no sound server";
+      server_(
+          {"env", "HOME=" + folder_.path(), "XDG_RUNTIME_DIR=" + folder_.path(), "XDG_CONFIG_HOME=" + folder_.path(),
+           // It would look for a bus first, for a while.
+           "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent/bus", "DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nonexistent/bus",
+           "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "--disable-shm=yes",
+           "--realtime=no", "--high-priority=no", "-L", "module-null-sink norewinds=1", "-L",
+           "module-native-protocol-unix auth-anonymous=1 socket=" + folder_.path("socket")}) {
+  EXPECT_TRUE(waitUntil([this] { return std::filesystem::exists(folder_.path("socket")) && isReady(); }))
+      << "there is no sound server";
 }
 
 void SoundServer::playTone() {
