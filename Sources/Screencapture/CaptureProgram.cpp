@@ -11,13 +11,9 @@
 
 namespace Nimbrel::Screencapture {
 
-namespace {
-
 bool isWaylandSession() {
   return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
 }
-
-}  // namespace
 
 std::optional<CaptureRequest> requestOf(int argc, char** argv) {
   const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);

@@ -20,6 +20,9 @@ struct Ways {
   Way onWayland = nullptr;
 };
 
+/// What kind of session the environment tells of.
+[[nodiscard]] bool isWaylandSession();
+
 /// What the arguments ask for; says how they are to be, and is absent, when they ask for nothing known.
 [[nodiscard]] std::optional<CaptureRequest> requestOf(int argc, char** argv);
 
