@@ -15,13 +15,17 @@ namespace {
 constexpr int channels = 4;
 constexpr int linesAtOnce = 16;
 constexpr int passes = 3;
-/// Larger ones would not be told apart from it, and their sums would not fit.
+/// Of larger ones the sums would not fit.
 constexpr double largestDeviation = 16'000;
+/// Where the Gaussian reaches so many times farther than the picture, nearly all that counts are the two edges, and
+/// there is nothing to gain from adding them up over and over.
+constexpr int mostLengths = 4;
 
 using Radii = std::array<int, passes>;
 
 /// Boxes of two neighbouring odd widths, mixed so that their variances add up to that of the Gaussian.
-Radii boxRadii(double deviation) {
+Radii boxRadii(double wanted, int length) {
+  const double deviation = std::min({wanted, largestDeviation, 1.0 * mostLengths * length});
   const double variance = 12 * deviation * deviation;
   const double ideal = std::sqrt(variance / passes + 1);
   const int narrow = (static_cast<int>(ideal) - 1) / 2 * 2 + 1;
@@ -31,6 +35,8 @@ Radii boxRadii(double deviation) {
   for (int i = 0; i < passes; ++i) radii.at(i) = (i < narrowBoxes ? narrow : narrow + 2) / 2;
   return radii;
 }
+
+int reach(const Radii& radii) { return std::accumulate(radii.begin(), radii.end(), 0); }
 
 /// Pixels in lines along which they are blurred: the rows of a picture, or its columns.
 template <typename Byte>
@@ -114,7 +120,7 @@ struct Job {
 };
 
 void blurAlong(const Job& job, const Radii& radii) {
-  const int margin = std::accumulate(radii.begin(), radii.end(), 0);
+  const int margin = reach(radii);
   for (int line = 0; line < job.count; line += linesAtOnce) {
     Strip strip(job.length + 2 * margin, std::min(linesAtOnce, job.count - line));
     strip.load({job.from.pixel(0, line), job.from.step, job.from.between}, job.start - margin, job.last);
@@ -132,8 +138,8 @@ QImage made(int width, int height, QImage::Format format) {
 }  // namespace
 
 QImage gaussianBlurred(const QImage& picture, const QRect& part, double deviation) {
-  const auto radii = boxRadii(std::min(deviation, largestDeviation));
-  const int margin = std::accumulate(radii.begin(), radii.end(), 0);
+  const auto columnRadii = boxRadii(deviation, picture.height());
+  const int margin = reach(columnRadii);
   const int top = std::max(part.top() - margin, 0);
   const int rows = std::min(part.bottom() + margin, picture.height() - 1) - top + 1;
 
@@ -144,7 +150,7 @@ QImage gaussianBlurred(const QImage& picture, const QRect& part, double deviatio
              .last = picture.width() - 1,
              .length = part.width(),
              .count = rows},
-            radii);
+            boxRadii(deviation, picture.width()));
   auto both = made(part.width(), part.height(), picture.format());
   blurAlong({.from = {across.constBits(), across.bytesPerLine(), channels},
              .to = {both.bits(), both.bytesPerLine(), channels},
@@ -152,7 +158,7 @@ QImage gaussianBlurred(const QImage& picture, const QRect& part, double deviatio
              .last = rows - 1,
              .length = part.height(),
              .count = part.width()},
-            radii);
+            columnRadii);
   return both;
 }
 
