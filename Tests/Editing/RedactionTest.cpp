@@ -2,11 +2,18 @@
 
 #include "EditingFixture.h"
 
+#include "Platform/ImageFile.h"
+
+#include <gmock/gmock.h>
+
 namespace Nimbrel {
 namespace {
 
 using namespace Testing;
 using Kind = Annotation::Kind;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
 
 constexpr QRgb black = qRgb(0, 0, 0);
 constexpr QRgb secret = qRgb(12, 250, 99);
@@ -62,6 +69,50 @@ TEST_F(Redaction, LaterMarksShowNothingOfWhatIsUnderIt) {
         .copy(18, 18, 64, 64);
   };
   EXPECT_EQ(at(QColor(secret)), at(Qt::white));
+}
+
+bool isSeen(const QImage& image, QRgb colour) {
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if ((image.pixel(x, y) & RGB_MASK) == (colour & RGB_MASK)) return true;
+    }
+  }
+  return false;
+}
+
+TEST_F(Redaction, LeavesNoTraceInTheFileThatIsWritten) {
+  auto source = picture(300, 200, 3);
+  for (int y = 80; y < 120; ++y) {
+    for (int x = 100; x < 200; ++x) source.setPixel(x, y, secret);
+  }
+  source.setText(QStringLiteral("Comment"), QStringLiteral("the secret in words"));
+  writePicture(source, folder_.path("source.png"));
+  ASSERT_THAT(contentOf(folder_.path("source.png")), HasSubstr("the secret in words"));
+  ASSERT_TRUE(isSeen(source, secret));
+
+  const auto copy = Flatten::render(folder_.path("source.png"),
+                                    std::vector{redaction({100 / 300.0, 80 / 200.0}, {200 / 300.0, 120 / 200.0})});
+  ASSERT_FALSE(ImageFile::writePNG(copy, folder_.path("copy.png")));
+  EXPECT_THAT(chunksOfPng(folder_.path("copy.png")), ElementsAre("IHDR", "sRGB", "IDAT", "IEND"));
+  EXPECT_THAT(contentOf(folder_.path("copy.png")), Not(HasSubstr("the secret in words")));
+  const QImage written(QString::fromStdString(folder_.path("copy.png")));
+  ASSERT_EQ(written.size(), source.size());
+  EXPECT_FALSE(isSeen(written, secret));
+  EXPECT_EQ(ImageFile::picture(folder_.path("copy.png")).copy(0, 0, 300, 78),
+            ImageFile::picture(folder_.path("source.png")).copy(0, 0, 300, 78));
+}
+
+TEST_F(Redaction, ColoursUnderWhatIsTransparentAreNotHandedOn) {
+  QImage source(50, 50, QImage::Format_ARGB32);
+  source.fill(secret & RGB_MASK);
+  source.setPixel(0, 0, qRgb(9, 9, 9));
+  const auto copy = render(source, {redaction({0.5, 0.5}, {1, 1})});
+  ASSERT_FALSE(ImageFile::writePNG(copy, folder_.path("copy.png")));
+  const QImage written(QString::fromStdString(folder_.path("copy.png")));
+  EXPECT_EQ(written.pixel(0, 0), qRgb(9, 9, 9));
+  EXPECT_EQ(written.pixel(49, 49), black);
+  EXPECT_EQ(qAlpha(written.pixel(10, 10)), 0);
+  EXPECT_FALSE(isSeen(written, secret));
 }
 
 }  // namespace
