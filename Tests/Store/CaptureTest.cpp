@@ -101,6 +101,12 @@ TEST_F(CaptureTest, TheApplicationIsHiddenForTheWholeCountdownAndUntilTheProgram
   EXPECT_EQ(shown.count(), 1);
 }
 
+TEST_F(CaptureTest, EvenWithoutACountdownAPanelHasTheTimeToGoOffTheScreen) {
+  store_->capture(CaptureMode::area, Store::Panel::Dismiss);
+  EXPECT_EQ(countdown().intervalAsDuration(), 150ms);
+  ASSERT_TRUE(Testing::waitUntil([this] { return !tool_->launched.empty(); }));
+}
+
 TEST_F(CaptureTest, WithoutAPanelNothingIsHidden) {
   const QSignalSpy hidden(store_.get(), &Store::hidingRequested);
   const QSignalSpy shown(store_.get(), &Store::unhidingRequested);

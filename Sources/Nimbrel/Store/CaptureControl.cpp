@@ -14,7 +14,7 @@ CaptureControl::CaptureControl(ScreenCaptureTool& tool, QObject* parent) : QObje
 
 CaptureControl::~CaptureControl() = default;
 
-bool CaptureControl::accept(std::chrono::seconds delay, std::function<void()> then) {
+bool CaptureControl::accept(std::chrono::milliseconds delay, std::function<void()> then) {
   if (isBusy_) return false;
   isBusy_ = true;
   afterDelay_ = std::move(then);

@@ -25,7 +25,7 @@ class CaptureControl : public QObject {
 
   /// Accepts a capture and calls `then` after the delay, in a later turn of the event loop; whoever is called goes on
   /// with launch() or giveUp(). False, and nothing happens, while another is busy.
-  [[nodiscard]] bool accept(std::chrono::seconds delay, std::function<void()> then);
+  [[nodiscard]] bool accept(std::chrono::milliseconds delay, std::function<void()> then);
 
   /// Starts what was accepted. `then` comes with the exit status once the program has ended, and this is idle by that
   /// time. The error says why it could not be started, and this is idle then too.

@@ -15,6 +15,8 @@ namespace {
 
 const auto lastCapturedKey = QStringLiteral("lastCapturedID");
 constexpr std::string_view recordingsFolder = "Recordings";
+/// How long a compositor may take until a window that was hidden is off the screen.
+constexpr std::chrono::milliseconds hidingTime(150);
 
 std::string captureName(CaptureMode mode, Timestamp date) {
   return (isRecording(mode) ? "Recording " : "Screenshot ") + Formats::date(date, u"yyyy-MM-dd 'at' HH.mm.ss") +
@@ -65,7 +67,8 @@ class Store::CaptureRun {
 
 void Store::capture(CaptureMode mode, Panel panel) {
   CaptureRun run(*this, mode, settings_.captureDestination(), panel);
-  const std::chrono::seconds delay(settings_.captureDelay());
+  std::chrono::milliseconds delay = std::chrono::seconds(settings_.captureDelay());
+  if (panel == Panel::Dismiss) delay = std::max(delay, hidingTime);
   if (!capture_.accept(delay, [run = std::move(run)]() mutable { run.begin(); })) return;
   publishCapture();
   if (panel == Panel::Dismiss) Q_EMIT hidingRequested();
