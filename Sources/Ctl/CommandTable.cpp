@@ -43,6 +43,13 @@ std::span<const Command> commands() {
       {"rules", "apply", "run the automation rules over all shots", 1, 1, {}, runRules},
       {"search", "save|remove TEXT", "keep a search in the sidebar, or take it away", 2, 2, {}, runSearch},
       {"settings", "[KEY [VALUE]]", "show all settings or one, or set one", 0, 2, {}, runSettings},
+      {"capture",
+       "area|window|screen|recordArea|recordScreen",
+       "take a screenshot or a recording, or only say where it would go",
+       1,
+       1,
+       {{"--dry-run", ""}},
+       runCapture},
   };
   return table;
 }

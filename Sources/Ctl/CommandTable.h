@@ -56,5 +56,6 @@ struct Command {
 [[nodiscard]] Outcome runRules(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSearch(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSettings(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runCapture(const CommandLine& line, Session& session);
 
 }  // namespace Nimbrel::Ctl
