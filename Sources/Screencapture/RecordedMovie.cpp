@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -18,6 +19,9 @@ namespace {
 
 // A still screen is written so often, or the fragments would wait for it to change.
 constexpr auto longestStill = 250ms;
+
+// The last frame is seen for so long, be it stopped at once.
+constexpr auto shortestSight = 33ms;
 
 /// Takes a name that is free.
 std::optional<Error> takeName(const std::string& path) {
@@ -87,7 +91,7 @@ std::optional<Error> RecordedMovie::addSound() {
 std::optional<Error> RecordedMovie::finish(Time end) {
   if (!begun_) return Error{"Nothing was recorded"};
   auto failure = addSound();
-  if (!failure) failure = writer_->finish(seconds(end));
+  if (!failure) failure = writer_->finish(seconds(std::max(end, lastAdded_ + shortestSight)));
   writer_.reset();
   isKept_ = !failure || canBePlayed(path_);
   if (isKept_) static_cast<void>(MetadataStore::markScreenCapture(path_, kind_));
