@@ -5,6 +5,7 @@
 #include "../Linux/Unprivileged.h"
 #include "Support/SmallDisk.h"
 
+#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -219,14 +220,21 @@ std::size_t dataBytes() {
   return 0;
 }
 
+/// Lets this process have so many bytes more than it has in use.
+bool limitMemory(std::size_t bytes) {
+  // What former tests have given back is not to serve a second time.
+  ::malloc_trim(0);
+  const rlimit most{dataBytes() + bytes, dataBytes() + bytes};
+  return ::setrlimit(RLIMIT_DATA, &most) == 0;
+}
+
 TEST_F(SyncTrouble, TakesLittleMoreMemoryThanTheLargestFile) {
   constexpr std::size_t size = 48 << 20;
   addPicture("out.png", std::string(size, 'x'));
   addEnvelope("in.png", someReferenceDate, std::string(size, 'y'));
   const auto disk = folder_.makeFolder("disk");
   const auto outcome = Testing::onSmallDisk(disk, 1 << 20, [&] {
-    const rlimit most{dataBytes() + size * 3 / 2, dataBytes() + size * 3 / 2};
-    if (::setrlimit(RLIMIT_DATA, &most) != 0) return 1;
+    if (!limitMemory(size * 3 / 2)) return 1;
     return run() == "1 sent, 1 received" ? 0 : 2;
   });
   EXPECT_EQ(outcome, 0);
@@ -237,8 +245,7 @@ TEST_F(SyncTrouble, AVaultFileThatDoesNotFitIntoMemoryEndsTheRun) {
   addToVault(std::string(size, 'x'));
   const auto disk = folder_.makeFolder("disk");
   const auto outcome = Testing::onSmallDisk(disk, 1 << 20, [&] {
-    const rlimit most{dataBytes() + size / 2, dataBytes() + size / 2};
-    if (::setrlimit(RLIMIT_DATA, &most) != 0) return 1;
+    if (!limitMemory(size / 2)) return 1;
     return run() == "Cannot read 0123.nimbrelvault: There is not enough memory for it" ? 0 : 2;
   });
   EXPECT_EQ(outcome, 0);
