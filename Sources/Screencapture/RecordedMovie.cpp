@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -18,6 +19,9 @@ namespace {
 
 // A still screen is written so often, or the fragments would wait for it to change.
 constexpr auto longestStill = 250ms;
+
+// The last frame is seen for so long, be it stopped at once.
+constexpr auto shortestSight = 33ms;
 
 /// Takes a name that is free.
 std::optional<Error> takeName(const std::string& path) {
@@ -58,10 +62,10 @@ RecordedMovie::~RecordedMovie() {
   if (!isKept_) ::unlink(path_.c_str());
 }
 
-double RecordedMovie::seconds(Time time) const { return std::chrono::duration<double>(time - *begun_).count(); }
+double RecordedMovie::seconds(Time time) const { return std::chrono::duration<double>(time - begun_).count(); }
 
 std::optional<Error> RecordedMovie::addFrame(const QImage& frame, Time time) {
-  if (!begun_) begun_ = time;
+  if (!std::exchange(hasBegun_, true)) begun_ = time;
   last_ = frame;
   lastAdded_ = time;
   if (auto failure = writer_->addFrame(frame, seconds(time))) return failure;
@@ -69,7 +73,7 @@ std::optional<Error> RecordedMovie::addFrame(const QImage& frame, Time time) {
 }
 
 std::optional<Error> RecordedMovie::goOn(Time time) {
-  if (!begun_) return std::nullopt;
+  if (!hasBegun_) return std::nullopt;
   if (time - lastAdded_ >= longestStill) return addFrame(last_, time);
   return addSound();
 }
@@ -77,7 +81,7 @@ std::optional<Error> RecordedMovie::goOn(Time time) {
 std::optional<Error> RecordedMovie::addSound() {
   if (!sound_) return std::nullopt;
   for (auto& heard : sound_->take()) {
-    const auto block = soundFrom(std::move(heard), *begun_);
+    const auto block = soundFrom(std::move(heard), begun_);
     if (block.samples.empty()) continue;
     if (auto failure = writer_->addSound(block.samples, seconds(block.start))) return failure;
   }
@@ -85,9 +89,9 @@ std::optional<Error> RecordedMovie::addSound() {
 }
 
 std::optional<Error> RecordedMovie::finish(Time end) {
-  if (!begun_) return Error{"Nothing was recorded"};
+  if (!hasBegun_) return Error{"Nothing was recorded"};
   auto failure = addSound();
-  if (!failure) failure = writer_->finish(seconds(end));
+  if (!failure) failure = writer_->finish(seconds(std::max(end, lastAdded_ + shortestSight)));
   writer_.reset();
   isKept_ = !failure || canBePlayed(path_);
   if (isKept_) static_cast<void>(MetadataStore::markScreenCapture(path_, kind_));

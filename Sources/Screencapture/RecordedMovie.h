@@ -58,7 +58,8 @@ class RecordedMovie {
   std::string kind_;
   std::unique_ptr<MovieWriter> writer_;
   std::unique_ptr<SoundSource> sound_;
-  std::optional<Time> begun_;
+  bool hasBegun_ = false;
+  Time begun_;
   QImage last_;
   Time lastAdded_;
   bool isKept_ = false;

@@ -60,8 +60,9 @@ std::optional<Error> RecordingThread::record(const std::stop_token& stop) {
     const auto frame = frames.value()->next();
     if (!frame && !hasBegun) return frame.error();
     if (!frame) break;
+    const auto& picture = frame.value();
     // What fails here fails in finish() again, which then sees what can be saved.
-    if (frame.value() ? movie.value()->addFrame(*frame.value(), now) : movie.value()->goOn(now)) break;
+    if (picture ? movie.value()->addFrame(*picture, now) : movie.value()->goOn(now)) break;
     if (!std::exchange(hasBegun, true)) events_.began();
     waitUntil(pacing.next(Clock::now()), stop);
   } while (!stop.stop_requested());

@@ -5,6 +5,7 @@
 #include "Screencapture/PixelMemory.h"
 #include "Screencapture/SoundServer.h"
 #include "Support/DesktopSession.h"
+#include "Support/EnvironmentVariable.h"
 #include "Support/ProgramRun.h"
 #include "Support/TemporaryFolder.h"
 #include "Support/Waiting.h"
@@ -51,13 +52,13 @@ bool isLike(const QColor& one, const QColor& other) {
 /// The program as it is started for a recording, on a screen that is red at first.
 class RecordingProgramTest : public ::testing::Test {
  protected:
-  void start(const QStringList& options) {
+  void start(const QStringList& options) { startAs(Testing::programPath("nimbrel-screencapture"), options); }
+  void startAs(const QString& program, const QStringList& arguments) {
     program_ = std::make_unique<QProcess>();
     auto environment = Testing::environmentOf(folder_.makeFolder("home"));
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     program_->setProcessEnvironment(environment);
-    program_->start(Testing::programPath("nimbrel-screencapture"),
-                    options + QStringList{QStringLiteral("-d"), QString::fromStdString(path_)});
+    program_->start(program, arguments + QStringList{QStringLiteral("-d"), QString::fromStdString(path_)});
     EXPECT_TRUE(program_->waitForStarted());
   }
   void startWithMainScreen() {
@@ -69,9 +70,19 @@ class RecordingProgramTest : public ::testing::Test {
     const auto pixels = screenPixels(screen_.display(), {600, 400, 1, 1});
     return pixels && pixels.value()->image().pixelColor(0, 0) != Qt::red;
   }
-  [[nodiscard]] static bool hasControl() {
-    return !xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"), controlName})
-                .isEmpty();
+  /// The windows of stop controls that are shown.
+  [[nodiscard]] static QStringList controls() {
+    return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"), controlName});
+  }
+  [[nodiscard]] static bool hasControl() { return !controls().isEmpty(); }
+  [[nodiscard]] QRect frameOfControl() const {
+    const auto window = static_cast<xcb_window_t>(controls().value(0).toUInt());
+    auto* server = screen_.display().get();
+    const XcbOwned<xcb_get_geometry_reply_t> size(
+        xcb_get_geometry_reply(server, xcb_get_geometry(server, window), nullptr));
+    const XcbOwned<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+        server, xcb_translate_coordinates(server, window, screen_.display().root(), 0, 0), nullptr));
+    return size && place ? QRect(place->dst_x, place->dst_y, size->width, size->height) : QRect();
   }
 
   void signal(int number) { ::kill(static_cast<pid_t>(program_->processId()), number); }
@@ -143,22 +154,20 @@ TEST_F(RecordingProgramTest, AClickOnTheControlEndsIt) {
   EXPECT_GT(duration(), 0);
 }
 
-TEST_F(RecordingProgramTest, TheControlLeavesTheKeyboardToTheOthersAndIsOnAllWorkspaces) {
+TEST_F(RecordingProgramTest, TheControlLeavesTheKeyboardToOthersAndIsOnAllWorkspacesAboveThem) {
   const Testing::DesktopClient other({Testing::programPath("TestWindow").toStdString(), "WM_CLASS", "o/Other"});
   Testing::bringToFront("Other");
   const auto active = xdotool({QStringLiteral("getactivewindow")});
   startWithMainScreen();
-  const auto control =
-      xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"), controlName});
-  ASSERT_EQ(control.size(), 1);
-  xdotool({QStringLiteral("mousemove"), QStringLiteral("--window"), control.front(), QStringLiteral("30"),
-           QStringLiteral("20"), QStringLiteral("click"), QStringLiteral("1")});
+  const auto control = controls().value(0);
+  xdotool({QStringLiteral("mousemove"), QStringLiteral("--window"), control, QStringLiteral("30"), QStringLiteral("20"),
+           QStringLiteral("click"), QStringLiteral("1")});
   EXPECT_EQ(xdotool({QStringLiteral("getactivewindow")}), active);
-  EXPECT_TRUE(run(QStringLiteral("xprop"), {QStringLiteral("-id"), control.front(), QStringLiteral("_NET_WM_DESKTOP")})
-                  .contains(QStringLiteral("4294967295")));
-  EXPECT_TRUE(run(QStringLiteral("xprop"), {QStringLiteral("-id"), control.front(), QStringLiteral("_NET_WM_STATE")})
-                  .join(u' ')
-                  .contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
+  const auto property = [&](const QString& name) {
+    return run(QStringLiteral("xprop"), {QStringLiteral("-id"), control, name}).join(u' ').toStdString();
+  };
+  EXPECT_THAT(property(QStringLiteral("_NET_WM_DESKTOP")), HasSubstr("4294967295"));
+  EXPECT_THAT(property(QStringLiteral("_NET_WM_STATE")), HasSubstr("_NET_WM_STATE_ABOVE"));
   signal(SIGTERM);
   EXPECT_EQ(exitStatus(), Done);
 }
@@ -171,13 +180,41 @@ TEST_F(RecordingProgramTest, ASelectionIsRecordedWithAFrameAroundIt) {
            QStringLiteral("mousemove"), QStringLiteral("401"), QStringLiteral("301"), QStringLiteral("mouseup"),
            QStringLiteral("1")});
   ASSERT_TRUE(waitUntil([] { return hasControl(); }));
+  EXPECT_FALSE(frameOfControl().intersects({200, 150, 201, 151}));
   const auto screen = run(QStringLiteral("xwininfo"), {QStringLiteral("-root"), QStringLiteral("-tree")}).join(u' ');
-  xdotool({QStringLiteral("mousemove"), QStringLiteral("0"), QStringLiteral("0")});
+  xdotool({QStringLiteral("mousemove"), QStringLiteral("199"), QStringLiteral("200")});
+  const auto* root = &screen_.display();
+  const XcbOwned<xcb_query_pointer_reply_t> pointed(
+      xcb_query_pointer_reply(root->get(), xcb_query_pointer(root->get(), root->root()), nullptr));
+  EXPECT_EQ(pointed->child, 0U) << "the frame takes clicks";
   signal(SIGINT);
   EXPECT_EQ(exitStatus(), Done);
   EXPECT_EQ(frameAt(0).size(), QSize(200, 150)) << "an odd size is not cut";
   EXPECT_TRUE(screen.contains(QStringLiteral("204x2+198+148"))) << screen.toStdString();
   EXPECT_EQ(MetadataStore::screenCaptureType(path_), "selection");
+}
+
+TEST_F(RecordingProgramTest, AtTwiceTheScaleTheControlIsTwiceAsLargeAndInTheCorner) {
+  const Testing::EnvironmentVariable scale("QT_SCALE_FACTOR", "2");
+  startWithMainScreen();
+  const auto frame = frameOfControl();
+  EXPECT_GE(frame.height(), 60);
+  EXPECT_EQ(frame.bottomRight(), QPoint(1279 - 24, 799 - 24));
+  signal(SIGINT);
+  EXPECT_EQ(exitStatus(), Done);
+}
+
+TEST_F(RecordingProgramTest, WithTheProgramThatStartedItItEndsProperly) {
+  // Stays beside it, and is gone the next moment.
+  const auto process = Testing::programPath("nimbrel-screencapture");
+  startAs(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("\"$0\" \"$@\" & wait"), process,
+                                 QStringLiteral("-v"), QStringLiteral("-m")});
+  ASSERT_TRUE(waitUntil([] { return hasControl(); }));
+  program_->kill();
+  EXPECT_TRUE(waitUntil([] { return !hasControl(); }));
+  EXPECT_TRUE(waitUntil([this] { return Testing::contentOf(path_).find("moof") == std::string::npos; }))
+      << "it stays in fragments";
+  EXPECT_GT(duration(), 0);
 }
 
 TEST_F(RecordingProgramTest, CancelledDuringTheChoiceThereIsNoFile) {

@@ -87,7 +87,14 @@ TEST_F(ScreenFramesTest, AnAreaThatIsNotOnTheScreenIsAnError) {
   EXPECT_FALSE(ScreenFrames::open({}));
 }
 
-TEST(NoScreenFramesTest, WithoutADisplayThereIsAnError) { EXPECT_FALSE(ScreenFrames::open({0, 0, 100, 100})); }
+TEST(OtherScreenFramesTest, ColoursOfOtherThanEightBitsAreAnErrorThatSaysSo) {
+  const Testing::DesktopSession session(16);
+  const auto frames = ScreenFrames::open({0, 0, 100, 100});
+  ASSERT_FALSE(frames);
+  EXPECT_NE(frames.error().message.find("8 bits"), std::string::npos);
+}
+
+TEST(OtherScreenFramesTest, WithoutADisplayThereIsAnError) { EXPECT_FALSE(ScreenFrames::open({0, 0, 100, 100})); }
 
 }  // namespace
 
