@@ -42,6 +42,7 @@ struct Command {
 [[nodiscard]] Outcome runImport(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runScan(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runRead(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runRecording(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runFile(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runTrash(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runForget(const CommandLine& line, Session& session);

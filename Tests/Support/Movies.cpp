@@ -1,5 +1,6 @@
 #include "Support/Movies.h"
 
+#include "Linux/Media/InputFile.h"
 #include "Linux/Media/MediaInput.h"
 #include "Linux/Media/MovieEncoder.h"
 #include "Linux/Media/SampleConverter.h"
@@ -155,6 +156,29 @@ void writeMovie(const std::string& path, const MadeMovie& movie) {
     addPicture(encoder, numberedPicture(static_cast<int>(i), movie.size), movie.times[i]);
   }
   expectDone(encoder.finish(pictureTicks(movie.end)));
+}
+
+void repeatMovie(const std::string& source, const std::string& target, int times) {
+  auto file = MovieFile::create(target, MovieFile::Form::IndexInFront);
+  ASSERT_TRUE(file);
+  const AVStream* track = nullptr;
+  const Packet packet(av_packet_alloc());
+  for (int round = 0; round < times; ++round) {
+    const auto input = openInput(source);
+    ASSERT_TRUE(input);
+    const AVStream& from = *input.value()->streams[0];
+    if (!track) {
+      track = file.value().addTrack(*from.codecpar, from.time_base);
+      expectDone(file.value().begin());
+    }
+    for (; av_read_frame(input.value().get(), packet.get()) == 0; av_packet_unref(packet.get())) {
+      if (packet->stream_index != from.index) continue;
+      packet->pts += round * from.duration;
+      packet->dts += round * from.duration;
+      expectDone(file.value().write(*packet, *track, from.time_base));
+    }
+  }
+  expectDone(file.value().end());
 }
 
 std::vector<int> ReadMovie::numbers() const {

@@ -39,6 +39,10 @@ struct MadeMovie {
 /// Writes the movie; fails the test when that does not work. An odd size is kept.
 void writeMovie(const std::string& path, const MadeMovie& movie);
 
+/// Writes a movie that plays another one so many times without encoding it anew, which is quick to make and slow to
+/// work on. Pictures only; fails the test when that does not work.
+void repeatMovie(const std::string& source, const std::string& target, int times);
+
 /// What is in a movie, all of it decoded.
 struct ReadMovie {
   struct Picture {

@@ -3,6 +3,8 @@
 #include "Linux/Media/AvError.h"
 #include "Platform/FileSystem.h"
 
+#include <utility>
+
 namespace Nimbrel::Media {
 
 namespace {
@@ -26,7 +28,7 @@ Result<InputFormat> openInput(const std::string& path) {
   InputFormat format(opened);
   format->flags |= AVFMT_FLAG_DISCARD_CORRUPT;
   if (const int code = avformat_find_stream_info(format.get(), nullptr); code < 0) return avError(code);
-  return format;
+  return format->nb_streams > 0 ? Result(std::move(format)) : avError(AVERROR_INVALIDDATA);
 }
 
 }  // namespace Nimbrel::Media

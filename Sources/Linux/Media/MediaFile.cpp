@@ -13,14 +13,15 @@ Result<double> duration(const std::string& path) {
   return input.value().duration();
 }
 
-std::optional<Error> forEachSoundBuffer(const std::string& path, const SoundVisitor& visit) {
+std::optional<Error> forEachSoundBuffer(const std::string& path, const SoundVisitor& visit,
+                                        const std::stop_token& stop) {
   auto opened = MediaInput::open(path);
   if (!opened) return opened.error();
   auto& input = opened.value();
-  if (!input.has(MediaInput::Kind::Sound)) return std::nullopt;
-  if (auto failure = input.choose(MediaInput::Kind::Sound)) return failure;
+  if (input.choose(MediaInput::Kind::Sound)) return std::nullopt;
   Media::SampleConverter converter;
   while (true) {
+    if (stop.stop_requested()) return Error{"The search for sound was stopped"};
     const auto sound = input.next();
     if (!sound) return sound.error();
     if (!sound.value()) return std::nullopt;

@@ -14,6 +14,8 @@ namespace Nimbrel::Media {
 
 namespace {
 
+constexpr double highestFrameRate = 1000;
+
 /// So many packets may be unreadable in a row before the rest of the file counts as lost.
 constexpr int damageLimit = 1000;
 
@@ -97,11 +99,29 @@ const std::int32_t* MediaInput::displayMatrix() const {
   return size < 9 * sizeof(std::int32_t) ? nullptr : reinterpret_cast<const std::int32_t*>(bytes);
 }
 
-int MediaInput::jump(double time) {
-  constexpr double farthest = 1e15;  // ticks of any kind
+AVRational MediaInput::frameRate() const {
+  for (const auto& rate : {stream_->avg_frame_rate, stream_->r_frame_rate}) {
+    if (rate.num > 0 && rate.den > 0 && av_q2d(rate) >= 1 && av_q2d(rate) <= highestFrameRate) return rate;
+  }
+  return {30, 1};
+}
+
+std::int64_t MediaInput::ticks(double time) const {
+  constexpr double farthest = 1e15;
   const double wanted = (time + startOf(*format_)) / av_q2d(stream_->time_base);
-  const auto ticks = static_cast<std::int64_t>(std::round(std::clamp(wanted, -farthest, farthest)));
-  int code = av_seek_frame(format_.get(), stream_->index, ticks, AVSEEK_FLAG_BACKWARD);
+  return std::llround(std::clamp(wanted, -farthest, farthest));
+}
+
+bool MediaInput::isNear(double time) const {
+  if (const auto* start = avformat_index_get_entry_from_timestamp(stream_, ticks(time), AVSEEK_FLAG_BACKWARD)) {
+    return start->timestamp <= ticks(lastTime_);
+  }
+  constexpr double usualDistance = 5;  // of the frames from which on one can decode
+  return time - lastTime_ < usualDistance;
+}
+
+int MediaInput::jump(double time) {
+  int code = av_seek_frame(format_.get(), stream_->index, ticks(time), AVSEEK_FLAG_BACKWARD);
   if (code < 0) {
     // Nothing so early, or no index: everything can be reached from the beginning.
     constexpr auto earliest = std::numeric_limits<std::int64_t>::min();
@@ -162,7 +182,8 @@ int MediaInput::feedDecoder() {
   if (code < 0) return code;
   code = avcodec_send_packet(decoder_.get(), packet_.get());
   av_packet_unref(packet_.get());
-  return code;
+  // Decoders have all kinds of numbers for what they cannot make sense of.
+  return code < 0 && code != AVERROR(ENOMEM) ? AVERROR_INVALIDDATA : code;
 }
 
 DecodedFrame MediaInput::described() {
@@ -177,6 +198,7 @@ DecodedFrame MediaInput::described() {
   } else if (frame_->pkt_duration > 0) {
     result.length = static_cast<double>(frame_->pkt_duration) * tick;
   }
+  lastTime_ = result.time;
   expectedTime_ = result.time + result.length.value_or(0);
   return result;
 }

@@ -42,6 +42,13 @@ class MediaInput {
   /// The nine numbers by which pictures are turned when shown, as libavutil/display.h has them; null without any.
   [[nodiscard]] const std::int32_t* displayMatrix() const;
 
+  /// Pictures a second on average; 30 when the file does not say or says nonsense.
+  [[nodiscard]] AVRational frameRate() const;
+
+  /// Whether next() comes to the frame that is shown at `time`, not sooner than the one given last, without decoding
+  /// more than after a seek().
+  [[nodiscard]] bool isNear(double time) const;
+
   /// Goes on at the last frame from which on one can decode that is not later than `time`; at the first frame of all
   /// when each is later. Fails when the file cannot be read there.
   [[nodiscard]] std::optional<Error> seek(double time);
@@ -52,6 +59,7 @@ class MediaInput {
  private:
   explicit MediaInput(InputFormat format);
   [[nodiscard]] AVStream* first(Kind kind) const;
+  [[nodiscard]] std::int64_t ticks(double time) const;
   [[nodiscard]] int jump(double time);
   [[nodiscard]] Result<std::optional<DecodedFrame>> decodeNext();
   [[nodiscard]] int feedDecoder();
@@ -63,6 +71,7 @@ class MediaInput {
   Frame frame_;
   Packet packet_;
   std::optional<DecodedFrame> ahead_;  ///< what seek() has decoded already
+  double lastTime_ = 0;                ///< of the frame decoded last
   double expectedTime_ = 0;            ///< of a frame without a time
 };
 

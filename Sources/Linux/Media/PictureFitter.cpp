@@ -12,8 +12,8 @@ namespace {
 
 constexpr AVPixelFormat target = AV_PIX_FMT_YUV420P;
 
-bool isRgb(const AVFrame& picture) {
-  const auto* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(picture.format));
+bool isRgb(int format) {
+  const auto* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
   return description && (description->flags & AV_PIX_FMT_FLAG_RGB) != 0;
 }
 
@@ -22,12 +22,22 @@ int usedSide(int side, int wanted) { return side == wanted + 1 ? wanted : side; 
 
 int setColours(SwsContext& scaler, const AVFrame& picture, const Colours& colours) {
   constexpr int one = 1 << 16;
-  const bool isFull = isRgb(picture) || picture.color_range == AVCOL_RANGE_JPEG;
+  const bool isFull = isRgb(picture.format) || picture.color_range == AVCOL_RANGE_JPEG;
   return sws_setColorspaceDetails(&scaler, sws_getCoefficients(picture.colorspace), isFull,
                                   sws_getCoefficients(colours.space), colours.range == AVCOL_RANGE_JPEG, 0, one, one);
 }
 
 }  // namespace
+
+Colours coloursOf(const AVCodecContext& decoder) {
+  if (isRgb(decoder.pix_fmt)) return {};
+  const bool isFull = decoder.color_range == AVCOL_RANGE_JPEG || decoder.pix_fmt == AV_PIX_FMT_YUVJ420P ||
+                      decoder.pix_fmt == AV_PIX_FMT_YUVJ422P || decoder.pix_fmt == AV_PIX_FMT_YUVJ444P;
+  return {.range = isFull ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG,
+          .primaries = decoder.color_primaries,
+          .transfer = decoder.color_trc,
+          .space = decoder.colorspace};
+}
 
 PictureFitter::PictureFitter(int width, int height, const Colours& colours)
     : width_(width), height_(height), colours_(colours), result_(av_frame_alloc()) {}

@@ -13,6 +13,9 @@ struct Colours {
   AVColorSpace space = AVCOL_SPC_BT709;
 };
 
+/// How the pictures of a track are to be understood; as far as it does not say, as its kind is understood usually.
+[[nodiscard]] Colours coloursOf(const AVCodecContext& decoder);
+
 /// Gives pictures the size and the form that an encoder takes: 8 bits, a sample of colour for four of brightness. A
 /// column or a row too many is left out at the right or bottom; any other size is scaled.
 class PictureFitter {
