@@ -3,20 +3,14 @@
 #include "Foundation/FilePath.h"
 #include "Platform/FileMove.h"
 #include "Platform/FileSystem.h"
+#include "Platform/ImageFile.h"
 #include "Platform/MetadataStore.h"
+#include "Platform/NewFile.h"
 
-#include <QFile>
-#include <QImageWriter>
+#include <QUuid>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <string_view>
-#include <system_error>
 
 namespace Nimbrel::Screencapture {
 
@@ -34,74 +28,38 @@ std::string_view captureType(CaptureRequest::Subject subject) {
   return "display";
 }
 
-/// A new file with a hidden name beside the wanted one, which goes again unless it gets that.
-class HiddenFile {
- public:
-  explicit HiddenFile(std::string_view folder)
-      : path_(FilePath::join(folder, ".nimbrel-XXXXXX")), number_(::mkostemp(path_.data(), O_CLOEXEC)) {
-    if (number_ < 0) return;
-    // As any program's new file: what the user's mask allows.
-    const auto mask = ::umask(0);
-    ::umask(mask);
-    ::fchmod(number_, 0666 & ~mask);
-  }
-  ~HiddenFile() {
-    if (number_ < 0) return;
-    ::close(number_);
-    ::unlink(path_.c_str());
-  }
-  HiddenFile(const HiddenFile&) = delete;
-  HiddenFile& operator=(const HiddenFile&) = delete;
+Error failure(const Error& error) { return {"The picture cannot be written: " + error.message}; }
 
-  [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-  [[nodiscard]] const std::string& path() const { return path_; }
-  [[nodiscard]] int number() const { return number_; }
-
- private:
-  std::string path_;
-  int number_;
-};
-
-Error failure(int error) { return Error{"The picture cannot be written: " + std::generic_category().message(error)}; }
-
-/// Quick rather than small: the time until the file is there is what the user waits for.
-constexpr int quickCompression = 85;
-
-bool encode(const QImage& picture, QFile& file) {
-  QImageWriter writer(&file, "png");
-  writer.setQuality(quickCompression);
-  return writer.write(picture);
+/// A hidden name beside the wanted one: whoever watches the folder is to see the file with its marks.
+std::string hiddenNeighbour(const std::string& path) {
+  const auto name = ".nimbrel-" + QUuid::createUuid().toString(QUuid::Id128).toStdString();
+  return FilePath::join(FilePath::folder(path), name);
 }
 
-/// Writes what `write` makes of the open file.
+/// `write` makes the file at the path that it is given.
 template <class Write>
-std::optional<Error> writeContent(Write write, int number) {
-  QFile file;
-  if (!file.open(number, QIODevice::WriteOnly)) return failure(EIO);
-  if (!write(file) || !file.flush()) return Error{"The picture cannot be written"};
-  return ::fsync(number) == 0 ? std::nullopt : std::optional(failure(errno));
-}
-
-template <class Write>
-std::optional<Error> writeFile(Write write, CaptureRequest::Subject subject, const std::string& path) {
+std::optional<Error> writeMarked(Write write, CaptureRequest::Subject subject, const std::string& path) {
   const auto target = std::filesystem::absolute(path).string();
-  if (FileSystem::isTaken(target)) return failure(EEXIST);
-  const HiddenFile file(FilePath::folder(target));
-  if (!file.isOpen()) return failure(errno);
-  if (auto error = writeContent(write, file.number())) return error;
+  if (FileSystem::isTaken(target)) return failure({"Something stands at its path"});
+  const auto hidden = hiddenNeighbour(target);
+  if (const std::optional<Error> error = write(hidden)) return failure(*error);
   // Where files keep no such notes, the name alone tells.
-  static_cast<void>(MetadataStore::markScreenCapture(file.path(), captureType(subject)));
-  return FileMove::move(file.path(), target);
+  static_cast<void>(MetadataStore::markScreenCapture(hidden, captureType(subject)));
+  const auto error = FileMove::move(hidden, target);
+  if (!error) return std::nullopt;
+  NewFile::discard(hidden);
+  return failure(*error);
 }
 
 }  // namespace
 
 std::optional<Error> writePicture(const QImage& picture, CaptureRequest::Subject subject, const std::string& path) {
-  return writeFile([&](QFile& file) { return encode(picture, file); }, subject, path);
+  return writeMarked([&](const auto& hidden) { return ImageFile::writePNG(picture, hidden); }, subject, path);
 }
 
 std::optional<Error> adoptPicture(const QByteArray& png, CaptureRequest::Subject subject, const std::string& path) {
-  return writeFile([&](QFile& file) { return file.write(png) == png.size(); }, subject, path);
+  const std::string_view bytes(png.constData(), static_cast<std::size_t>(png.size()));
+  return writeMarked([&](const auto& hidden) { return NewFile::write(hidden, bytes); }, subject, path);
 }
 
 }  // namespace Nimbrel::Screencapture

@@ -38,8 +38,11 @@ class PictureFileTest : public ::testing::Test {
 TEST_F(PictureFileTest, HoldsThePictureAndWhatItIsOf) {
   const auto path = folder_.path("Screenshot ü.png");
   EXPECT_FALSE(writePicture(picture(), Subject::window, path));
-  QImage read(QString::fromStdString(path), "png");
-  EXPECT_EQ(read.convertToFormat(QImage::Format_RGB32), picture());
+  const QImage read(QString::fromStdString(path), "png");
+  ASSERT_EQ(read.size(), picture().size());
+  for (int y = 0; y < read.height(); ++y) {
+    for (int x = 0; x < read.width(); ++x) ASSERT_EQ(read.pixel(x, y), picture().pixel(x, y)) << x << ", " << y;
+  }
   EXPECT_EQ(MetadataStore::isScreenCapture(path), true);
   EXPECT_EQ(MetadataStore::screenCaptureType(path), "window");
   EXPECT_EQ(entryCount(), 1);

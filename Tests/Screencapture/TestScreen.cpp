@@ -3,6 +3,7 @@
 #include "Screencapture/PixelMemory.h"
 #include "Support/Waiting.h"
 
+#include <QColorSpace>
 #include <QProcess>
 
 #include <array>
@@ -156,7 +157,10 @@ void ScreenTest::act(const QString& actions) { run(QStringLiteral("xdotool"), ac
 bool ScreenTest::isFolderEmpty() const { return std::filesystem::is_empty(folder_.path()); }
 
 QImage ScreenTest::picture() const {
-  return QImage(QString::fromStdString(path()), "png").convertToFormat(QImage::Format_RGB32);
+  auto read = QImage(QString::fromStdString(path()), "png").convertToFormat(QImage::Format_RGB32);
+  // The file says that it is sRGB, which pictures that are painted here do not.
+  read.setColorSpace({});
+  return read;
 }
 
 }  // namespace Nimbrel::Testing

@@ -1,9 +1,12 @@
 #include "Support/Pictures.h"
 
+#include "Support/TemporaryFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <QFile>
 #include <QPainter>
+#include <QtEndian>
 
 #include <filesystem>
 #include <random>
@@ -33,6 +36,20 @@ void writePicture(const QImage& image, const std::string& path) {
 
 void writePicture(const std::string& path, int width, int height, int seed) {
   writePicture(picture(width, height, seed), path);
+}
+
+std::vector<std::string> chunksOfPng(const std::string& path) {
+  constexpr std::size_t signatureSize = 8;
+  constexpr std::size_t frameSize = 12;  // length, name and checksum
+  const auto bytes = contentOf(path);
+  EXPECT_TRUE(bytes.starts_with("\x89PNG\r\n\x1A\n")) << path;
+  std::vector<std::string> names;
+  for (std::size_t at = signatureSize; at + frameSize <= bytes.size();) {
+    const auto name = bytes.substr(at + 4, 4);
+    if (names.empty() || names.back() != name) names.push_back(name);
+    at += frameSize + qFromBigEndian<quint32>(bytes.data() + at);
+  }
+  return names;
 }
 
 }  // namespace Nimbrel::Testing

@@ -3,6 +3,7 @@
 #include <QImage>
 
 #include <string>
+#include <vector>
 
 namespace Nimbrel::Testing {
 
@@ -14,5 +15,8 @@ void writePicture(const QImage& image, const std::string& path);
 
 /// Both in one.
 void writePicture(const std::string& path, int width = 64, int height = 48, int seed = 0);
+
+/// The names of the chunks of a PNG, in their order; those of the pixels once. Fails the test when it is none.
+[[nodiscard]] std::vector<std::string> chunksOfPng(const std::string& path);
 
 }  // namespace Nimbrel::Testing

@@ -38,7 +38,7 @@ int flushFile(const std::string& path) {
 std::optional<Error> makePlain(const std::string& path) {
   struct stat facts {};
   if (::stat(path.c_str(), &facts) != 0) return Error{wordsFor(errno)};
-  HiddenFile plain{std::string(FilePath::folder(path))};
+  HiddenFile plain(std::string(FilePath::folder(path)), HiddenFile::Access::owner);
   if (plain.error() != 0) return Error{wordsFor(plain.error())};
   if (auto failure = Media::remux(path, plain.path())) return failure;
   ::fchmod(plain.number(), facts.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO));
