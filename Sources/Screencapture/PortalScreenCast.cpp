@@ -148,7 +148,7 @@ void PortalScreenCast::refuse(const std::string& reason) {
   answer({PortalAnswer::Outcome::refused, std::nullopt, reason});
 }
 
-void PortalScreenCast::answer(ScreenCastAnswer answer) {
+void PortalScreenCast::answer(const ScreenCastAnswer& answer) {
   if (const auto answered = std::exchange(events_.answered, nullptr)) answered(answer);
 }
 

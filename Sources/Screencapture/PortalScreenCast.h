@@ -66,7 +66,7 @@ class PortalScreenCast final : public QObject {
   void ask(PortalRequest::Call call, Next next);
   void hearClosed();
   void refuse(const std::string& reason);
-  void answer(ScreenCastAnswer answer);
+  void answer(const ScreenCastAnswer& answer);
   [[nodiscard]] QVariant session() const;
 
   const PortalBus& bus_;
