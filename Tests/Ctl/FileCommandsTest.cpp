@@ -57,7 +57,7 @@ TEST_F(FileCommandsTest, ShrinksAndWaitsForTheTrash) {
 }
 
 TEST_F(FileCommandsTest, NothingToShrinkIsNoFailure) {
-  Testing::writeFile(home_.path("b.png"), "no picture");
+  home_.folder().write("b.png", "no picture");
   const auto store = home_.open(ProcessRole::tool);
   store->importFiles({home_.path("b.png")});
   EXPECT_EQ(statusOf({"shrink", std::to_string(Testing::shotNamed(*store, "b.png")->id)}), "Nothing to shrink");

@@ -19,7 +19,7 @@ class HeicEncoding : public ::testing::Test {
   [[nodiscard]] QImage throughFile(const QImage& picture, double quality = 0.9) const {
     const auto file = HeicEncoder::encode(picture, quality, noLimit);
     if (!file) return {};
-    Testing::writeFile(folder_.path("a.heic"), *file);
+    folder_.write("a.heic", *file);
     return ImageFile::picture(folder_.path("a.heic"));
   }
 

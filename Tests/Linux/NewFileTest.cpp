@@ -38,7 +38,7 @@ TEST(NewFile, IsAsOpenAsAnyNewFile) {
 
 TEST(NewFile, NeverReplaces) {
   const TemporaryFolder folder;
-  Testing::writeFile(folder.path("a"), "old");
+  folder.write("a", "old");
   EXPECT_TRUE(NewFile::write(folder.path("a"), "new"));
   EXPECT_EQ(contentOf(folder.path("a")), "old");
   EXPECT_EQ(entriesOf(folder.path("")), 1U);

@@ -109,7 +109,7 @@ TEST_F(Shrinking, AShotThatWouldGrowStaysAndIsNotCounted) {
 
 TEST_F(Shrinking, AFileOfTheSameStemIsNotReplaced) {
   const auto shot = addShrinkable("Screenshot 1.png");
-  Testing::writeFile(home_.desktop("Screenshot 1.heic"), "somebody's");
+  home_.folder().write("Desktop/Screenshot 1.heic", "somebody's");
   store_->recompress({shot});
   EXPECT_EQ(row(shot->id).path, home_.desktop("Screenshot 1 2.heic"));
   EXPECT_EQ(contentOf(home_.desktop("Screenshot 1.heic")), "somebody's");
@@ -125,7 +125,7 @@ TEST_F(Shrinking, HeicFilesAloneLeaveNothingToShrink) {
 }
 
 TEST_F(Shrinking, AnExtensionInCapitalsIsHeicAsWell) {
-  Testing::writeFile(home_.desktop("Screenshot 1.HEIC"), std::string(1000, 'x'));
+  home_.folder().write("Desktop/Screenshot 1.HEIC", std::string(1000, 'x'));
   store_->importFiles({home_.desktop("Screenshot 1.HEIC")});
   store_->recompress(store_->shots());
   EXPECT_EQ(store_->status(), "Nothing to shrink");
@@ -157,7 +157,7 @@ TEST_F(Shrinking, TextHashTagsAndDateStay) {
 }
 
 TEST_F(Shrinking, WhatCannotBeReadOrIsGoneIsPassedOver) {
-  Testing::writeFile(home_.desktop("Screenshot 1.png"), std::string(1000, 'x'));
+  home_.folder().write("Desktop/Screenshot 1.png", std::string(1000, 'x'));
   store_->importFiles({home_.desktop("Screenshot 1.png")});
   const auto gone = addShrinkable("Screenshot 2.png");
   fs::remove(gone->path);
