@@ -40,6 +40,7 @@ std::span<const Command> commands() {
       {"tag", "ID…", "add a tag to shots", 1, anyNumber, {{"--tag", "T"}}, runTag},
       {"untag", "ID…", "take a tag off shots", 1, anyNumber, {{"--tag", "T"}}, runUntag},
       {"project", "ID…", "put shots into a project", 1, anyNumber, {{"--name", "P"}}, runProject},
+      {"shrink", "ID…", "encode the files of shots anew as HEIC", 1, anyNumber, {}, runShrink},
       {"rules", "apply", "run the automation rules over all shots", 1, 1, {}, runRules},
       {"search", "save|remove TEXT", "keep a search in the sidebar, or take it away", 2, 2, {}, runSearch},
       {"settings", "[KEY [VALUE]]", "show all settings or one, or set one", 0, 2, {}, runSettings},

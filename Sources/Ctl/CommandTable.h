@@ -53,6 +53,7 @@ struct Command {
 [[nodiscard]] Outcome runTag(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runUntag(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runProject(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runShrink(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runRules(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSearch(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSettings(const CommandLine& line, Session& session);

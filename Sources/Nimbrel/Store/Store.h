@@ -147,6 +147,13 @@ class Store : public QObject {
   /// Takes the shots out of the catalogue for good and leaves their files alone.
   void forget(const ShotList& shots);
 
+  // Shrinking
+
+  /// Encodes the files anew as HEIC beside the old ones, at the quality of the settings, and moves those to the Trash;
+  /// a file that is HEIC, cannot be read or would not become smaller stays as it is. Blocks until the new files are on
+  /// the disk; the Trash and the status follow.
+  void recompress(const ShotList& shots);
+
   // Capture
 
   /// What becomes of our own panel, from which a capture may have been asked for, while it is taken.
@@ -319,6 +326,14 @@ class Store : public QObject {
   [[nodiscard]] bool isWhereItWas(const Shot& shot) const;
   void dropTrashed(const ShotList& shots);
   void dropRowAt(const Shot& shot);
+
+  /// What recompress() has done so far.
+  struct Shrinkage {
+    std::vector<std::string> oldPaths;  ///< files that are no shot's any more
+    std::int64_t bytesSaved = 0;
+  };
+  void replaceFile(const Shot& shot, const std::string& heic, Shrinkage& shrinkage);
+  void trashReplaced(Shrinkage shrinkage);
 
   StoreContext context_;
   Settings settings_;
