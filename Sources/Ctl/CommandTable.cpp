@@ -36,6 +36,14 @@ std::span<const Command> commands() {
       {"rules", "apply", "run the automation rules over all shots", 1, 1, {}, runRules},
       {"search", "save|remove TEXT", "keep a search in the sidebar, or take it away", 2, 2, {}, runSearch},
       {"settings", "[KEY [VALUE]]", "show all settings or one, or set one", 0, 2, {}, runSettings},
+      {"flatten",
+       "IN OUT",
+       "burn a JSON list of marks into a copy of an image, a PNG",
+       2,
+       2,
+       {{"--marks", "FILE"}},
+       runFlatten,
+       Command::Needs::Fonts},
   };
   return table;
 }
