@@ -75,7 +75,7 @@ TEST_F(Shrinking, TheOldFileIsThereUntilItIsInTheTrash) {
   const auto shot = addShrinkable("Screenshot 1.png");
   store_->recompress({shot});
   EXPECT_TRUE(fs::exists(shot->path));
-  EXPECT_EQ(store_->status(), "Added 1 shot") << "nothing is told before the Trash has answered";
+  EXPECT_EQ(store_->status(), "Imported 1") << "nothing is told before the Trash has answered";
 }
 
 TEST_F(Shrinking, TellsHowManyAndHowMuchOnceTheTrashHasAnswered) {
