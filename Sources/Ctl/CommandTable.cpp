@@ -51,6 +51,14 @@ std::span<const Command> commands() {
        1,
        {{"--dry-run", ""}},
        runCapture},
+      {"flatten",
+       "IN OUT",
+       "burn a JSON list of marks into a copy of an image, a PNG",
+       2,
+       2,
+       {{"--marks", "FILE"}},
+       runFlatten,
+       Command::Needs::Fonts},
   };
   return table;
 }

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace Nimbrel {
@@ -37,7 +38,15 @@ void heedSignals() {
   for (const int number : {SIGINT, SIGTERM}) ::signal(number, SIG_DFL);
 }
 
-/// One run of the program, for as long as that takes: nobody owns it, and it deletes itself once the program has ended.
+class Run;
+
+/// All runs under way. Outlives everything: a QProcess takes its program with it when it is destroyed.
+std::set<Run*>& runs() {
+  static auto* const underWay = new std::set<Run*>;
+  return *underWay;
+}
+
+/// One run of the program, for as long as that takes: it deletes itself once the program has ended.
 class Run final : public QObject {
  public:
   Run(const ScreenCaptureProcessOptions& options, const std::vector<std::string>& arguments)
@@ -52,6 +61,9 @@ class Run final : public QObject {
     limit_.setSingleShot(true);
     connect(&limit_, &QTimer::timeout, this, &Run::insist);
   }
+  ~Run() override { runs().erase(this); }
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
 
   /// Why the program could not be started, and then this can be deleted.
   [[nodiscard]] std::optional<Error> start() {
@@ -64,7 +76,9 @@ class Run final : public QObject {
     return std::nullopt;
   }
 
+  /// Only when started: from now on this belongs to itself.
   void callWhenEnded(QObject* context, ScreenCaptureTool::Then then) {
+    runs().insert(this);
     connect(&process_, &QProcess::finished, context, [this, then = std::move(then)] { then(exitStatus()); });
     connect(&process_, &QProcess::finished, this, &QObject::deleteLater);
   }

@@ -16,7 +16,7 @@ ReservedFile::ReservedFile(const std::string& path)
   if (!placeholder_.isOpen()) {
     error_ = errno;
   } else {
-    content_.emplace(std::string(FilePath::folder(path)));
+    content_.emplace(std::string(FilePath::folder(path)), HiddenFile::Access::everybody);
   }
 }
 

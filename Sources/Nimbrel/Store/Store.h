@@ -301,12 +301,7 @@ class Store : public QObject {
 
   /// The title of the application that a shot shows, locked or not; else empty.
   [[nodiscard]] std::string sourceTitle(ShotID id) const;
-  /// What a pass of the rules has left to do.
-  struct RulePass {
-    bool changed = false;
-    ShotIDSet toFile;
-    std::vector<std::string> projects;  ///< those that the rules named, in this order
-  };
+  struct RulePass;
   RulePass applyRules(std::span<const PreparedRule> rules, const ShotList& shots);
   void write(const RuleEffect& effect, const Shot& shot);
   void addProjects(const std::vector<std::string>& names);
