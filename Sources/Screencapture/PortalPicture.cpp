@@ -4,6 +4,7 @@
 #include "Screencapture/PictureFile.h"
 
 #include <QBuffer>
+#include <QColorSpace>
 #include <QImage>
 #include <QImageReader>
 #include <QUrl>
@@ -43,9 +44,10 @@ std::optional<Error> copyPicture(const std::string& from, const CaptureRequest& 
   reader.setDecideFormatFromContent(true);
   reader.setAutoTransform(true);
   const auto format = reader.format();
-  const auto picture = reader.read();
+  auto picture = reader.read();
   if (picture.isNull()) return Error{"The desktop portal's picture cannot be read"};
   if (format == "png") return adoptPicture(*content, request.subject, request.path);
+  if (picture.colorSpace().isValid()) picture.convertToColorSpace(QColorSpace::SRgb);
   return writePicture(picture, request.subject, request.path);
 }
 

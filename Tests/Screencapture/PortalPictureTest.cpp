@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QColorSpace>
+#include <QColorTransform>
 #include <QImage>
 #include <QUrl>
 
@@ -73,9 +75,26 @@ TEST_F(PortalPictureTest, WhatIsNoPngBecomesOne) {
   const auto jpeg = picture("tmp/portal.jpg");
   const QImage shown(QString::fromStdString(jpeg));
   EXPECT_EQ(take(jpeg), std::nullopt);
-  const QImage written(QString::fromStdString(target_), "png");
-  EXPECT_EQ(written.convertToFormat(QImage::Format_RGB32), shown.convertToFormat(QImage::Format_RGB32));
+  QImage written(QString::fromStdString(target_), "png");
+  EXPECT_EQ(written.colorSpace(), QColorSpace(QColorSpace::SRgb));
+  written.setColorSpace({});
+  EXPECT_EQ(written, shown);
   EXPECT_EQ(MetadataStore::isScreenCapture(target_), true);
+}
+
+TEST_F(PortalPictureTest, ColoursOfAnotherSpaceStayWhatTheyAre) {
+  QImage picture(64, 48, QImage::Format_RGB32);
+  picture.fill(qRgb(200, 60, 60));
+  const QColorSpace wide(QColorSpace::DisplayP3);
+  picture.setColorSpace(wide);
+  const auto jpeg = folder_.path("tmp/portal.jpg");
+  Testing::writePicture(picture, jpeg);
+  EXPECT_EQ(take(jpeg), std::nullopt);
+  const auto colour = QImage(QString::fromStdString(target_)).pixelColor(30, 20);
+  const auto expected = wide.transformationToColorSpace(QColorSpace::SRgb).map(picture.pixelColor(30, 20));
+  EXPECT_NEAR(colour.red(), expected.red(), 3);
+  EXPECT_NEAR(colour.green(), expected.green(), 3);
+  EXPECT_NEAR(colour.blue(), expected.blue(), 3);
 }
 
 TEST_F(PortalPictureTest, AFileThatIsNoPictureIsAnErrorAndStays) {
