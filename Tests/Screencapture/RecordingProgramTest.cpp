@@ -211,10 +211,10 @@ TEST_F(RecordingProgramTest, WithTheProgramThatStartedItItEndsProperly) {
                                  QStringLiteral("-v"), QStringLiteral("-m")});
   ASSERT_TRUE(waitUntil([] { return hasControl(); }));
   program_->kill();
+  EXPECT_EQ(exitStatus(), -1);
   EXPECT_TRUE(waitUntil([] { return !hasControl(); }));
-  EXPECT_TRUE(waitUntil([this] { return Testing::contentOf(path_).find("moof") == std::string::npos; }))
-      << "it stays in fragments";
-  EXPECT_GT(duration(), 0);
+  const auto isInFragments = [this] { return Testing::contentOf(path_).find("moof") != std::string::npos; };
+  EXPECT_TRUE(waitUntil([&] { return duration() > 0 && !isInFragments(); })) << "it is not finished";
 }
 
 TEST_F(RecordingProgramTest, CancelledDuringTheChoiceThereIsNoFile) {
