@@ -1,8 +1,9 @@
+#include "Platform/MediaFile.h"
+
 #include "Linux/Files/ErrorWords.h"
 #include "Linux/Files/ReservedFile.h"
 #include "Linux/Media/PictureCuts.h"
 #include "Linux/Media/SoundCuts.h"
-#include "Platform/MediaFile.h"
 
 #include <algorithm>
 #include <utility>

@@ -11,6 +11,8 @@ namespace Nimbrel::Media {
 namespace {
 
 constexpr AVPixelFormat target = AV_PIX_FMT_YUV420P;
+/// Every pixel counts for the colours, which is also quicker than every second one.
+constexpr int scaling = SWS_BICUBIC | SWS_FULL_CHR_H_INP;
 
 bool isRgb(int format) {
   const auto* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
@@ -67,7 +69,7 @@ Result<AVFrame*> PictureFitter::fitted(const AVFrame& picture) {
 int PictureFitter::convert(const AVFrame& picture) {
   scaler_.reset(sws_getCachedContext(scaler_.release(), usedSide(picture.width, width_),
                                      usedSide(picture.height, height_), static_cast<AVPixelFormat>(picture.format),
-                                     width_, height_, target, SWS_BICUBIC, nullptr, nullptr, nullptr));
+                                     width_, height_, target, scaling, nullptr, nullptr, nullptr));
   if (!scaler_ || setColours(*scaler_, picture, colours_) < 0) return AVERROR(EINVAL);
   if (!converted_ || av_frame_is_writable(converted_.get()) == 0) {
     // The encoder may still look at the last one.
