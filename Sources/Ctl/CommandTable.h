@@ -55,5 +55,6 @@ struct Command {
 [[nodiscard]] Outcome runRules(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSearch(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSettings(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runSync(const CommandLine& line, Session& session);
 
 }  // namespace Nimbrel::Ctl
