@@ -84,7 +84,7 @@ TEST_F(SyncCommandTest, TakesNoArguments) { EXPECT_EQ(ctl({"sync", "word"}, pass
 
 TEST_F(SyncCommandTest, AnInterruptEndsItBetweenTwoFiles) {
   chooseVault();
-  for (int i = 0; i < 4000; ++i) home_.addFile(home_.inLibrary(std::to_string(i) + ".png"));
+  for (int i = 0; i < 1500; ++i) home_.addFile(home_.inLibrary(std::to_string(i) + ".png"));
   const auto process = Testing::startProgram("nimbrelctl", {QStringLiteral("sync")}, home_.folder().path());
   process->write(passphrase);
   process->closeWriteChannel();
@@ -97,7 +97,7 @@ TEST_F(SyncCommandTest, AnInterruptEndsItBetweenTwoFiles) {
   EXPECT_EQ(process->exitStatus(), QProcess::NormalExit);
   EXPECT_EQ(process->exitCode(), 1);
   EXPECT_EQ(process->readAllStandardError(), "nimbrelctl: interrupted\n");
-  EXPECT_LT(vaultFiles(), 4000U);
+  EXPECT_LT(vaultFiles(), 1500U);
   for (const auto& entry : fs::directory_iterator(vault())) {
     EXPECT_EQ(entry.path().extension(), ".nimbrelvault") << entry.path();
   }
