@@ -17,6 +17,9 @@ inline constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max()
 
 /// One command of the program. Every command also takes --json and --help.
 struct Command {
+  /// What of Qt it works with. Fonts take a while to start.
+  enum class Needs { EventLoop, Fonts };
+
   std::string_view name;
   std::string_view argumentNames;  ///< as the usage shows them
   std::string_view summary;
@@ -24,6 +27,7 @@ struct Command {
   std::size_t mostArguments = 0;
   std::vector<OptionSpec> options;
   Outcome (*run)(const CommandLine& line, Session& session) = nullptr;
+  Needs needs = Needs::EventLoop;
 };
 
 /// All commands, in the order of the usage.
@@ -42,6 +46,7 @@ struct Command {
 [[nodiscard]] Outcome runImport(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runScan(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runRead(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runRecording(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runFile(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runTrash(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runForget(const CommandLine& line, Session& session);
@@ -52,9 +57,12 @@ struct Command {
 [[nodiscard]] Outcome runTag(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runUntag(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runProject(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runShrink(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runRules(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSearch(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSettings(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSync(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runCapture(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runFlatten(const CommandLine& line, Session& session);
 
 }  // namespace Nimbrel::Ctl

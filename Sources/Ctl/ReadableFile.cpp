@@ -30,4 +30,12 @@ Result<std::string> readableFile(const std::string& name) {
   return path.string();
 }
 
+Result<std::string> newFile(const std::string& name) {
+  std::error_code error;
+  const auto path = absolutePath(name, error);
+  if (error || !fs::is_directory(path.parent_path(), error)) return Error{"cannot write " + name + ": no such folder"};
+  if (fs::exists(fs::symlink_status(path, error))) return Error{"cannot write " + name + ": it is already there"};
+  return path.string();
+}
+
 }  // namespace Nimbrel::Ctl

@@ -10,4 +10,7 @@ namespace Nimbrel::Ctl {
 /// path leads back out of one.
 [[nodiscard]] Result<std::string> readableFile(const std::string& name);
 
+/// The absolute path of a file that can be made: nothing is there, its folder is.
+[[nodiscard]] Result<std::string> newFile(const std::string& name);
+
 }  // namespace Nimbrel::Ctl

@@ -2,10 +2,12 @@
 
 #include "Platform/Process.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <algorithm>
+#include <array>
 #include <iostream>
+#include <memory>
 
 namespace Nimbrel::Ctl {
 
@@ -27,9 +29,21 @@ int print(const Outcome& outcome, bool asJson, const std::string& usageText) {
   return outcome.status;
 }
 
+/// What Qt wants to be there while a command runs. It never needs a display, and never sees the words, among which it
+/// would look for some of its own.
+std::unique_ptr<QCoreApplication> applicationFor(const Command& command) {
+  static int count = 1;
+  static std::string name = "nimbrelctl";
+  static std::array words{name.data(), static_cast<char*>(nullptr)};
+  if (command.needs == Command::Needs::EventLoop) return std::make_unique<QCoreApplication>(count, words.data());
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  return std::make_unique<QGuiApplication>(count, words.data());
+}
+
 Outcome checkedRun(const Command& command, const CommandLine& line) {
   if (line.arguments.size() < command.fewestArguments) return Outcome::misused("too few arguments");
   if (line.arguments.size() > command.mostArguments) return Outcome::misused("too many arguments");
+  const auto application = applicationFor(command);
   Session session;
   return command.run(line, session);
 }
@@ -73,7 +87,6 @@ int run(std::vector<std::string_view> words) {
 }  // namespace Nimbrel::Ctl
 
 int main(int argc, char** argv) {
-  const QCoreApplication application(argc, argv);
   Nimbrel::Process::logToSystem("nimbrelctl");
   return Nimbrel::Ctl::run({argv + std::min(argc, 1), argv + argc});
 }

@@ -224,7 +224,8 @@ std::size_t dataBytes() {
 bool limitMemory(std::size_t bytes) {
   // What former tests have given back is not to serve a second time.
   ::malloc_trim(0);
-  const rlimit most{dataBytes() + bytes, dataBytes() + bytes};
+  const rlim_t limit = dataBytes() + bytes;
+  const rlimit most{limit, limit};
   return ::setrlimit(RLIMIT_DATA, &most) == 0;
 }
 

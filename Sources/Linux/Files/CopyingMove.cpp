@@ -2,6 +2,7 @@
 
 #include "Foundation/FilePath.h"
 #include "Linux/Files/FileDescriptor.h"
+#include "Linux/Files/HiddenFile.h"
 #include "Linux/Files/Renaming.h"
 
 #include <fcntl.h>
@@ -12,7 +13,6 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -22,53 +22,14 @@ namespace {
 
 using Facts = struct stat;
 
-/// A new file with a hidden name, which goes again unless it is given another one.
-class HiddenFile {
- public:
-  explicit HiddenFile(const std::string& folder)
-      : path_(FilePath::join(folder, ".nimbrel-XXXXXX")), file_(::mkostemp(path_.data(), O_CLOEXEC)) {
-    if (!file_.isOpen()) error_ = errno;
-  }
-  ~HiddenFile() {
-    if (file_.isOpen()) ::unlink(path_.c_str());
-  }
-  HiddenFile(const HiddenFile&) = delete;
-  HiddenFile& operator=(const HiddenFile&) = delete;
-
-  [[nodiscard]] int error() const { return error_; }
-  [[nodiscard]] int number() const { return file_.number(); }
-
-  [[nodiscard]] int rename(const std::string& path) {
-    const int error = renameWithoutReplacing(path_, path);
-    if (error == 0) file_.close();
-    return error;
-  }
-
- private:
-  std::string path_;
-  FileDescriptor file_;
-  int error_ = 0;
-};
-
-int writeAll(int file, const char* bytes, std::size_t count) {
-  while (count > 0) {
-    const auto written = ::write(file, bytes, count);
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return errno;
-    bytes += written;
-    count -= static_cast<std::size_t>(written);
-  }
-  return 0;
-}
-
-int copyContent(int from, int to) {
+int copyContent(int from, HiddenFile& to) {
   std::vector<char> buffer(1 << 18);
   while (true) {
     const auto length = ::read(from, buffer.data(), buffer.size());
     if (length == 0) return 0;
     if (length < 0 && errno == EINTR) continue;
     if (length < 0) return errno;
-    if (const int error = writeAll(to, buffer.data(), static_cast<std::size_t>(length)); error != 0) return error;
+    if (const int error = to.write(buffer.data(), static_cast<std::size_t>(length)); error != 0) return error;
   }
 }
 
@@ -125,9 +86,9 @@ int moveFile(const std::string& from, const std::string& to) {
   if (!S_ISREG(facts.st_mode)) return EISDIR;
 
   const auto folder = std::string(FilePath::folder(to));
-  HiddenFile copy(folder);
+  HiddenFile copy(folder, HiddenFile::Access::owner);
   if (copy.error() != 0) return copy.error();
-  if (const int error = copyContent(source.number(), copy.number()); error != 0) return error;
+  if (const int error = copyContent(source.number(), copy); error != 0) return error;
   copyAttributes(source.number(), copy.number());
   copyFacts(facts, copy.number());
   if (::fsync(copy.number()) != 0) return errno;

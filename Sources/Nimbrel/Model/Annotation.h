@@ -25,7 +25,8 @@ struct Annotation {
   int number = 0;      ///< what a step shows
   std::string text;    ///< what a label shows
 
-  bool operator==(const Annotation&) const = default;
+  /// Over all fields, to the last bit of a coordinate.
+  bool operator==(const Annotation& other) const;
 
   /// The smallest rectangle that holds both points, 0 to 1.
   [[nodiscard]] QRectF rect() const;

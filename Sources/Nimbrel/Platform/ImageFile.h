@@ -1,13 +1,16 @@
 #pragma once
 
+#include "Foundation/Result.h"
+
 #include <QImage>
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 /// Pictures on disk. The kind of a picture is told by its content, never by its name. Any thread, no state; a file that
-/// cannot be read, is cut short or is no picture gives the fallback and nothing else.
+/// is read and cannot be, is cut short or is no picture gives the fallback and nothing else.
 namespace Nimbrel::ImageFile {
 
 struct PixelSize {
@@ -32,5 +35,11 @@ struct PixelSize {
 /// The first image of the file at its full size, in the same form. Null on failure and for a picture whose pixels take
 /// more than 256 MB at four bytes each.
 [[nodiscard]] QImage picture(const std::string& path);
+
+/// Writes a picture as PNG to a path where nothing stands, in a folder that is there; absent when it is on the disk.
+/// The file holds the pixels, taken for sRGB, and nothing else, whatever else the image knows; alpha is kept where
+/// something is transparent. It is whole or not there, as NewFile promises; errors are in words for people, and name no
+/// file.
+[[nodiscard]] std::optional<Error> writePNG(const QImage& picture, const std::string& path);
 
 }  // namespace Nimbrel::ImageFile

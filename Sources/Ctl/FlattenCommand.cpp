@@ -1,0 +1,58 @@
+#include "CommandTable.h"
+#include "ReadableFile.h"
+
+#include "Editing/Flatten.h"
+#include "Editing/MarksFile.h"
+#include "Platform/ImageFile.h"
+
+#include <QJsonObject>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace Nimbrel::Ctl {
+
+namespace {
+
+/// A hundred thousand marks, many times over.
+constexpr std::uintmax_t mostMarksBytes = 64 << 20;
+
+Result<std::vector<Annotation>> marksIn(const std::string& name) {
+  const auto path = readableFile(name);
+  if (!path) return path.error();
+  std::error_code error;
+  if (std::filesystem::file_size(path.value(), error) > mostMarksBytes || error) {
+    return Error{"cannot read " + name + ": too large"};
+  }
+  std::ifstream file(path.value(), std::ios::binary);
+  auto marks = marksFromJSON(std::string{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
+  return marks ? std::move(marks) : Error{name + ": " + marks.error().message};
+}
+
+}  // namespace
+
+Outcome runFlatten(const CommandLine& line, Session&) {
+  const auto marksName = line.value("--marks");
+  if (!marksName) return Outcome::misused("which marks? give --marks");
+  const auto source = readableFile(line.arguments[0]);
+  if (!source) return Outcome::failed(source.error().message);
+  const auto target = newFile(line.arguments[1]);
+  if (!target) return Outcome::failed(target.error().message);
+  const auto marks = marksIn(std::string(*marksName));
+  if (!marks) return Outcome::failed(marks.error().message);
+
+  const auto picture = Flatten::render(source.value(), marks.value());
+  if (picture.isNull()) return Outcome::failed("cannot read " + line.arguments[0] + ": no picture, or too large a one");
+  if (const auto error = ImageFile::writePNG(picture, target.value())) {
+    return Outcome::failed("cannot write " + line.arguments[1] + ": " + error->message);
+  }
+  return Outcome::done(QJsonObject{{QStringLiteral("path"), jsonString(target.value())}},
+                       printable(target.value()) + "\n");
+}
+
+}  // namespace Nimbrel::Ctl

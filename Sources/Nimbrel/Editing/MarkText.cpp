@@ -1,0 +1,60 @@
+#include "Editing/MarkText.h"
+
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QPen>
+
+namespace Nimbrel::Flatten {
+
+namespace {
+
+constexpr int fontSize = 100;
+
+QFont boldSystemFont() {
+  auto font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+  font.setBold(true);
+  font.setPixelSize(fontSize);
+  // A picture looks the same on every screen: nothing is moved to whole pixels, nothing coloured for one kind of panel.
+  font.setHintingPreference(QFont::PreferNoHinting);
+  font.setStyleStrategy(QFont::NoSubpixelAntialias);
+  return font;
+}
+
+QPainterPath shape(const QString& line, const QFont& font) {
+  QPainterPath path;
+  path.addText(0, 0, font, line);
+  return path;
+}
+
+}  // namespace
+
+MarkText::MarkText(const QString& line, double size) : line_(line), font_(boldSystemFont()), scale_(size / fontSize) {}
+
+QRectF MarkText::ink() const {
+  const auto box = shape(line_, font_).boundingRect();
+  return {box.topLeft() * scale_, box.size() * scale_};
+}
+
+double MarkText::lineHeight() const { return QFontMetricsF(font_).height() * scale_; }
+
+double MarkText::descent() const { return QFontMetricsF(font_).descent() * scale_; }
+
+void MarkText::fill(QPainter& painter, QPointF origin, const QColor& colour) const {
+  painter.save();
+  painter.translate(origin);
+  painter.scale(scale_, scale_);
+  painter.setFont(font_);
+  painter.setPen(colour);
+  painter.drawText(QPointF(), line_);
+  painter.restore();
+}
+
+void MarkText::outline(QPainter& painter, QPointF origin, const QColor& colour, double width) const {
+  painter.save();
+  painter.translate(origin);
+  painter.scale(scale_, scale_);
+  painter.strokePath(shape(line_, font_), QPen(colour, width * fontSize, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.restore();
+}
+
+}  // namespace Nimbrel::Flatten
