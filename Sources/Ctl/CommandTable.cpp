@@ -44,6 +44,7 @@ std::span<const Command> commands() {
       {"rules", "apply", "run the automation rules over all shots", 1, 1, {}, runRules},
       {"search", "save|remove TEXT", "keep a search in the sidebar, or take it away", 2, 2, {}, runSearch},
       {"settings", "[KEY [VALUE]]", "show all settings or one, or set one", 0, 2, {}, runSettings},
+      {"sync", "", "exchange the library with the vault; the passphrase comes on standard input", 0, 0, {}, runSync},
       {"capture",
        "area|window|screen|recordArea|recordScreen",
        "take a screenshot or a recording, or only say where it would go",

@@ -61,6 +61,7 @@ struct Command {
 [[nodiscard]] Outcome runRules(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSearch(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSettings(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runSync(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runCapture(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runFlatten(const CommandLine& line, Session& session);
 

@@ -41,14 +41,14 @@ std::set<std::string> namesIn(const std::string& folder) {
 class FileGroupTest : public ::testing::Test {
  protected:
   /// Begins a file and writes it; fails the test when that does not work.
-  [[nodiscard]] NewFile newFile(std::string_view name, std::string_view content) const {
-    auto file = NewFile::beside(folder_.path(name));
+  [[nodiscard]] PendingFile newFile(std::string_view name, std::string_view content) const {
+    auto file = PendingFile::beside(folder_.path(name));
     EXPECT_TRUE(file) << file.error().message;
     EXPECT_EQ(file.value().write(content), std::nullopt);
     return std::move(file).value();
   }
   [[nodiscard]] std::string failureToBegin(std::string_view name) const {
-    const auto file = NewFile::beside(folder_.path(name));
+    const auto file = PendingFile::beside(folder_.path(name));
     return file ? "begun" : file.error().message;
   }
   [[nodiscard]] std::string finish() {
@@ -80,7 +80,7 @@ TEST_F(FileGroupTest, FilesHaveTheirNamesOnlyOnceTheGroupIsFinished) {
 TEST_F(FileGroupTest, WaitingFilesAreHidden) {
   EXPECT_EQ(group_.add(newFile("a", "one")), std::nullopt);
   ASSERT_THAT(names(), SizeIs(1));
-  EXPECT_THAT(*names().begin(), ::testing::MatchesRegex("\\.nimbrel-[0-9a-f]{16}"));
+  EXPECT_THAT(*names().begin(), ::testing::MatchesRegex("\\.nimbrel-[0-9A-Za-z]{6}"));
 }
 
 TEST_F(FileGroupTest, WithoutFinishingNothingIsLeft) {
@@ -185,10 +185,10 @@ TEST_F(FileGroupTest, AFullDiskLeavesNoTemporaryFile) {
   const auto disk = folder_.makeFolder("disk");
   const auto outcome = Testing::onSmallDisk(disk, 256 << 10, [&] {
     FileGroup group;
-    auto small = NewFile::beside(disk + "/small");
+    auto small = PendingFile::beside(disk + "/small");
     if (!small || small.value().write("small") || group.add(std::move(small).value())) return 1;
     {
-      auto large = NewFile::beside(disk + "/large");
+      auto large = PendingFile::beside(disk + "/large");
       if (!large) return 2;
       if (large.value().write(std::string(1 << 20, 'x')) != Error{"No space left on the disk"}) return 3;
     }
@@ -201,7 +201,7 @@ TEST_F(FileGroupTest, AFullDiskLeavesNoTemporaryFile) {
 TEST_F(FileGroupTest, WhatCannotBeFlushedIsDropped) {
   const auto outcome = Testing::withRefusedCalls({{SYS_fsync, EIO}}, [&] {
     FileGroup group;
-    auto file = NewFile::beside(folder_.path("a"));
+    auto file = PendingFile::beside(folder_.path("a"));
     if (!file || file.value().write("x") || group.add(std::move(file).value())) return 1;
     if (group.finish() != Error{"The disk reported an error"}) return 2;
     return names().empty() && group.placed() == 0 ? 0 : 3;
@@ -212,7 +212,7 @@ TEST_F(FileGroupTest, WhatCannotBeFlushedIsDropped) {
 TEST_F(FileGroupTest, AFileSystemWithNothingToFlushIsNoError) {
   const auto outcome = Testing::withRefusedCalls({{SYS_fsync, EINVAL}, {SYS_sync_file_range, ESPIPE}}, [&] {
     FileGroup group;
-    auto file = NewFile::beside(folder_.path("a"));
+    auto file = PendingFile::beside(folder_.path("a"));
     if (!file || file.value().write("x") || group.add(std::move(file).value())) return 1;
     return group.finish() || group.placed() != 1 ? 2 : 0;
   });

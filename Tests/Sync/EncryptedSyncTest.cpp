@@ -238,7 +238,7 @@ TEST_F(EncryptedSyncTest, TwoLibrariesBecomeEqualThroughOneVault) {
 
 TEST_F(EncryptedSyncTest, OverlappingRunsLeaveWholeFilesAlone) {
   const TemporaryFolder other;
-  for (int i = 0; i < 200; ++i) addPicture(std::to_string(i) + ".png", std::string(10'000, 'x'));
+  for (int i = 0; i < 100; ++i) addPicture(std::to_string(i) + ".png", std::string(10'000, 'x'));
   std::vector<std::string> failures(4);
   std::vector<std::thread> runs;
   for (auto& failure : failures) {
@@ -249,10 +249,10 @@ TEST_F(EncryptedSyncTest, OverlappingRunsLeaveWholeFilesAlone) {
   }
   for (auto& thread : runs) thread.join();
   EXPECT_THAT(failures, ::testing::Each(IsEmpty()));
-  EXPECT_THAT(filesIn(vault()), SizeIs(200));
+  EXPECT_THAT(filesIn(vault()), SizeIs(100));
   const auto result = EncryptedSync::run(other.path(), vault(), Testing::passphrase);
   ASSERT_TRUE(result);
-  EXPECT_EQ(result.value(), (SyncResult{.exported = 0, .imported = 200}));
+  EXPECT_EQ(result.value(), (SyncResult{.exported = 0, .imported = 100}));
 }
 
 TEST_F(EncryptedSyncTest, TellsHowFarItIs) {

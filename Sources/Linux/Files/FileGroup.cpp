@@ -2,7 +2,7 @@
 
 #include "Foundation/FilePath.h"
 #include "Linux/Files/ErrorWords.h"
-#include "Linux/Files/FileDescriptor.h"
+#include "Linux/Files/HiddenFile.h"
 #include "Linux/Files/Renaming.h"
 
 #include <fcntl.h>
@@ -14,8 +14,6 @@
 #include <atomic>
 #include <cerrno>
 #include <cmath>
-#include <cstdio>
-#include <random>
 #include <set>
 #include <system_error>
 #include <thread>
@@ -28,13 +26,6 @@ namespace {
 constexpr std::size_t mostMembers = 64;
 constexpr std::uint64_t mostBytes = std::uint64_t{32} << 20;
 constexpr std::size_t flushesAtATime = 8;
-
-std::string hiddenPathBeside(const std::string& target) {
-  std::random_device random;
-  std::array<char, 32> name{};
-  std::snprintf(name.data(), name.size(), ".nimbrel-%08x%08x", random(), random());
-  return FilePath::join(FilePath::folder(target), name.data());
-}
 
 /// Begins the writing at once and does not wait for it. Where that cannot be asked for, flushing does it all.
 void startFlushing(int file) { ::sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE); }
@@ -78,77 +69,52 @@ std::optional<timespec> systemTime(Timestamp date) {
 
 }  // namespace
 
-struct NewFile::State {
-  explicit State(std::string wanted) : target(std::move(wanted)) {}
-  ~State() {
-    if (file.isOpen()) ::unlink(path.c_str());
-  }
-  State(const State&) = delete;
-  State& operator=(const State&) = delete;
-
-  /// 0, or the error: that of the target's own name first, which would be met only after all was written.
-  int begin() {
-    struct stat former {};
-    const bool isTaken = ::lstat(target.c_str(), &former) == 0;
-    if (!isTaken && errno != ENOENT) return errno;
-    if (isTaken && S_ISDIR(former.st_mode)) return EISDIR;
-    do {
-      path = hiddenPathBeside(target);
-      file = FileDescriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    } while (!file.isOpen() && errno == EEXIST);
-    if (!file.isOpen()) return errno;
-    if (isTaken && S_ISREG(former.st_mode)) ::fchmod(file.number(), former.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO));
-    return 0;
-  }
-
-  /// 0, or the error.
-  int takeName() {
-    if (::rename(path.c_str(), target.c_str()) != 0) return errno;
-    file.close();
-    return 0;
-  }
+struct PendingFile::State {
+  explicit State(std::string wanted)
+      : target(std::move(wanted)), file(std::string(FilePath::folder(target)), HiddenFile::Access::everybody) {}
 
   std::string target;
-  std::string path;
-  FileDescriptor file;
+  HiddenFile file;
   std::uint64_t size = 0;
 };
 
-Result<NewFile> NewFile::beside(std::string target) {
+Result<PendingFile> PendingFile::beside(std::string target) {
   if (target.find('\0') != std::string::npos) return Error{wordsFor(EINVAL)};
+  // What is wrong with the target's own name would be met only after all was written.
+  struct stat former {};
+  const bool isTaken = ::lstat(target.c_str(), &former) == 0;
+  if (!isTaken && errno != ENOENT) return Error{wordsFor(errno)};
+  if (isTaken && S_ISDIR(former.st_mode)) return Error{wordsFor(EISDIR)};
   auto state = std::make_unique<State>(std::move(target));
-  const int error = state->begin();
+  const int error = state->file.error();
   if (error == ENOENT) return Error{"The folder is not there"};
   if (error != 0) return Error{wordsFor(error)};
-  return NewFile(std::move(state));
+  constexpr auto permissions = S_IRWXU | S_IRWXG | S_IRWXO;
+  if (isTaken && S_ISREG(former.st_mode)) ::fchmod(state->file.number(), former.st_mode & permissions);
+  return PendingFile(std::move(state));
 }
 
-NewFile::NewFile(std::unique_ptr<State> state) : state_(std::move(state)) {}
-NewFile::~NewFile() = default;
-NewFile::NewFile(NewFile&& other) noexcept = default;
-NewFile& NewFile::operator=(NewFile&& other) noexcept = default;
+PendingFile::PendingFile(std::unique_ptr<State> state) : state_(std::move(state)) {}
+PendingFile::~PendingFile() = default;
+PendingFile::PendingFile(PendingFile&& other) noexcept = default;
+PendingFile& PendingFile::operator=(PendingFile&& other) noexcept = default;
 
-std::optional<Error> NewFile::write(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto written = ::write(state_->file.number(), bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return Error{wordsFor(errno)};
-    state_->size += static_cast<std::uint64_t>(written);
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
+std::optional<Error> PendingFile::write(std::string_view bytes) {
+  if (const int error = state_->file.write(bytes.data(), bytes.size()); error != 0) return Error{wordsFor(error)};
+  state_->size += bytes.size();
   return std::nullopt;
 }
 
-void NewFile::setModificationDate(Timestamp date) {
+void PendingFile::setModificationDate(Timestamp date) {
   const auto time = systemTime(date);
   if (!time) return;
   const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, *time};
   ::futimens(state_->file.number(), times.data());
 }
 
-std::uint64_t NewFile::size() const { return state_->size; }
+std::uint64_t PendingFile::size() const { return state_->size; }
 
-std::optional<Error> FileGroup::add(NewFile file, Condition condition) {
+std::optional<Error> FileGroup::add(PendingFile file, Condition condition) {
   startFlushing(file.state_->file.number());
   bytes_ += file.size();
   members_.push_back({std::move(file), std::move(condition)});
@@ -170,8 +136,9 @@ std::optional<Error> FileGroup::finish() {
   std::set<std::string_view> folders;
   for (std::size_t i = 0; i < members.size(); ++i) {
     auto& [file, condition] = members[i];
-    if (!isDone(errors[i]) || (condition && !condition()) || !isDone(file.state_->takeName())) continue;
-    folders.insert(FilePath::folder(file.state_->target));
+    const auto& target = file.state_->target;
+    if (!isDone(errors[i]) || (condition && !condition()) || !isDone(file.state_->file.replace(target))) continue;
+    folders.insert(FilePath::folder(target));
     ++placed_;
   }
   for (const auto folder : folders) isDone(flushFolder(std::string(folder)));

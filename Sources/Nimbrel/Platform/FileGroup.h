@@ -14,17 +14,17 @@
 
 namespace Nimbrel {
 
-/// A file that is being written beside its target, under a hidden name ".nimbrel-" and sixteen digits, and is removed
-/// with this object unless a FileGroup has put it in place. One thread at a time. Errors are in words for people, and
-/// name no file.
-class NewFile {
+/// A file that is being written beside its target, under a hidden name ".nimbrel-XXXXXX", and is removed with this
+/// object unless a FileGroup has put it in place. One thread at a time. Errors are in words for people, and name no
+/// file.
+class PendingFile {
  public:
   /// Begins an empty one in the target's folder, which must be there. It has the permissions of the file that it is to
   /// replace, else those that new files have.
-  [[nodiscard]] static Result<NewFile> beside(std::string target);
-  ~NewFile();
-  NewFile(NewFile&& other) noexcept;
-  NewFile& operator=(NewFile&& other) noexcept;
+  [[nodiscard]] static Result<PendingFile> beside(std::string target);
+  ~PendingFile();
+  PendingFile(PendingFile&& other) noexcept;
+  PendingFile& operator=(PendingFile&& other) noexcept;
 
   /// Appends; a failure is final.
   [[nodiscard]] std::optional<Error> write(std::string_view bytes);
@@ -38,7 +38,7 @@ class NewFile {
  private:
   friend class FileGroup;
   struct State;
-  explicit NewFile(std::unique_ptr<State> state);
+  explicit PendingFile(std::unique_ptr<State> state);
 
   std::unique_ptr<State> state_;
 };
@@ -61,7 +61,7 @@ class FileGroup {
   FileGroup& operator=(const FileGroup&) = delete;
 
   /// Takes a file that is written to its end, and finishes the group when it is full.
-  [[nodiscard]] std::optional<Error> add(NewFile file, Condition condition = {});
+  [[nodiscard]] std::optional<Error> add(PendingFile file, Condition condition = {});
 
   /// Puts all files in place that wait for it. On failure this goes for those that could be flushed and renamed, the
   /// others are dropped, and the first error is returned.
@@ -72,7 +72,7 @@ class FileGroup {
 
  private:
   struct Member {
-    NewFile file;
+    PendingFile file;
     Condition condition;
   };
 

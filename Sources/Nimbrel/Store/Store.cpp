@@ -57,6 +57,8 @@ Store::Store(StoreContext context)
   connect(&settings_, &Settings::changed, this, [this](const QString& key) {
     if (key == settings_.protectSensitive.key()) lockSensitive();
   });
+  connect(&sync_, &SyncRun::progressChanged, this, &Store::syncProgressChanged);
+  connect(&sync_, &SyncRun::ended, this, &Store::endSync);
 }
 
 Store::~Store() = default;

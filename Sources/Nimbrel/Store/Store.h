@@ -18,6 +18,7 @@
 #include "Store/RuleMemory.h"
 #include "Store/ScanPlan.h"
 #include "Store/StoreContext.h"
+#include "Store/SyncRun.h"
 #include "Store/Tags.h"
 #include "Store/UnlockedShots.h"
 
@@ -77,6 +78,8 @@ class Store : public QObject {
   [[nodiscard]] std::optional<std::string> snippet(const Shot& shot) const;
   /// Shots of the running batch that are still to be read; 0 when none runs.
   [[nodiscard]] std::size_t ocrRemaining() const;
+  /// How far the encrypted exchange is; absent when none runs.
+  [[nodiscard]] const std::optional<SyncProgress>& syncProgress() const { return sync_.progress(); }
   /// Sensitive shots that may be shown, because the owner has authenticated.
   [[nodiscard]] const ShotIDSet& unlockedSensitiveIDs() const { return unlocked_.ids(); }
   /// One line on the outcome of the last action; overwritten by the next.
@@ -221,6 +224,12 @@ class Store : public QObject {
   /// hears of each. Blocks until done: for the headless pass.
   std::size_t hashAllPending(const HashLog& log);
 
+  // Encrypted exchange
+
+  /// Exchanges the library with the vault folder of the settings in the background, and scans then; outcomes go to
+  /// `status`. While one exchange runs, the next waits for it.
+  void syncEncrypted(std::string passphrase);
+
   // Sensitive data
 
   /// Looks through all recognised texts again, and returns how many shots look sensitive.
@@ -242,6 +251,7 @@ class Store : public QObject {
   void queryChanged();
   void searchResultChanged();
   void ocrRemainingChanged();
+  void syncProgressChanged();
   void unlockedSensitiveIDsChanged();
   void selectionChanged();
   void tagsChanged();
@@ -261,6 +271,8 @@ class Store : public QObject {
   void windowRequested();
   /// Nothing is left of what workOff() was asked for.
   void workDone();
+  /// Once for each syncEncrypted(), when its outcome is in the status and what came in is in the catalogue.
+  void syncEnded();
 
  private:
   explicit Store(StoreContext context);
@@ -298,6 +310,7 @@ class Store : public QObject {
 
   void prepareWork();
   void takeInText();
+  void endSync(const Result<SyncResult>& result);
 
   /// The title of the application that a shot shows, locked or not; else empty.
   [[nodiscard]] std::string sourceTitle(ShotID id) const;
@@ -366,6 +379,7 @@ class Store : public QObject {
   std::unique_ptr<BackgroundWork> work_;
   CaptureControl capture_;
   RuleMemory ruleMemory_;
+  SyncRun sync_;
 };
 
 }  // namespace Nimbrel

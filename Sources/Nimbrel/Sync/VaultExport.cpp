@@ -70,7 +70,7 @@ std::optional<Error> VaultExport::seal(const std::string& path, const std::strin
   if (!picture) return SyncErrors::cannotRead(relativePath, picture.error());
   const auto name = Vault::fileName(relativePath);
   if (!name) return SyncErrors::cannotEncrypt(relativePath);
-  auto file = NewFile::beside(FilePath::join(vault_.path(), *name));
+  auto file = PendingFile::beside(FilePath::join(vault_.path(), *name));
   if (!file) return SyncErrors::cannotWrite(toVault, file.error());
   if (auto failure = sealer_.seal(picture.value(), relativePath, file.value())) return failure;
   const auto failure = group_.add(std::move(file).value());

@@ -73,7 +73,7 @@ std::optional<Error> VaultImport::take(const std::string& path) {
 std::optional<Error> VaultImport::write(const SyncEnvelope& envelope, const std::string& target) {
   const auto folder = std::string(FilePath::folder(target));
   if (const auto failure = FileMove::createFolders(folder)) return SyncErrors::cannotMakeFolder(folder, *failure);
-  auto file = NewFile::beside(target);
+  auto file = PendingFile::beside(target);
   auto failure = file ? writeContent(envelope.data, file.value()) : file.error();
   if (!failure) {
     file.value().setModificationDate(momentAfterReferenceDate(envelope.modified));
@@ -84,7 +84,7 @@ std::optional<Error> VaultImport::write(const SyncEnvelope& envelope, const std:
   return failure ? std::optional(SyncErrors::cannotWrite(envelope.relativePath, *failure)) : std::nullopt;
 }
 
-std::optional<Error> VaultImport::writeContent(std::string_view base64, NewFile& file) {
+std::optional<Error> VaultImport::writeContent(std::string_view base64, PendingFile& file) {
   if (!decoded_.makeRoom(pieceSize)) return Error{"There is not enough memory for it"};
   while (!base64.empty()) {
     const auto piece = base64.substr(0, pieceSize);

@@ -41,7 +41,7 @@ class VaultImport {
   [[nodiscard]] std::optional<Error> takeAll(SyncWatch& watch);
   [[nodiscard]] std::optional<Error> take(const std::string& path);
   [[nodiscard]] std::optional<Error> write(const SyncEnvelope& envelope, const std::string& target);
-  [[nodiscard]] std::optional<Error> writeContent(std::string_view base64, NewFile& file);
+  [[nodiscard]] std::optional<Error> writeContent(std::string_view base64, PendingFile& file);
 
   ConfinedFolder& library_;
   ConfinedFolder& vault_;

@@ -18,7 +18,7 @@ constexpr std::size_t pieceSize = std::size_t{192} << 10;
 
 }  // namespace
 
-std::optional<Error> VaultSealer::seal(FileReader& source, std::string_view relativePath, NewFile& target) {
+std::optional<Error> VaultSealer::seal(FileReader& source, std::string_view relativePath, PendingFile& target) {
   const auto start = envelopeStart(relativePath, sinceReferenceDate(source.modified()));
   const auto room =
       sizeof(Crypto::Nonce) + start.size() + Base64::encodingRoom(pieceSize) + envelopeEnd.size() + sizeof(Crypto::Tag);
@@ -35,7 +35,7 @@ std::optional<Error> VaultSealer::seal(FileReader& source, std::string_view rela
   return flush(target);
 }
 
-std::optional<Error> VaultSealer::sealContent(FileReader& source, std::string_view relativePath, NewFile& target) {
+std::optional<Error> VaultSealer::sealContent(FileReader& source, std::string_view relativePath, PendingFile& target) {
   const auto piece = plain_.bytes().first(pieceSize);
   while (true) {
     const auto read = source.read(piece);
@@ -64,7 +64,7 @@ bool VaultSealer::appendSealedBase64(std::string_view bytes) {
   return sealer_.seal(room.first(letters));
 }
 
-std::optional<Error> VaultSealer::flush(NewFile& target) {
+std::optional<Error> VaultSealer::flush(PendingFile& target) {
   const auto failure = target.write({output_.bytes().data(), waiting_});
   waiting_ = 0;
   return failure ? std::optional(SyncErrors::cannotWrite("to the vault", *failure)) : std::nullopt;

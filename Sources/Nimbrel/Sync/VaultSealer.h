@@ -20,14 +20,15 @@ class VaultSealer {
 
   /// Reads a file from its beginning and writes the vault file that it becomes, which bears this path. Absent when that
   /// is done; the target is of no use otherwise.
-  [[nodiscard]] std::optional<Error> seal(FileReader& source, std::string_view relativePath, NewFile& target);
+  [[nodiscard]] std::optional<Error> seal(FileReader& source, std::string_view relativePath, PendingFile& target);
 
  private:
-  [[nodiscard]] std::optional<Error> sealContent(FileReader& source, std::string_view relativePath, NewFile& target);
+  [[nodiscard]] std::optional<Error> sealContent(FileReader& source, std::string_view relativePath,
+                                                 PendingFile& target);
   void append(std::string_view bytes);
   [[nodiscard]] bool appendSealed(std::string_view text);
   [[nodiscard]] bool appendSealedBase64(std::string_view bytes);
-  [[nodiscard]] std::optional<Error> flush(NewFile& target);
+  [[nodiscard]] std::optional<Error> flush(PendingFile& target);
 
   Crypto::Sealer sealer_;
   SecretBuffer plain_;
