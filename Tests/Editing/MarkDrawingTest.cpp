@@ -179,6 +179,13 @@ TEST_F(MarkDrawing, FurtherLinesOfALabelStandBelow) {
   EXPECT_GT(two.height(), 2 * one.height());
 }
 
+TEST_F(MarkDrawing, EveryLineEndIsOne) {
+  const auto expected = large({label(at(2000, 50), "HHH\nH", 4)});
+  for (const auto* end : {"\r\n", "\r", "\xE2\x80\xA8", "\xE2\x80\xA9"}) {
+    EXPECT_EQ(large({label(at(2000, 50), std::string("HHH") + end + "H", 4)}), expected);
+  }
+}
+
 TEST_F(MarkDrawing, EveryTextIsDrawn) {
   for (const auto* text : {"\xF0\x9F\x8E\x89", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D", "\t", "\x01\x7F", "a\xCC\x8A",
                            "\xFF\xFE", "\r\n\r\n", "\xE2\x80\xAE"}) {

@@ -99,6 +99,10 @@ TEST(MarksFile, TheErrorNamesTheMarkByItsIndex) {
             "marks[2]: must be an object");
 }
 
+TEST(MarksFile, AWrongKindIsNotRepeatedWithoutEnd) {
+  EXPECT_LT(errorOf(R"([{"kind": ")" + std::string(100'000, 'x') + R"("}])").size(), 100U);
+}
+
 TEST(MarksFile, MembersOfTheWrongTypeAreRefused) {
   const auto errorWith = [](const std::string& member) {
     return errorOf(R"([{"kind": "step", "start": [0, 0], )" + member + "}]");

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPen>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -113,7 +114,8 @@ class TilePainter {
   }
 
   void paintLabel(QPointF corner, const std::string& text, const QColor& ink) {
-    const auto lines = QString::fromStdString(text).split(QLatin1Char('\n'));
+    static const QRegularExpression lineEnd(QStringLiteral("\r\n|[\n\r\u2028\u2029]"));
+    const auto lines = QString::fromStdString(text).split(lineEnd);
     const double height = MarkText({}, sizes_.labelFont).lineHeight();
     double baseline = corner.y() + sizes_.labelFont - MarkText({}, sizes_.labelFont).descent();
     for (const auto& line : lines) {

@@ -20,6 +20,14 @@ QFont boldSystemFont() {
   return font;
 }
 
+/// What has no shape would be set one way where the line is filled and another where it is outlined.
+QString visible(QString line) {
+  for (auto& character : line) {
+    if (character.category() == QChar::Other_Control) character = QLatin1Char(' ');
+  }
+  return line;
+}
+
 QPainterPath shape(const QString& line, const QFont& font) {
   QPainterPath path;
   path.addText(0, 0, font, line);
@@ -28,7 +36,8 @@ QPainterPath shape(const QString& line, const QFont& font) {
 
 }  // namespace
 
-MarkText::MarkText(const QString& line, double size) : line_(line), font_(boldSystemFont()), scale_(size / fontSize) {}
+MarkText::MarkText(const QString& line, double size)
+    : line_(visible(line)), font_(boldSystemFont()), scale_(size / fontSize) {}
 
 QRectF MarkText::ink() const {
   const auto box = shape(line_, font_).boundingRect();

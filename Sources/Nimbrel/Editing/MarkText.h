@@ -10,7 +10,8 @@
 
 namespace Nimbrel::Flatten {
 
-/// One line in the bold system font, at a size in pixels that need not be whole. Needs a QGuiApplication; any thread.
+/// One line in the bold system font, at a size in pixels that need not be whole; blanks stand for control characters.
+/// Needs a QGuiApplication; any thread.
 class MarkText {
  public:
   MarkText(const QString& line, double size);

@@ -13,6 +13,9 @@ namespace Nimbrel {
 
 namespace {
 
+/// So much of a wrong text is worth repeating.
+constexpr qsizetype mostQuoted = 40;
+
 bool isAnchored(Annotation::Kind kind) { return kind == Annotation::Kind::step || kind == Annotation::Kind::label; }
 
 Error wrong(const QString& member, std::string_view demand) {
@@ -22,9 +25,9 @@ Error wrong(const QString& member, std::string_view demand) {
 Result<Annotation::Kind> kindIn(const QJsonObject& object) {
   const auto member = QStringLiteral("kind");
   if (!object.value(member).isString()) return wrong(member, "must be the name of a kind");
-  const auto name = object.value(member).toString().toStdString();
-  const auto kind = annotationKind(name);
-  if (!kind) return wrong(member, "is unknown: " + name);
+  const auto name = object.value(member).toString();
+  const auto kind = annotationKind(name.toStdString());
+  if (!kind) return wrong(member, "is unknown: " + name.left(mostQuoted).toStdString());
   return *kind;
 }
 
