@@ -49,7 +49,7 @@ void AreaSelection::movePointer(QPoint position) {
     hovered_ = applicationAt(layout_, position);
   } else if (subject_ != CaptureRequest::Subject::window) {
     const auto way = position - *pressed_;
-    if (std::max(std::abs(way.x()), std::abs(way.y())) > reaches_.drag) beginDrag();
+    if (std::max(std::abs(way.x()), std::abs(way.y())) > reaches_.drag) beginDrag(*pressed_);
   }
 }
 
@@ -108,10 +108,10 @@ QPoint AreaSelection::cornerAt(QPoint position) const {
   return corner;
 }
 
-void AreaSelection::beginDrag() {
+void AreaSelection::beginDrag(QPoint from) {
   offset_ = {};
   isNudged_ = false;
-  anchor_ = cornerAt(*pressed_);
+  anchor_ = cornerAt(from);
   isDragged_ = true;
   nudged_.reset();
   corner_ = cornerAt(pointer_);

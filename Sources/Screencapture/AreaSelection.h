@@ -54,7 +54,7 @@ class AreaSelection {
  private:
   [[nodiscard]] QRect draggedArea() const;
   [[nodiscard]] QPoint cornerAt(QPoint position) const;
-  void beginDrag();
+  void beginDrag(QPoint from);
   void carry(QPoint step);
 
   DesktopLayout layout_;

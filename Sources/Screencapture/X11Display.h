@@ -21,8 +21,11 @@
 namespace Nimbrel::Screencapture {
 
 /// What the library hands out with malloc().
+struct FreeAllocated {
+  void operator()(void* thing) const { std::free(thing); }
+};
 template <class T>
-using XcbOwned = std::unique_ptr<T, decltype([](T* thing) { std::free(thing); })>;
+using XcbOwned = std::unique_ptr<T, FreeAllocated>;
 
 /// A connection to the X server that the environment names. All coordinates are pixels of its root window, whatever the
 /// user's scale is. Main thread.
