@@ -88,7 +88,8 @@ TEST(FrameConverter, TakesPicturesThatAreStoredAsRedGreenAndBlue) {
   frame->height = small.height();
   ASSERT_EQ(av_frame_get_buffer(frame.get(), 0), 0);
   for (int plane = 0; plane < 3; ++plane) {
-    std::fill_n(frame->data[plane], frame->linesize[plane] * small.height(), static_cast<std::uint8_t>(50 * plane + 20));
+    std::fill_n(frame->data[plane], frame->linesize[plane] * small.height(),
+                static_cast<std::uint8_t>(50 * plane + 20));
   }
   expectNear(converted(*frame), qRgb(120, 20, 70));
 }

@@ -1,5 +1,6 @@
-#include "GifReading.h"
 #include "Platform/GifFile.h"
+
+#include "Support/GifReading.h"
 #include "Support/Pictures.h"
 #include "Support/SmallDisk.h"
 #include "Support/TemporaryFolder.h"

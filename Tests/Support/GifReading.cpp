@@ -1,4 +1,4 @@
-#include "GifReading.h"
+#include "Support/GifReading.h"
 
 #include <gif_lib.h>
 #include <gtest/gtest.h>
