@@ -4,6 +4,7 @@
 
 #include "Measure.h"
 #include "Platform/MovieWriter.h"
+#include "ProgramUsage.h"
 #include "Recording/RecordingProcessor.h"
 #include "ScreenScene.h"
 
@@ -11,11 +12,6 @@
 #include <QGuiApplication>
 #include <QImageReader>
 #include <QTemporaryDir>
-
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -54,28 +50,6 @@ int makeOurs(const std::string& movie) {
   const auto path = RecordingProcessor::gif(movie, 0, seconds, ScreenScene::framesPerSecond, false, {});
   if (!path) giveUp(path.error().message);
   return EXIT_SUCCESS;
-}
-
-struct Usage {
-  double cpu = 0;
-  double memory = 0;
-};
-
-Usage usageOf(std::vector<std::string> words) {
-  std::vector<char*> arguments;
-  for (auto& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  pid_t child = 0;
-  int status = 0;
-  rusage used{};
-  if (posix_spawnp(&child, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0 ||
-      wait4(child, &status, 0, &used) != child || status != 0) {
-    giveUp(words.front() + " failed");
-  }
-  const auto time = [](const timeval& value) {
-    return static_cast<double>(value.tv_sec) + static_cast<double>(value.tv_usec) * 1e-6;
-  };
-  return {.cpu = time(used.ru_utime) + time(used.ru_stime), .memory = static_cast<double>(used.ru_maxrss) * 1024};
 }
 
 struct Way {

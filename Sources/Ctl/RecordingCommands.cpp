@@ -9,6 +9,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <functional>
+#include <limits>
 
 namespace Nimbrel::Ctl {
 
@@ -36,6 +39,14 @@ Result<Window> windowOf(const CommandLine& line) {
   const auto end = secondsOf(line, "--end");
   if (!end) return end.error();
   return Window{.range = {.start = start.value(), .end = end.value()}, .removeSilence = line.has("--remove-silence")};
+}
+
+Result<int> framesPerSecondOf(const CommandLine& line) {
+  const auto text = line.value("--fps");
+  if (!text) return Error{"how many frames a second? --fps is missing"};
+  const auto number = decimal(*text);
+  if (!number || *number < 1) return Error{"--fps is no number of frames a second: " + std::string(*text)};
+  return static_cast<int>(std::min<std::int64_t>(*number, std::numeric_limits<int>::max()));
 }
 
 std::string secondsText(double seconds) { return QString::number(seconds, 'f', 3).toStdString(); }
@@ -72,6 +83,12 @@ Outcome trim(const std::string& file, const Window& window, const std::stop_toke
   return failure ? Outcome::failed(failure->message) : writtenTo(target);
 }
 
+Outcome makeGif(const std::string& file, const Window& window, int framesPerSecond, const std::stop_token& stop) {
+  const auto path = RecordingProcessor::gif(file, window.range.start, window.range.end, framesPerSecond,
+                                            window.removeSilence, {.stop = stop});
+  return path ? writtenTo(path.value()) : Outcome::failed(path.error().message);
+}
+
 /// The commands that only look at a recording.
 struct Look {
   std::string_view name;
@@ -79,15 +96,8 @@ struct Look {
 };
 constexpr std::array looks{Look{"duration", tellDuration}, Look{"audible", tellAudible}};
 
-/// Those that write a part of it.
-struct Copy {
-  std::string_view name;
-  Outcome (*run)(const std::string& file, const Window& window, const std::stop_token& stop);
-};
-constexpr std::array copies{Copy{"trim", trim}};
-
 Outcome runLook(const Look& look, const CommandLine& line) {
-  if (line.has("--start") || line.has("--end") || line.has("--remove-silence")) {
+  if (line.has("--start") || line.has("--end") || line.has("--remove-silence") || line.has("--fps")) {
     return Outcome::misused("all of the recording is looked at");
   }
   const auto file = readableFile(line.arguments[1]);
@@ -95,12 +105,28 @@ Outcome runLook(const Look& look, const CommandLine& line) {
   return inStoppableThread([&](const std::stop_token& stop) { return look.run(file.value(), stop); });
 }
 
-Outcome runCopy(const Copy& copy, const CommandLine& line) {
+/// Writes a part of a recording.
+using Copy = std::function<Outcome(const std::string& file, const Window& window, const std::stop_token& stop)>;
+
+Outcome runCopy(const CommandLine& line, const Copy& copy) {
   const auto window = windowOf(line);
   if (!window) return Outcome::misused(window.error().message);
   const auto file = readableFile(line.arguments[1]);
   if (!file) return Outcome::failed(file.error().message);
-  return inStoppableThread([&](const std::stop_token& stop) { return copy.run(file.value(), window.value(), stop); });
+  return inStoppableThread([&](const std::stop_token& stop) { return copy(file.value(), window.value(), stop); });
+}
+
+Outcome runTrim(const CommandLine& line) {
+  if (line.has("--fps")) return Outcome::misused("a trimmed copy keeps its frames");
+  return runCopy(line, trim);
+}
+
+Outcome runGif(const CommandLine& line) {
+  const auto framesPerSecond = framesPerSecondOf(line);
+  if (!framesPerSecond) return Outcome::misused(framesPerSecond.error().message);
+  return runCopy(line, [&](const std::string& file, const Window& window, const std::stop_token& stop) {
+    return makeGif(file, window, framesPerSecond.value(), stop);
+  });
 }
 
 }  // namespace
@@ -109,8 +135,8 @@ Outcome runRecording(const CommandLine& line, Session&) {
   const auto& verb = line.arguments.front();
   const auto look = std::ranges::find(looks, verb, &Look::name);
   if (look != looks.end()) return runLook(*look, line);
-  const auto copy = std::ranges::find(copies, verb, &Copy::name);
-  if (copy != copies.end()) return runCopy(*copy, line);
+  if (verb == "trim") return runTrim(line);
+  if (verb == "gif") return runGif(line);
   return Outcome::misused("no such work on a recording: " + verb);
 }
 

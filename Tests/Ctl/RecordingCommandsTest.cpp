@@ -1,5 +1,6 @@
 #include "CtlFixture.h"
 
+#include "Support/GifReading.h"
 #include "Support/Movies.h"
 #include "Support/Waiting.h"
 
@@ -12,7 +13,11 @@
 namespace Nimbrel {
 namespace {
 
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::Ge;
 using ::testing::HasSubstr;
+using ::testing::Le;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
 
@@ -74,17 +79,36 @@ TEST_F(RecordingCommandsTest, TrimLeavesSilenceOutWhenAsked) {
   EXPECT_THAT(movie.clicks(), SizeIs(2));
 }
 
+TEST_F(RecordingCommandsTest, MakesAGifBesideTheRecording) {
+  writeRecording("a.mov");
+  const std::vector<std::string> words{"recording", "gif", "a.mov", "--start", "1", "--end", "2", "--fps", "5"};
+  EXPECT_EQ(pathOf(words), home_.path("a.gif"));
+  EXPECT_EQ(ctl(words).output, home_.path("a 2.gif") + "\n");
+  const auto gif = Testing::readGif(home_.path("a.gif"));
+  EXPECT_THAT(gif.delays(), ElementsAre(20, 20, 20, 20, 20));
+  EXPECT_EQ(gif.size, QSize(160, 120));
+}
+
+TEST_F(RecordingCommandsTest, AGifLeavesSilenceOutWhenAsked) {
+  writeRecording("a.mov", {0.5, 2.5});
+  const auto path =
+      pathOf({"recording", "gif", "a.mov", "--start", "0", "--end", "3", "--fps", "10", "--remove-silence"});
+  EXPECT_THAT(Testing::readGif(path).images, SizeIs(AllOf(Ge(6), Le(10))));
+}
+
 TEST_F(RecordingCommandsTest, AFileThatIsNoRecordingFails) {
   home_.addFile(home_.path("text.mov"));
-  for (const auto& words :
-       std::vector<std::vector<std::string>>{{"recording", "duration", "text.mov"},
-                                             {"recording", "audible", "text.mov"},
-                                             {"recording", "trim", "text.mov", "--start", "0", "--end", "1"}}) {
+  for (const auto& words : std::vector<std::vector<std::string>>{
+           {"recording", "duration", "text.mov"},
+           {"recording", "audible", "text.mov"},
+           {"recording", "trim", "text.mov", "--start", "0", "--end", "1"},
+           {"recording", "gif", "text.mov", "--start", "0", "--end", "1", "--fps", "5"}}) {
     const auto output = ctl(words);
     EXPECT_EQ(output.status, 1);
     EXPECT_EQ(output.errors, "nimbrelctl: The file is damaged or no recording\n");
   }
   EXPECT_EQ(filesNamed("trimmed"), 0);
+  EXPECT_EQ(filesNamed(".gif"), 0);
   EXPECT_THAT(ctl({"recording", "duration", "missing.mov"}).errors,
               StartsWith("nimbrelctl: cannot read missing.mov: "));
 }
@@ -102,7 +126,32 @@ TEST_F(RecordingCommandsTest, WrongUseIsTold) {
   EXPECT_THAT(misused({"recording", "trim", "a.mov", "--start", "0", "--end", "1,5"}),
               HasSubstr("--end is no number of seconds: 1,5"));
   EXPECT_THAT(misused({"recording", "duration", "a.mov", "--start", "0"}), HasSubstr("all of the recording"));
+  EXPECT_THAT(misused({"recording", "gif", "a.mov", "--start", "0", "--end", "1"}), HasSubstr("--fps is missing"));
+  for (const auto* rate : {"0", "-5", "many", "7.5"}) {
+    EXPECT_THAT(misused({"recording", "gif", "a.mov", "--start", "0", "--end", "1", "--fps", rate}),
+                HasSubstr(std::string("--fps is no number of frames a second: ") + rate));
+  }
+  EXPECT_THAT(misused({"recording", "trim", "a.mov", "--start", "0", "--end", "1", "--fps", "5"}),
+              HasSubstr("keeps its frames"));
   EXPECT_THAT(misused({"recording", "duration"}), HasSubstr("too few arguments"));
+}
+
+TEST_F(RecordingCommandsTest, AnInterruptedGifLeavesNoFile) {
+  writeRecording("short.mov");
+  Testing::repeatMovie(home_.path("short.mov"), home_.path("long.mov"), 400);
+  const auto process =
+      Testing::startProgram("nimbrelctl",
+                            {QStringLiteral("recording"), QStringLiteral("gif"), QStringLiteral("long.mov"),
+                             QStringLiteral("--start"), QStringLiteral("0"), QStringLiteral("--end"),
+                             QStringLiteral("1200"), QStringLiteral("--fps"), QStringLiteral("15")},
+                            home_.folder().path());
+  ASSERT_TRUE(Testing::waitUntil([&] { return filesNamed("long.gif") == 1; }));
+  ASSERT_EQ(::kill(static_cast<pid_t>(process->processId()), SIGINT), 0);
+  ASSERT_TRUE(process->waitForFinished());
+  EXPECT_EQ(process->exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(process->exitCode(), 1);
+  EXPECT_EQ(process->readAllStandardError().toStdString(), "nimbrelctl: interrupted\n");
+  EXPECT_EQ(filesNamed(".gif"), 0);
 }
 
 TEST_F(RecordingCommandsTest, AnInterruptedExportLeavesNoFile) {

@@ -76,7 +76,7 @@ std::optional<Error> addFrames(NewGif& gif, const Composition& kept, int fps, co
 
 Result<std::string> gif(const std::string& url, double start, double end, int fps, bool removeSilence,
                         const Supervision& supervision) {
-  const auto kept = composition(url, start, end, removeSilence);
+  const auto kept = composition(url, start, end, removeSilence, supervision.stop);
   if (!kept) return kept.error();
   NewGif gif(url);
   if (!gif.isMade()) return Error{"Could not create the GIF"};
