@@ -88,11 +88,6 @@ TEST_F(HeicEncoding, AFileThatReachesTheLimitIsNoUse) {
   EXPECT_TRUE(HeicEncoder::encode(picture, 0.9, size + 1));
 }
 
-TEST_F(HeicEncoding, APictureFarAboveItsLimitIsGivenUp) {
-  const auto picture = Testing::grainyPicture(64, 1024, 1);
-  EXPECT_FALSE(HeicEncoder::encode(picture, 0.9, 500));
-}
-
 TEST_F(HeicEncoding, NoPictureIsNoFile) { EXPECT_FALSE(HeicEncoder::encode(QImage(), 0.9, noLimit)); }
 
 }  // namespace

@@ -8,8 +8,10 @@
 #include "Platform/ImageFile.h"
 
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 
 #include <filesystem>
+#include <fstream>
 
 namespace Nimbrel {
 namespace {
@@ -196,6 +198,32 @@ TEST_F(Shrinking, AFolderThatCannotBeWrittenKeepsTheOldFile) {
     return row(shot->id).path == shot->path && trash_->asked.empty() ? 0 : 1;
   });
   EXPECT_EQ(status, 0);
+}
+
+TEST_F(Shrinking, AFullDiskKeepsTheOldFile) {
+  const auto shot = addShrinkable("Screenshot 1.png");
+  const auto content = contentOf(shot->path);
+  const int status = Testing::onSmallDisk(home_.folder().path("Desktop"), 64 * 1024, [&] {
+    home_.folder().write("Desktop/Screenshot 1.png", content);
+    // What is left is too little for any picture.
+    std::ofstream(home_.desktop("filling")) << std::string(1 << 20, 'x');
+    store_->recompress({shot});
+    const bool isUntouched = row(shot->id).path == shot->path && fs::exists(shot->path);
+    return isUntouched && trash_->asked.empty() && store_->status() == "Nothing to shrink" ? 0 : 1;
+  });
+  EXPECT_EQ(status, 0);
+}
+
+TEST_F(Shrinking, ACatalogueThatRefusesTheNewFileLosesIt) {
+  const auto shot = addShrinkable("Screenshot 1.png");
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(home_.path(".local/share/Nimbrel/nimbrel.sqlite").c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+  store_->recompress({shot});
+  sqlite3_close(other);
+  EXPECT_EQ(row(shot->id).path, shot->path);
+  EXPECT_FALSE(fs::exists(home_.desktop("Screenshot 1.heic")));
+  EXPECT_THAT(trash_->asked, IsEmpty());
 }
 
 TEST_F(Shrinking, ManyShotsKeepTheirOrder) {

@@ -14,13 +14,6 @@ using namespace Images;
 
 namespace {
 
-constexpr int bandHeight = 64;  ///< rows of the encoder's largest blocks
-constexpr int bandCount = 2;
-/// With more bits a pixel than this a screenshot is never so far above its limit that the bands could foretell it.
-constexpr double promisingBitsPerPixel = 0.6;
-/// How far the bands may be from the whole.
-constexpr double doubt = 1.5;
-
 bool succeeded(const heif_error& error) { return error.code == heif_error_Ok; }
 
 HeifEncoder encoderFor(const HeifContext& context, double quality) {
@@ -94,33 +87,11 @@ std::optional<std::string> fileOf(const QImage& picture, double quality) {
   return file;
 }
 
-/// Bands from all over the picture, one below the other.
-QImage bandsOf(const QImage& picture) {
-  QImage bands(picture.width(), bandCount * bandHeight, picture.format());
-  for (int band = 0; band < bandCount; ++band) {
-    const int top = (picture.height() - bandHeight) * (band + 1) / (bandCount + 1);
-    for (int y = 0; y < bandHeight; ++y) {
-      std::memcpy(bands.scanLine(band * bandHeight + y), picture.constScanLine(top + y),
-                  static_cast<std::size_t>(picture.bytesPerLine()));
-    }
-  }
-  return bands;
-}
-
-bool mayStayBelow(std::int64_t limit, const QImage& picture, double quality) {
-  const double pixels = static_cast<double>(picture.width()) * picture.height();
-  const double share = static_cast<double>(bandCount) * bandHeight / picture.height();
-  if (static_cast<double>(limit) * 8 > pixels * promisingBitsPerPixel || share > 0.25) return true;
-  const auto bands = bandsOf(picture);
-  const auto file = bands.isNull() ? std::nullopt : fileOf(bands, quality);
-  return !file || static_cast<double>(file->size()) < share * doubt * static_cast<double>(limit);
-}
-
 }  // namespace
 
 std::optional<std::string> encode(const QImage& picture, double quality, std::int64_t limit) {
   try {
-    if (picture.isNull() || !mayStayBelow(limit, picture, quality)) return std::nullopt;
+    if (picture.isNull()) return std::nullopt;
     auto file = fileOf(picture, quality);
     if (file && std::cmp_less(file->size(), limit)) return file;
   } catch (const std::bad_alloc&) {

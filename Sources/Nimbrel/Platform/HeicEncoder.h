@@ -13,9 +13,9 @@ namespace Nimbrel::HeicEncoder {
 /// resolution, since text on coloured ground suffers otherwise. `quality` is from 0 to 1; at 1 nothing is lost beyond
 /// the rounding between colour systems.
 ///
-/// Absent when the file would not stay below `limit` bytes, and when the picture cannot be encoded here. An encoder
-/// cannot be told to stop, so of a picture that does not look as if it stayed below the limit a few bands are tried
-/// first, and when these foretell one and a half times the limit, the rest is spared.
+/// Absent when the file would not stay below `limit` bytes, and when the picture cannot be encoded here. The first is
+/// known in the end only: an encoder neither tells how far it is nor stops, and a guess would give up pictures that do
+/// become smaller.
 [[nodiscard]] std::optional<std::string> encode(const QImage& picture, double quality, std::int64_t limit);
 
 }  // namespace Nimbrel::HeicEncoder

@@ -340,7 +340,7 @@ class Store : public QObject {
     std::vector<std::string> oldPaths;  ///< files that are no shot's any more
     std::int64_t bytesSaved = 0;
   };
-  void replaceFile(const Shot& shot, const std::string& heic, Shrinkage& shrinkage);
+  [[nodiscard]] bool replaceFile(const Shot& shot, const std::string& heic);
   void trashReplaced(Shrinkage shrinkage);
 
   StoreContext context_;

@@ -62,6 +62,7 @@ class Store::CaptureRun {
   CaptureDestination destination_;
   Panel panel_;
   std::string path_;
+  bool wasTaken_ = false;    ///< somebody's file stands there, which the tool leaves alone
   Application application_;  ///< in front when it was begun
 };
 
@@ -82,6 +83,7 @@ Result<std::string> Store::CaptureRun::makeCaptureURL() const {
 
 void Store::CaptureRun::runCapture() {
   const Operation operation(store_);
+  wasTaken_ = FileSystem::exists(path_);
   const auto failure = store_.capture_.launch(mode_, path_, [run = *this](int exitStatus) { run.end(exitStatus); });
   if (failure) return fail(*failure);
   store_.publishCapture();
@@ -99,7 +101,7 @@ void Store::CaptureRun::end(int exitStatus) const {
   const Operation operation(store_);
   store_.publishCapture();
   unhide();
-  if (!FileSystem::exists(path_)) return store_.setStatus(statusWithoutFile(exitStatus));
+  if (wasTaken_ || !FileSystem::exists(path_)) return store_.setStatus(statusWithoutFile(exitStatus));
   if (!isRecording(mode_)) return presentFreshCapture();
   store_.setLastRecordingURL(path_);
   store_.setStatus("Recording saved to " + std::string(FilePath::lastComponent(FilePath::folder(path_))));
