@@ -2,6 +2,7 @@
 
 #include "CaptureFixture.h"
 
+#include "Foundation/FilePath.h"
 #include "Platform/MetadataStore.h"
 
 #include <QSignalSpy>
@@ -36,6 +37,20 @@ class FreshCaptureTest : public Testing::CaptureFixture {
     sqlite3_close(connection);
   }
 };
+
+TEST_F(FreshCaptureTest, AFileThatStoodThereBeforeIsNone) {
+  const auto wanted = store_->captureLocation(CaptureMode::area, CaptureDestination::inbox);
+  const std::string folder(FilePath::folder(wanted));
+  home_.addFile(wanted);
+  for (int number = 2; number <= 999; ++number) {
+    home_.addFile(FilePath::join(folder, FilePath::numberedName(FilePath::lastComponent(wanted), number)));
+  }
+  begin(CaptureMode::area);
+  ASSERT_EQ(tool_->path(), wanted);
+  tool_->end(1);
+  EXPECT_EQ(store_->status(), "Capture failed; check screen recording permission");
+  EXPECT_THAT(store_->shots(), SizeIs(0));
+}
 
 TEST_F(FreshCaptureTest, IsARowWithTheFactsOfItsFile) {
   begin(CaptureMode::area);
