@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <limits>
 #include <numeric>
 #include <random>
@@ -26,6 +27,7 @@ using namespace Testing;
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::Ge;
+using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 class GifFileTest : public ::testing::Test {
@@ -39,6 +41,16 @@ class GifFileTest : public ::testing::Test {
     for (const auto& frame : frames) EXPECT_TRUE(gif->add(frame, delay));
     EXPECT_TRUE(gif->finish());
     return readGif(path());
+  }
+
+  /// The names in the folder.
+  [[nodiscard]] std::vector<std::string> files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+      names.push_back(entry.path().filename());
+    }
+    std::ranges::sort(names);
+    return names;
   }
 
   /// The delays of so many frames that all differ.
@@ -302,6 +314,37 @@ TEST_F(GifFileTest, TellsThatTheDiskIsFull) {
 }
 
 TEST_F(GifFileTest, TellsAtTheEndThatTheDiskIsFull) {
+TEST_F(GifFileTest, TakesItsNameFromTheStartAndAppearsWhole) {
+  const auto gif = GifFile::create(path());
+  EXPECT_TRUE(gif->add(windowWith({}), 0.1));
+  EXPECT_EQ(contentOf(path()), "") << "nobody finds half a file";
+  EXPECT_FALSE(GifFile::create(path()));
+  EXPECT_TRUE(gif->finish());
+  EXPECT_THAT(files(), ElementsAre("a.gif"));
+  EXPECT_THAT(readGif(path()).images, SizeIs(1));
+}
+
+TEST_F(GifFileTest, LeavesNothingUnlessItIsFinished) {
+  {
+    const auto gif = GifFile::create(path());
+    EXPECT_TRUE(gif->add(windowWith({}), 0.1));
+  }
+  EXPECT_THAT(files(), IsEmpty());
+  EXPECT_FALSE(GifFile::create(path())->finish());
+  EXPECT_THAT(files(), IsEmpty());
+}
+
+TEST_F(GifFileTest, WhatSomebodyPutInItsPlaceStays) {
+  auto gif = GifFile::create(path());
+  EXPECT_TRUE(gif->add(windowWith({}), 0.1));
+  std::filesystem::remove(path());
+  folder_.write("a.gif", "somebody else's");
+  EXPECT_FALSE(gif->finish());
+  gif.reset();
+  EXPECT_EQ(contentOf(path()), "somebody else's");
+  EXPECT_THAT(files(), ElementsAre("a.gif"));
+}
+
   const auto folder = folder_.makeFolder("disk");
   const int outcome = onSmallDisk(folder, 4096, [&] {
     const auto filler = std::string(4096, 'x');
