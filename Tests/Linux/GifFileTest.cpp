@@ -209,6 +209,21 @@ TEST_F(GifFileTest, LeavesAloneWhatTremblesUnseen) {
   EXPECT_LT(difference(gif.images[0].shown, gif.images[1].shown), 0.5);
 }
 
+TEST_F(GifFileTest, StoresNothingWhenAllPixelsStay) {
+  const auto first = gradient({300, 200});
+  const auto shown = written({first}).images[0].shown;
+  EXPECT_TRUE(QFile::remove(QString::fromStdString(path())));
+  auto second = shown.convertToFormat(QImage::Format_RGB32);
+  std::mt19937 random(7);
+  for (int y = 0; y < 200; ++y) {
+    for (int x = 0; x < 300; ++x) second.setPixel(x, y, shown.pixel(x, y) ^ (random() & 0x010101));
+  }
+  const auto gif = written({first, second});
+  ASSERT_THAT(gif.images, SizeIs(2));
+  EXPECT_EQ(gif.images[1].place, QRect(0, 0, 1, 1));
+  EXPECT_EQ(gif.images[1].shown, gif.images[0].shown);
+}
+
 TEST_F(GifFileTest, SeesTheSmallestChangeAmongFewColours) {
   QImage first(40, 30, QImage::Format_RGB32);
   first.fill(qRgb(100, 100, 100));
@@ -299,21 +314,6 @@ TEST_F(GifFileTest, ReplacesNothing) {
   EXPECT_FALSE(GifFile::create(folder_.path("no such folder/a.gif")));
 }
 
-TEST_F(GifFileTest, CannotBeFinishedWithoutAFrame) { EXPECT_FALSE(GifFile::create(path())->finish()); }
-
-TEST_F(GifFileTest, TellsThatTheDiskIsFull) {
-  const auto folder = folder_.makeFolder("disk");
-  const int outcome = onSmallDisk(folder, 64 << 10, [&] {
-    const auto gif = GifFile::create(folder + "/a.gif");
-    if (!gif) return 1;
-    bool taken = true;
-    for (int i = 0; i < 8; ++i) taken = gif->add(gradient({400, 300}, 31 * i), 0.1) && taken;
-    return taken || gif->finish() ? 2 : 0;
-  });
-  EXPECT_EQ(outcome, 0);
-}
-
-TEST_F(GifFileTest, TellsAtTheEndThatTheDiskIsFull) {
 TEST_F(GifFileTest, TakesItsNameFromTheStartAndAppearsWhole) {
   const auto gif = GifFile::create(path());
   EXPECT_TRUE(gif->add(windowWith({}), 0.1));
@@ -345,6 +345,21 @@ TEST_F(GifFileTest, WhatSomebodyPutInItsPlaceStays) {
   EXPECT_THAT(files(), ElementsAre("a.gif"));
 }
 
+TEST_F(GifFileTest, CannotBeFinishedWithoutAFrame) { EXPECT_FALSE(GifFile::create(path())->finish()); }
+
+TEST_F(GifFileTest, TellsThatTheDiskIsFull) {
+  const auto folder = folder_.makeFolder("disk");
+  const int outcome = onSmallDisk(folder, 64 << 10, [&] {
+    const auto gif = GifFile::create(folder + "/a.gif");
+    if (!gif) return 1;
+    bool taken = true;
+    for (int i = 0; i < 8; ++i) taken = gif->add(gradient({400, 300}, 31 * i), 0.1) && taken;
+    return taken || gif->finish() ? 2 : 0;
+  });
+  EXPECT_EQ(outcome, 0);
+}
+
+TEST_F(GifFileTest, TellsAtTheEndThatTheDiskIsFull) {
   const auto folder = folder_.makeFolder("disk");
   const int outcome = onSmallDisk(folder, 4096, [&] {
     const auto filler = std::string(4096, 'x');
