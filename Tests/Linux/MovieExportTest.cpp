@@ -300,6 +300,16 @@ TEST_F(MovieExportTest, ProgressGrowsToTheEnd) {
   EXPECT_EQ(shares.back(), 1);
 }
 
+TEST_F(MovieExportTest, AsksOftenWhetherToStopWhereAPictureStandsForLong) {
+  writeMovie(source_, {.times = {0, 50}, .end = 60, .sound = MadeMovie::Sound{.end = 60, .clicks = {30}}});
+  std::vector<double> shares{0};
+  const MediaFile::Supervision supervision{.progress = [&](double share) { shares.push_back(share); }};
+  EXPECT_FALSE(MediaFile::exportMovie(source_, Stretches{{0, 60}}, target_, supervision));
+  for (std::size_t i = 1; i < shares.size(); ++i) EXPECT_LE(shares[i] - shares[i - 1], 1.001 / 60) << shares[i];
+  EXPECT_EQ(shares.back(), 1);
+  EXPECT_NEAR(readMovie(target_).soundEnd(), 60, 0.001);
+}
+
 TEST_F(MovieExportTest, AFileThatIsNoMovieIsAnErrorAndLeavesNothing) {
   EXPECT_EQ(errorOf({{0, 1}}), "The file is not there");
   folder_.write("source.mov", "");
