@@ -152,6 +152,7 @@ TEST_F(RecordingCommandsTest, AnInterruptedGifLeavesNoFile) {
   EXPECT_EQ(process->exitCode(), 1);
   EXPECT_EQ(process->readAllStandardError().toStdString(), "nimbrelctl: interrupted\n");
   EXPECT_EQ(filesNamed(".gif"), 0);
+  EXPECT_EQ(filesNamed(".nimbrel-"), 0);
 }
 
 TEST_F(RecordingCommandsTest, AnInterruptedExportLeavesNoFile) {

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <limits>
 #include <numeric>
 #include <random>
@@ -26,6 +27,7 @@ using namespace Testing;
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::Ge;
+using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 class GifFileTest : public ::testing::Test {
@@ -39,6 +41,16 @@ class GifFileTest : public ::testing::Test {
     for (const auto& frame : frames) EXPECT_TRUE(gif->add(frame, delay));
     EXPECT_TRUE(gif->finish());
     return readGif(path());
+  }
+
+  /// The names in the folder.
+  [[nodiscard]] std::vector<std::string> files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+      names.push_back(entry.path().filename());
+    }
+    std::ranges::sort(names);
+    return names;
   }
 
   /// The delays of so many frames that all differ.
@@ -197,6 +209,21 @@ TEST_F(GifFileTest, LeavesAloneWhatTremblesUnseen) {
   EXPECT_LT(difference(gif.images[0].shown, gif.images[1].shown), 0.5);
 }
 
+TEST_F(GifFileTest, StoresNothingWhenAllPixelsStay) {
+  const auto first = gradient({300, 200});
+  const auto shown = written({first}).images[0].shown;
+  EXPECT_TRUE(QFile::remove(QString::fromStdString(path())));
+  auto second = shown.convertToFormat(QImage::Format_RGB32);
+  std::mt19937 random(7);
+  for (int y = 0; y < 200; ++y) {
+    for (int x = 0; x < 300; ++x) second.setPixel(x, y, shown.pixel(x, y) ^ (random() & 0x010101));
+  }
+  const auto gif = written({first, second});
+  ASSERT_THAT(gif.images, SizeIs(2));
+  EXPECT_EQ(gif.images[1].place, QRect(0, 0, 1, 1));
+  EXPECT_EQ(gif.images[1].shown, gif.images[0].shown);
+}
+
 TEST_F(GifFileTest, SeesTheSmallestChangeAmongFewColours) {
   QImage first(40, 30, QImage::Format_RGB32);
   first.fill(qRgb(100, 100, 100));
@@ -285,6 +312,37 @@ TEST_F(GifFileTest, ReplacesNothing) {
   EXPECT_FALSE(GifFile::create(taken));
   EXPECT_EQ(contentOf(taken), "mine");
   EXPECT_FALSE(GifFile::create(folder_.path("no such folder/a.gif")));
+}
+
+TEST_F(GifFileTest, TakesItsNameFromTheStartAndAppearsWhole) {
+  const auto gif = GifFile::create(path());
+  EXPECT_TRUE(gif->add(windowWith({}), 0.1));
+  EXPECT_EQ(contentOf(path()), "") << "nobody finds half a file";
+  EXPECT_FALSE(GifFile::create(path()));
+  EXPECT_TRUE(gif->finish());
+  EXPECT_THAT(files(), ElementsAre("a.gif"));
+  EXPECT_THAT(readGif(path()).images, SizeIs(1));
+}
+
+TEST_F(GifFileTest, LeavesNothingUnlessItIsFinished) {
+  {
+    const auto gif = GifFile::create(path());
+    EXPECT_TRUE(gif->add(windowWith({}), 0.1));
+  }
+  EXPECT_THAT(files(), IsEmpty());
+  EXPECT_FALSE(GifFile::create(path())->finish());
+  EXPECT_THAT(files(), IsEmpty());
+}
+
+TEST_F(GifFileTest, WhatSomebodyPutInItsPlaceStays) {
+  auto gif = GifFile::create(path());
+  EXPECT_TRUE(gif->add(windowWith({}), 0.1));
+  std::filesystem::remove(path());
+  folder_.write("a.gif", "somebody else's");
+  EXPECT_FALSE(gif->finish());
+  gif.reset();
+  EXPECT_EQ(contentOf(path()), "somebody else's");
+  EXPECT_THAT(files(), ElementsAre("a.gif"));
 }
 
 TEST_F(GifFileTest, CannotBeFinishedWithoutAFrame) { EXPECT_FALSE(GifFile::create(path())->finish()); }

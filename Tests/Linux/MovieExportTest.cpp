@@ -114,6 +114,21 @@ TEST_F(MovieExportTest, FramesKeepTheirUnevenTimes) {
   for (std::size_t i = 0; i < 5; ++i) EXPECT_NEAR(movie.pictures[i].time, uneven.times[i], 1e-4);
 }
 
+TEST_F(MovieExportTest, CutsAreExactWhereTimesAreRounded) {
+  // Pictures 1 and 2 are shown from 1/30 and 2/30 on, which this file calls 0.033 and 0.067.
+  writeMovie(folder_.path("exact.mov"), silentMovie(1));
+  copyAsMatroska(folder_.path("exact.mov"), source_);
+  const auto movie = exportedSource({{0, 20.0 / 600}, {20.0 / 600, 40.0 / 600}, {40.0 / 600, 0.2}, {0.9, 1}});
+  EXPECT_EQ(movie.numbers(), numbers(0, 6) + numbers(27, 30));
+  for (std::size_t i = 0; i < movie.pictures.size(); ++i) {
+    EXPECT_NEAR(movie.pictures[i].time, static_cast<double>(i) / 30, 0.0006);
+  }
+}
+
+TEST_F(MovieExportTest, AMomentHasItsPicture) {
+  EXPECT_THAT(exported(silentMovie(1), {{0.5, 0.5002}}).numbers(), ElementsAre(15));
+}
+
 TEST_F(MovieExportTest, SoundIsCutToTheSample) {
   MadeMovie movie = silentMovie(4);
   movie.sound = {.sampleRate = 48000, .channels = 2, .end = 4, .clicks = {0.25, 1.5, 2.25, 3.5}};
@@ -283,6 +298,16 @@ TEST_F(MovieExportTest, ProgressGrowsToTheEnd) {
   EXPECT_TRUE(std::ranges::is_sorted(shares));
   EXPECT_LT(shares.front(), 0.1);
   EXPECT_EQ(shares.back(), 1);
+}
+
+TEST_F(MovieExportTest, AsksOftenWhetherToStopWhereAPictureStandsForLong) {
+  writeMovie(source_, {.times = {0, 50}, .end = 60, .sound = MadeMovie::Sound{.end = 60, .clicks = {30}}});
+  std::vector<double> shares{0};
+  const MediaFile::Supervision supervision{.progress = [&](double share) { shares.push_back(share); }};
+  EXPECT_FALSE(MediaFile::exportMovie(source_, Stretches{{0, 60}}, target_, supervision));
+  for (std::size_t i = 1; i < shares.size(); ++i) EXPECT_LE(shares[i] - shares[i - 1], 1.001 / 60) << shares[i];
+  EXPECT_EQ(shares.back(), 1);
+  EXPECT_NEAR(readMovie(target_).soundEnd(), 60, 0.001);
 }
 
 TEST_F(MovieExportTest, AFileThatIsNoMovieIsAnErrorAndLeavesNothing) {

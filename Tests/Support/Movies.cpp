@@ -181,6 +181,28 @@ void repeatMovie(const std::string& source, const std::string& target, int times
   expectDone(file.value().end());
 }
 
+void copyAsMatroska(const std::string& source, const std::string& target) {
+  const auto input = openInput(source);
+  ASSERT_TRUE(input);
+  AVFormatContext* made = nullptr;
+  ASSERT_GE(avformat_alloc_output_context2(&made, nullptr, "matroska", nullptr), 0);
+  const OutputFormat output(made);
+  ASSERT_GE(avio_open(&output->pb, ("file:" + target).c_str(), AVIO_FLAG_WRITE), 0);
+  const AVStream& from = *input.value()->streams[0];
+  AVStream* track = avformat_new_stream(output.get(), nullptr);
+  ASSERT_GE(avcodec_parameters_copy(track->codecpar, from.codecpar), 0);
+  track->codecpar->codec_tag = 0;
+  ASSERT_GE(avformat_write_header(output.get(), nullptr), 0);
+  const Packet packet(av_packet_alloc());
+  for (; av_read_frame(input.value().get(), packet.get()) == 0; av_packet_unref(packet.get())) {
+    if (packet->stream_index != from.index) continue;
+    av_packet_rescale_ts(packet.get(), from.time_base, track->time_base);
+    packet->stream_index = track->index;
+    ASSERT_GE(av_write_frame(output.get(), packet.get()), 0);
+  }
+  ASSERT_GE(av_write_trailer(output.get()), 0);
+}
+
 std::vector<int> ReadMovie::numbers() const {
   std::vector<int> result;
   for (const auto& picture : pictures) result.push_back(picture.number);

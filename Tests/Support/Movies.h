@@ -43,6 +43,10 @@ void writeMovie(const std::string& path, const MadeMovie& movie);
 /// work on. Pictures only; fails the test when that does not work.
 void repeatMovie(const std::string& source, const std::string& target, int times);
 
+/// Writes the pictures of a movie to a Matroska file, which rounds their times to thousandths of a second; fails the
+/// test when that does not work.
+void copyAsMatroska(const std::string& source, const std::string& target);
+
 /// What is in a movie, all of it decoded.
 struct ReadMovie {
   struct Picture {

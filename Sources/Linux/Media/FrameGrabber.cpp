@@ -12,9 +12,6 @@ namespace {
 
 using Media::MediaInput;
 
-/// Files round the times of their pictures, some to a thousandth of a second: a picture may be so much late.
-constexpr double tolerance = 0.0005;
-
 /// Not worth jumping over, since the decoder would have to start anew.
 constexpr double shortWay = 1;
 
@@ -45,7 +42,9 @@ class MovieFrameGrabber final : public FrameGrabber {
   }
 
  private:
-  [[nodiscard]] bool isShownBy(double pictureTime, double time) const { return pictureTime <= time + tolerance; }
+  [[nodiscard]] bool isShownBy(double pictureTime, double time) const {
+    return pictureTime <= time + Media::pictureTolerance;
+  }
 
   [[nodiscard]] std::optional<Error> moveTo(double time) {
     const double wanted = time > firstTime_ ? time : firstTime_;

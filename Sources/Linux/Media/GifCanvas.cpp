@@ -69,6 +69,7 @@ GifImage GifCanvas::imageOf(const QImage& frame, const QRect& changed) {
   count(frame, changed);
   palette_ = palettes_.choose(colours_);
   const QRect drawn = draw(frame, changed);
+  if (drawn.isEmpty()) return {.palette = palette_};
   const auto stride = static_cast<std::ptrdiff_t>(changed.width());
   auto* indices = indices_.data() + (drawn.top() - changed.top()) * stride + (drawn.left() - changed.left());
   return {.place = drawn, .indices = indices, .stride = stride, .palette = palette_};

@@ -1,5 +1,6 @@
 #include "Platform/GifFile.h"
 
+#include "Linux/Files/ReservedFile.h"
 #include "Linux/Media/GifCanvas.h"
 #include "Linux/Media/GifStream.h"
 
@@ -23,7 +24,11 @@ int delayBetween(std::int64_t start, std::int64_t end) { return static_cast<int>
 
 class AnimatedGif final : public GifFile {
  public:
-  explicit AnimatedGif(std::unique_ptr<Media::GifStream> stream) : stream_(std::move(stream)) {}
+  explicit AnimatedGif(const std::string& path) : file_(path) {
+    if (file_.error() == 0) stream_ = Media::GifStream::open(file_.contentPath());
+  }
+
+  [[nodiscard]] bool isOpen() const { return stream_ != nullptr; }
 
   bool add(const QImage& frame, double delay) override {
     if (!accepts(frame)) return false;
@@ -40,7 +45,7 @@ class AnimatedGif final : public GifFile {
 
   bool finish() override {
     if (!waiting_.isNull()) endWaiting();
-    return hasImage_ && !failed_ && stream_->finish();
+    return hasImage_ && !failed_ && stream_->finish() && file_.commit() == 0;
   }
 
  private:
@@ -71,7 +76,8 @@ class AnimatedGif final : public GifFile {
     }
   }
 
-  std::unique_ptr<Media::GifStream> stream_;
+  ReservedFile file_;
+  std::unique_ptr<Media::GifStream> stream_;  ///< into its content
   Media::GifCanvas canvas_;
   QSize size_;
   QImage waiting_;          ///< the last frame, when it was too short to be shown
@@ -85,8 +91,8 @@ class AnimatedGif final : public GifFile {
 }  // namespace
 
 std::unique_ptr<GifFile> GifFile::create(const std::string& path) {
-  auto stream = Media::GifStream::create(path);
-  return stream ? std::make_unique<AnimatedGif>(std::move(stream)) : nullptr;
+  auto gif = std::make_unique<AnimatedGif>(path);
+  return gif->isOpen() ? std::move(gif) : nullptr;
 }
 
 }  // namespace Nimbrel

@@ -1,11 +1,9 @@
 #include "Linux/Media/GifStream.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <utility>
 
 namespace Nimbrel::Media {
 
@@ -50,18 +48,11 @@ bool putLoop(GifFileType* gif) {
 
 }  // namespace
 
-std::unique_ptr<GifStream> GifStream::create(const std::string& path) {
-  constexpr mode_t permissions = 0666;  // less what the user's mask takes away
-  const int number = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
-  if (number < 0) return nullptr;
-  if (auto* file = ::fdopen(number, "wb")) {
-    std::unique_ptr<GifStream> stream(new GifStream(file));
-    if (stream->gif_) return stream;
-  } else {
-    ::close(number);
-  }
-  ::unlink(path.c_str());
-  return nullptr;
+std::unique_ptr<GifStream> GifStream::open(const std::string& path) {
+  auto* file = std::fopen(path.c_str(), "r+be");
+  if (!file) return nullptr;
+  std::unique_ptr<GifStream> stream(new GifStream(file));
+  return stream->gif_ ? std::move(stream) : nullptr;
 }
 
 GifStream::GifStream(std::FILE* file) : file_(file), gif_(EGifOpen(file, writeTo, nullptr)) {
@@ -123,7 +114,6 @@ bool GifStream::setLastDelay(int delay) {
 bool GifStream::finish() {
   auto* gif = std::exchange(gif_, nullptr);
   if (EGifCloseFile(gif, nullptr) != GIF_OK || std::ferror(file_.get()) != 0) return false;
-  if (std::fflush(file_.get()) != 0 || ::fsync(::fileno(file_.get())) != 0) return false;
   return std::fclose(file_.release()) == 0;
 }
 

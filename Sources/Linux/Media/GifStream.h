@@ -12,11 +12,11 @@
 
 namespace Nimbrel::Media {
 
-/// The parts of an animated GIF, written to a file of their own one behind the other.
+/// The parts of an animated GIF, written to a file one behind the other.
 class GifStream {
  public:
-  /// Makes the file; nothing that stands at the path is replaced. Absent on failure.
-  [[nodiscard]] static std::unique_ptr<GifStream> create(const std::string& path);
+  /// Writes into the file that is there, which is empty. Absent on failure.
+  [[nodiscard]] static std::unique_ptr<GifStream> open(const std::string& path);
   ~GifStream();
   GifStream(const GifStream&) = delete;
   GifStream& operator=(const GifStream&) = delete;
@@ -30,7 +30,7 @@ class GifStream {
   /// How long the last image is shown instead.
   [[nodiscard]] bool setLastDelay(int delay);
 
-  /// Writes the end and waits until all is on the disk. To be called once, last.
+  /// Writes the end and closes the file, though it is perhaps not yet on the disk. To be called once, last.
   [[nodiscard]] bool finish();
 
  private:

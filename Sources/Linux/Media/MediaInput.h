@@ -9,6 +9,10 @@
 
 namespace Nimbrel::Media {
 
+/// Files round the times of their pictures, some to a thousandth of a second: a picture may be so much early or late,
+/// in seconds.
+inline constexpr double pictureTolerance = 0.0005;
+
 /// A frame of a track, and when it is shown or heard.
 struct DecodedFrame {
   const AVFrame* frame = nullptr;  ///< borrowed from the input until it is asked for the next one

@@ -87,8 +87,15 @@ std::optional<Error> writeTracks(Source& source, const std::vector<Cut>& cuts, M
   std::optional<SoundCuts> sound;
   if (source.sound) sound.emplace(*source.sound, encoder, cuts);
   const Pace pace = [&](double target) -> std::optional<Error> {
-    if (auto failure = supervisor.reached(target)) return failure;
-    return sound ? sound->writeUntil(target) : std::nullopt;
+  double made = 0;
+  // In small steps, since a picture may stand for hours of sound.
+    constexpr double step = 1;
+    do {
+      made = std::max(made, std::min(made + step, target));
+      if (auto failure = supervisor.reached(made)) return failure;
+      if (auto failure = sound ? sound->writeUntil(made) : std::nullopt) return failure;
+    } while (made < target);
+    return std::nullopt;
   };
   std::int64_t end = 0;
   if (source.pictures) {
@@ -98,11 +105,7 @@ std::optional<Error> writeTracks(Source& source, const std::vector<Cut>& cuts, M
     }
     end = pictures.end();
   }
-  const double total = cuts.empty() ? 0 : cuts.back().targetEnd();
-  constexpr double step = 1;
-  for (double target = source.pictures ? total : step; sound && target < total + step; target += step) {
-    if (auto failure = pace(target)) return failure;
-  }
+  if (auto failure = sound && !cuts.empty() ? pace(cuts.back().targetEnd()) : std::nullopt) return failure;
   if (end == 0 && !(sound && sound->hasWritten())) return Error{"Nothing of the recording lies in that stretch"};
   return encoder.finish(end);
 }

@@ -7,14 +7,23 @@
 
 namespace Nimbrel::Media {
 
+namespace {
+
+/// Whether one moment is not later than another, as far as files tell.
+bool isBy(std::int64_t moment, std::int64_t other) { return moment <= other + pictureTicks(pictureTolerance); }
+
+}  // namespace
+
 std::optional<Error> PictureCuts::write(const Cut& cut, const Pace& pace) {
   if (auto failure = goTo(cut, pace)) return failure;
   const auto start = pictureTicks(cut.start);
   const auto end = pictureTicks(cut.end);
   const auto target = pictureTicks(cut.target);
-  if (!shown_ || shown_->start >= end || (!upcoming_ && shown_->end <= start)) return std::nullopt;
-  if (auto failure = encodeShown(target + std::max<std::int64_t>(0, shown_->start - start))) return failure;
-  while (upcoming_ && upcoming_->start < end) {
+  if (!shown_ || (!upcoming_ && shown_->end <= start)) return std::nullopt;
+  const bool isShownAtStart = isBy(shown_->start, start);
+  if (!isShownAtStart && isBy(end, shown_->start)) return std::nullopt;
+  if (auto failure = encodeShown(isShownAtStart ? target : target + shown_->start - start)) return failure;
+  while (upcoming_ && !isBy(end, upcoming_->start)) {
     const double reached = cut.target + static_cast<double>(upcoming_->start - start) * av_q2d(pictureTick);
     if (auto failure = pace(reached)) return failure;
     if (auto failure = advance()) return failure;
@@ -33,7 +42,7 @@ std::optional<Error> PictureCuts::goTo(const Cut& cut, const Pace& pace) {
     if (auto failure = advance()) return failure;
     if (auto failure = advance()) return failure;
   }
-  while (upcoming_ && upcoming_->start <= pictureTicks(cut.start)) {
+  while (upcoming_ && isBy(upcoming_->start, pictureTicks(cut.start))) {
     if (auto failure = pace(cut.target)) return failure;
     if (auto failure = advance()) return failure;
   }
@@ -42,8 +51,8 @@ std::optional<Error> PictureCuts::goTo(const Cut& cut, const Pace& pace) {
 
 bool PictureCuts::isOnTheWay(double time) const {
   const auto ticks = pictureTicks(time);
-  if (!shown_ || ticks < shown_->start) return false;
-  return !upcoming_ || ticks < upcoming_->start || input_.isNear(time);
+  if (!shown_ || !isBy(shown_->start, ticks)) return false;
+  return !upcoming_ || !isBy(upcoming_->start, ticks) || input_.isNear(time);
 }
 
 std::optional<Error> PictureCuts::advance() {

@@ -11,13 +11,13 @@
 namespace Nimbrel {
 
 /// Writes an animated GIF that plays for ever, frame by frame, with the colours that suit it. It holds one frame at a
-/// time and the one before it. One thread at a time.
+/// time and the one before it. The file appears whole or not at all. One thread at a time.
 class GifFile {
  public:
-  /// Makes the file, which is its owner's from here on; nothing that stands at the path is replaced. Absent on failure.
+  /// Takes the name by an empty file; nothing that stands there is replaced. Absent on failure.
   [[nodiscard]] static std::unique_ptr<GifFile> create(const std::string& path);
 
-  /// Leaves what is written; a file that was not finished can be played up to its last whole frame at best.
+  /// Leaves nothing of a file that was not finished.
   virtual ~GifFile() = default;
 
   /// Adds a frame that is shown for that many seconds. The format knows hundredths: each frame ends at the hundredth
@@ -29,7 +29,8 @@ class GifFile {
   /// does not fit or the disk does not take it.
   [[nodiscard]] virtual bool add(const QImage& frame, double delay) = 0;
 
-  /// Writes the end; the file is then on the disk. To be called once.
+  /// Writes the end and puts the file in place, on the disk; unless it is, false. What somebody has put there in the
+  /// meantime stays. To be called once.
   [[nodiscard]] virtual bool finish() = 0;
 };
 
