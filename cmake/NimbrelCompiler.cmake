@@ -26,3 +26,7 @@ if(NIMBREL_SANITIZE)
   target_compile_options(NimbrelCompiler INTERFACE ${sanitizers})
   target_link_options(NimbrelCompiler INTERFACE ${sanitizers})
 endif()
+if(NIMBREL_FUZZING)
+  # What tells the fuzzer which way was taken.
+  target_compile_options(NimbrelCompiler INTERFACE -fsanitize=fuzzer-no-link)
+endif()

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace Nimbrel::Ctl {
 
@@ -61,6 +62,13 @@ std::optional<std::int64_t> decimal(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size() || text.empty()) return std::nullopt;
   return number;
+}
+
+std::optional<double> decimalFraction(std::string_view text) {
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 }  // namespace Nimbrel::Ctl

@@ -37,4 +37,8 @@ struct CommandLine {
 /// A whole number in decimal; absent when the text is anything else or out of range.
 [[nodiscard]] std::optional<std::int64_t> decimal(std::string_view text);
 
+/// A number in decimal, with a point before its fraction if it has one, in every language of the user; absent when the
+/// text is anything else.
+[[nodiscard]] std::optional<double> decimalFraction(std::string_view text);
+
 }  // namespace Nimbrel::Ctl

@@ -46,6 +46,7 @@ struct Command {
 [[nodiscard]] Outcome runImport(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runScan(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runRead(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runRecording(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runFile(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runTrash(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runForget(const CommandLine& line, Session& session);
@@ -56,9 +57,12 @@ struct Command {
 [[nodiscard]] Outcome runTag(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runUntag(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runProject(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runShrink(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runRules(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSearch(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runSettings(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runSync(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runCapture(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runFlatten(const CommandLine& line, Session& session);
 
 }  // namespace Nimbrel::Ctl

@@ -16,6 +16,15 @@ Outcome outcomeOf(const std::string& status, std::string_view failure) {
   return status.starts_with(failure) ? Outcome::failed(status) : Outcome::changed(status);
 }
 
+/// Lets the Store begin something and waits for the status that it ends with; false when a signal came first.
+bool untilStatus(Store& store, const std::function<void()>& begin) {
+  const QObject context;
+  return untilDone([&](const std::function<void()>& done) {
+    QObject::connect(&store, &Store::statusChanged, &context, done);
+    begin();
+  });
+}
+
 }  // namespace
 
 Outcome runFile(const CommandLine& line, Session& session) {
@@ -42,13 +51,15 @@ Outcome runForget(const CommandLine& line, Session& session) {
   });
 }
 
-Outcome trashed(Store& store, const ShotList& shots) {
-  const QObject context;
-  const bool isDone = untilDone([&](const std::function<void()>& done) {
-    QObject::connect(&store, &Store::statusChanged, &context, done);
-    store.trash(shots);
+Outcome runShrink(const CommandLine& line, Session& session) {
+  return withShots(line.arguments, session, [](Store& store, const ShotList& shots) {
+    if (!untilStatus(store, [&] { store.recompress(shots); })) return Outcome::failed(std::string(interrupted));
+    return Outcome::changed(store.status());
   });
-  if (!isDone) return Outcome::failed(std::string(interrupted));
+}
+
+Outcome trashed(Store& store, const ShotList& shots) {
+  if (!untilStatus(store, [&] { store.trash(shots); })) return Outcome::failed(std::string(interrupted));
   return outcomeOf(store.status(), "Trash failed: ");
 }
 

@@ -2,6 +2,7 @@
 
 #include "Foundation/FilePath.h"
 #include "Linux/Authentication/PamOwnerAuthentication.h"
+#include "Linux/Capture/ScreenCaptureProcess.h"
 #include "Linux/Desktop/LinuxScreenshotTool.h"
 #include "Linux/Files/DesktopTrash.h"
 #include "Linux/Files/InotifyFileEvents.h"
@@ -38,6 +39,7 @@ Services makeServices(const std::string& ownIdentifier) {
   services.ownerAuthentication = makePamOwnerAuthentication();
   services.pictureReader = makeReaderProcess();
   services.trash = makeDesktopTrash(homeTrash());
+  services.screenCaptureTool = makeScreenCaptureProcess();
   if (isX11Session()) {
     services.frontApplication = makeX11FrontApplication(std::make_shared<XcbConnection>(), ownIdentifier);
   }

@@ -29,7 +29,7 @@ enum ExitStatus {
 };
 
 /// Reads exactly the lists that are known, each followed by "-d" and the file: "-i -s", "-i -w", "-m", "-v -i -Jvideo"
-/// and "-v -m".
+/// and "-v -m". The error is the usage.
 [[nodiscard]] Result<CaptureRequest> captureRequest(std::span<const std::string_view> arguments);
 
 }  // namespace Nimbrel::Screencapture

@@ -216,6 +216,17 @@ TEST_F(SettingsTest, AFolderThatIsNoAbsolutePathLiesBelowHome) {
   EXPECT_EQ(settings->libraryFolder(), folder_.path("home/Pictures/Nimbrel"));
 }
 
+TEST_F(SettingsTest, TheSyncFolderIsAbsoluteWithoutASlashAtItsEnd) {
+  const auto settings = load();
+  EXPECT_EQ(settings->syncFolder(), std::nullopt);
+  settings->syncRoot.set("/vault/");
+  EXPECT_EQ(settings->syncFolder(), "/vault");
+  settings->syncRoot.set("Vault");
+  EXPECT_EQ(settings->syncFolder(), folder_.path("home/Vault"));
+  settings->syncRoot.set("");
+  EXPECT_EQ(settings->syncFolder(), std::nullopt);
+}
+
 TEST_F(SettingsTest, AnEmptySyncFolderIsAbsent) {
   store("syncRoot", text(""));
   EXPECT_FALSE(load()->syncRoot());

@@ -45,5 +45,18 @@ TEST(Decimal, TakesWholeNumbersOnly) {
   }
 }
 
+TEST(DecimalFraction, TakesNumbersWithAPoint) {
+  EXPECT_EQ(decimalFraction("0"), 0);
+  EXPECT_EQ(decimalFraction("12.5"), 12.5);
+  EXPECT_EQ(decimalFraction(".5"), 0.5);
+  EXPECT_EQ(decimalFraction("-1"), -1);
+}
+
+TEST(DecimalFraction, TakesNothingElse) {
+  for (const auto* text : {"", " 1", "1 ", "1s", "1,5", "+1", "1e3", "0x10", "nan", "inf", "-inf", "1.5.2", "--1"}) {
+    EXPECT_EQ(decimalFraction(text), std::nullopt) << text;
+  }
+}
+
 }  // namespace
 }  // namespace Nimbrel::Ctl

@@ -46,6 +46,23 @@ TEST_F(FileCommandsTest, FailsWhenTheFileCannotBeRenamed) {
   EXPECT_THAT(output.errors, StartsWith("nimbrelctl: Rename failed: "));
 }
 
+TEST_F(FileCommandsTest, ShrinksAndWaitsForTheTrash) {
+  Testing::writePicture(Testing::grainyPicture(160, 120), home_.path("b.png"));
+  const auto store = home_.open(ProcessRole::tool);
+  store->importFiles({home_.path("b.png")});
+  const auto id = Testing::shotNamed(*store, "b.png")->id;
+  EXPECT_THAT(statusOf({"shrink", std::to_string(id)}), StartsWith("Shrank 1 · saved "));
+  EXPECT_EQ(row(id)->path, home_.path("b.heic"));
+  EXPECT_FALSE(fs::exists(home_.path("b.png")));
+}
+
+TEST_F(FileCommandsTest, NothingToShrinkIsNoFailure) {
+  home_.folder().write("b.png", "no picture");
+  const auto store = home_.open(ProcessRole::tool);
+  store->importFiles({home_.path("b.png")});
+  EXPECT_EQ(statusOf({"shrink", std::to_string(Testing::shotNamed(*store, "b.png")->id)}), "Nothing to shrink");
+}
+
 TEST_F(FileCommandsTest, MovesToTheTrashAndWaitsForIt) {
   EXPECT_EQ(statusOf({"trash", word()}), "Moved 1 to Trash");
   EXPECT_FALSE(row(id_));

@@ -151,6 +151,13 @@ TEST_F(FileMoveTest, FoldersAreMadeWithThoseOnTheWay) {
   EXPECT_EQ(FileMove::createFolders(folder_.path("a/b/c")), std::nullopt);
 }
 
+TEST_F(FileMoveTest, AFolderWithAPathThatIsTooLongIsNotMadeNorAnyOfThoseOnTheWay) {
+  std::string path = "a";
+  for (int i = 0; i < 1'000'000; ++i) path += "/a";
+  EXPECT_EQ(FileMove::createFolders(folder_.path(path)), Error{"The name is too long"});
+  EXPECT_FALSE(isThere("a"));
+}
+
 TEST_F(FileMoveTest, AFolderBehindALinkIsThere) {
   folder_.makeFolder("a");
   fs::create_directory_symlink("a", folder_.path("link"));

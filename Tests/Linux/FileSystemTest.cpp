@@ -111,6 +111,43 @@ TEST_F(FileSystemTest, WhatCannotBeFoundOutExists) {
   EXPECT_TRUE(FileSystem::isTaken(folder_.path("closed/other")));
 }
 
+TEST_F(FileSystemTest, TheModificationDateIsThatOfWhatALinkLeadsTo) {
+  const auto path = folder_.write("file", "content");
+  Testing::setModificationTime(path, 1'700'000'000.5);
+  link("file", "link");
+  link("nowhere", "broken");
+  EXPECT_EQ(FileSystem::modificationDate(path), timestamp(1'700'000'000.5));
+  EXPECT_EQ(FileSystem::modificationDate(folder_.path("link")), timestamp(1'700'000'000.5));
+  EXPECT_EQ(FileSystem::modificationDate(folder_.path("broken")), std::nullopt);
+  EXPECT_EQ(FileSystem::modificationDate(folder_.path("file") + '\0' + "more"), std::nullopt);
+}
+
+TEST_F(FileSystemTest, ALinkIsOneWhereverItLeads) {
+  folder_.write("file", "content");
+  link("file", "link");
+  link("nowhere", "broken");
+  EXPECT_FALSE(FileSystem::isLink(folder_.path("file")));
+  EXPECT_FALSE(FileSystem::isLink(folder_.path("missing")));
+  EXPECT_TRUE(FileSystem::isLink(folder_.path("link")));
+  EXPECT_TRUE(FileSystem::isLink(folder_.path("broken")));
+}
+
+TEST_F(FileSystemTest, FoldersAreAmongTheEntriesBelow) {
+  folder_.write("top.png", "");
+  folder_.write("sub.png/file", "");
+  folder_.write(".hidden/file", "");
+  link("nowhere", "sub.png/broken");
+  std::map<std::string, EntryKind> entries;
+  FileSystem::forEachEntryBelow(folder_.path(), [&](const std::string& path, EntryKind kind) {
+    entries.emplace(fs::path(path).lexically_relative(folder_.path()), kind);
+  });
+  const std::map<std::string, EntryKind> expected{{"top.png", EntryKind::File},
+                                                  {"sub.png", EntryKind::Folder},
+                                                  {"sub.png/file", EntryKind::File},
+                                                  {"sub.png/broken", EntryKind::Other}};
+  EXPECT_EQ(entries, expected);
+}
+
 TEST_F(FileSystemTest, LinksThatLeadNowhereTakeTheirName) {
   link("nowhere", "broken");
   link("loop", "loop");

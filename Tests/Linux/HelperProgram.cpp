@@ -24,6 +24,23 @@ int waitForSignal() {
   return QCoreApplication::exec();
 }
 
+int takeInterrupts() {
+  const Farewell farewell;
+  Nimbrel::Process::quitOnSignals();
+  {
+    const Nimbrel::Process::OnInterrupt onInterrupt([] {
+      std::puts(Nimbrel::Process::isEnding() ? "ending" : "interrupted");
+      QCoreApplication::exit(0);
+    });
+    std::puts("ready");
+    std::fflush(stdout);
+    QCoreApplication::exec();
+  }
+  std::puts("ready");
+  std::fflush(stdout);
+  return QCoreApplication::exec();
+}
+
 int log() {
   Nimbrel::Process::logToSystem("nimbrel-helper");
   Nimbrel::Log::write("Nimbrel: 100 %s on\ntwo lines");
@@ -42,6 +59,7 @@ int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   const std::string_view task(argc > 1 ? argv[1] : "");
   if (task == "wait-for-signal") return waitForSignal();
+  if (task == "take-interrupts") return takeInterrupts();
   if (task == "log") return log();
   if (task == "screenshot-folder") return printScreenshotFolder();
   if (task.starts_with("authenticate")) return runAuthentication(task, {argv + 2, argv + argc});

@@ -78,4 +78,48 @@ TEST_F(MetadataStoreTest, AFileThatIsNotThereSaysNothing) {
   }
 }
 
+TEST_F(MetadataStoreTest, WhatIsLeftIsRead) {
+  for (const std::string type : {"selection", "window", "display", ""}) {
+    EXPECT_TRUE(MetadataStore::markScreenCapture(file_, type));
+    EXPECT_EQ(MetadataStore::isScreenCapture(file_), true);
+    EXPECT_EQ(MetadataStore::screenCaptureType(file_), type);
+  }
+}
+
+TEST_F(MetadataStoreTest, WhatIsLeftTakesThePlaceOfWhatWasThere) {
+  leave(isCapture, "0");
+  leave(captureType, "a longer type than the new one");
+  EXPECT_TRUE(MetadataStore::markScreenCapture(file_, "window"));
+  EXPECT_EQ(MetadataStore::isScreenCapture(file_), true);
+  EXPECT_EQ(MetadataStore::screenCaptureType(file_), "window");
+  EXPECT_EQ(Testing::contentOf(file_), "content");
+}
+
+TEST_F(MetadataStoreTest, ATypeTooLongToBeReadIsRefused) {
+  EXPECT_FALSE(MetadataStore::markScreenCapture(file_, std::string(1025, 't')));
+  EXPECT_EQ(MetadataStore::isScreenCapture(file_), std::nullopt);
+  EXPECT_EQ(MetadataStore::screenCaptureType(file_), std::nullopt);
+}
+
+TEST_F(MetadataStoreTest, NothingIsLeftWithAFileThatIsNotThere) {
+  for (const std::string& path : {folder_.path("missing"), std::string(), file_ + '\0' + "more"}) {
+    EXPECT_FALSE(MetadataStore::markScreenCapture(path, "window")) << path;
+  }
+  EXPECT_EQ(MetadataStore::isScreenCapture(file_), std::nullopt);
+}
+
+TEST_F(MetadataStoreTest, NothingIsLeftWithWhatKeepsNoNotes) {
+  EXPECT_FALSE(MetadataStore::markScreenCapture("/proc/self/status", "window"));
+}
+
+TEST_F(MetadataStoreTest, AFileIsSaidToBeNoCapture) {
+  for (int time = 0; time < 2; ++time) {
+    EXPECT_TRUE(MetadataStore::markNoScreenCapture(file_));
+    EXPECT_EQ(MetadataStore::isScreenCapture(file_), false);
+    leave(isCapture, "1");
+  }
+  EXPECT_FALSE(MetadataStore::markNoScreenCapture(folder_.path("missing")));
+  EXPECT_FALSE(MetadataStore::markNoScreenCapture("/proc/self/status"));
+}
+
 }  // namespace Nimbrel

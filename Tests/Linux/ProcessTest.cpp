@@ -15,19 +15,28 @@ namespace {
 
 using ::testing::HasSubstr;
 
-class ProcessTest : public ::testing::TestWithParam<int> {
+class HelperProcess : public ::testing::Test {
  protected:
-  void SetUp() override {
-    // As a shell may have left it to this process.
-    helper_.setChildProcessModifier([] { ::signal(GetParam(), SIG_DFL); });
-    helper_.start(QStringLiteral(NIMBREL_HELPER_PROGRAM), {QStringLiteral("wait-for-signal")});
-    ASSERT_TRUE(helper_.waitForReadyRead()) << helper_.errorString().toStdString();
-    ASSERT_EQ(helper_.readLine(), "ready\n");
+  void start(const char* task) {
+    // As a shell may have left them to this process.
+    helper_.setChildProcessModifier([] {
+      for (const int number : {SIGINT, SIGTERM, SIGHUP}) ::signal(number, SIG_DFL);
+    });
+    helper_.start(QStringLiteral(NIMBREL_HELPER_PROGRAM), {QLatin1String(task)});
+    expectLine("ready\n");
   }
-
+  void expectLine(const char* line) {
+    ASSERT_TRUE(helper_.canReadLine() || helper_.waitForReadyRead()) << helper_.errorString().toStdString();
+    ASSERT_EQ(helper_.readLine(), line);
+  }
   void send(int number) { ASSERT_EQ(::kill(static_cast<pid_t>(helper_.processId()), number), 0); }
 
   QProcess helper_;
+};
+
+class ProcessTest : public HelperProcess, public ::testing::WithParamInterface<int> {
+ protected:
+  void SetUp() override { start("wait-for-signal"); }
 };
 
 }  // namespace
@@ -52,6 +61,38 @@ TEST_P(ProcessTest, NoSignalIsBlockedSinceChildrenWouldInheritThat) {
   EXPECT_THAT(status, HasSubstr("SigBlk:\t0000000000000000\n"));
   send(GetParam());
   ASSERT_TRUE(helper_.waitForFinished());
+}
+
+class TakenInterrupts : public HelperProcess {
+ protected:
+  void SetUp() override { start("take-interrupts"); }
+};
+
+TEST_F(TakenInterrupts, AnInterruptCallsTheActionAndEndsNothing) {
+  send(SIGINT);
+  expectLine("interrupted\n");
+  expectLine("ready\n");
+  EXPECT_EQ(helper_.state(), QProcess::Running);
+  send(SIGTERM);
+  ASSERT_TRUE(helper_.waitForFinished());
+}
+
+TEST_F(TakenInterrupts, TheNextOneEndsTheLoopOnceNobodyTakesThem) {
+  send(SIGINT);
+  expectLine("interrupted\n");
+  expectLine("ready\n");
+  send(SIGINT);
+  ASSERT_TRUE(helper_.waitForFinished());
+  EXPECT_EQ(helper_.exitCode(), 0);
+  EXPECT_EQ(helper_.readAll(), "destroyed\n");
+}
+
+TEST_F(TakenInterrupts, OtherSignalsEndTheLoopAsBefore) {
+  send(SIGTERM);
+  expectLine("ready\n");
+  send(SIGHUP);
+  ASSERT_TRUE(helper_.waitForFinished());
+  EXPECT_EQ(helper_.readAll(), "destroyed\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, ProcessTest, ::testing::Values(SIGINT, SIGTERM, SIGHUP),

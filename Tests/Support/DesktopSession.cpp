@@ -61,8 +61,8 @@ std::string lineFrom(int pipe) {
 
 }  // namespace
 
-DesktopSession::DesktopSession() {
-  startServer();
+DesktopSession::DesktopSession(int depth) {
+  startServer(depth);
   qputenv("DISPLAY", display_.c_str());
   qunsetenv("WAYLAND_DISPLAY");
   qunsetenv("XDG_SESSION_TYPE");
@@ -75,12 +75,12 @@ DesktopSession::~DesktopSession() {
   qunsetenv("DISPLAY");
 }
 
-void DesktopSession::startServer() {
+void DesktopSession::startServer(int depth) {
   std::array<int, 2> pipe{};
   ASSERT_EQ(::pipe2(pipe.data(), 0), 0);
   ::fcntl(pipe[0], F_SETFD, FD_CLOEXEC);
-  server_ = start({"Xvfb", "-displayfd", std::to_string(pipe[1]), "-screen", "0", "1280x800x24", "-nolisten", "tcp",
-                   "-noreset", "-auth", folder_.write("authority", "")});
+  server_ = start({"Xvfb", "-displayfd", std::to_string(pipe[1]), "-screen", "0", "1280x800x" + std::to_string(depth),
+                   "-nolisten", "tcp", "-noreset", "-auth", folder_.write("authority", "")});
   ::close(pipe[1]);
   // It writes its number once it takes clients.
   display_ = ":" + lineFrom(pipe[0]);

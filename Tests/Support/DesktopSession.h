@@ -13,7 +13,8 @@ namespace Nimbrel::Testing {
 /// itself in the environment. Needs no event loop, so that a main() can have one before its application object.
 class DesktopSession {
  public:
-  DesktopSession();
+  /// Pixels have so many bits of colour.
+  explicit DesktopSession(int depth = 24);
   ~DesktopSession();
   DesktopSession(const DesktopSession&) = delete;
   DesktopSession& operator=(const DesktopSession&) = delete;
@@ -25,7 +26,7 @@ class DesktopSession {
   void kill();
 
  private:
-  void startServer();
+  void startServer(int depth);
   void startWindowManager();
 
   TemporaryFolder folder_;

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QtEndian>
 
+#include <algorithm>
 #include <filesystem>
 #include <random>
 
@@ -25,6 +26,21 @@ QImage picture(int width, int height, int seed) {
     const int x = static_cast<int>(random() % static_cast<unsigned>(width));
     const int y = static_cast<int>(random() % static_cast<unsigned>(height));
     painter.fillRect(x, y, width / 3 + 1, height / 12 + 1, QColor::fromRgb(static_cast<QRgb>(random())));
+  }
+  return image;
+}
+
+QImage grainyPicture(int width, int height, int seed) {
+  auto image = picture(width, height, seed);
+  std::mt19937 random(static_cast<unsigned>(seed) + 1);
+  const auto grain = [&](int value) { return std::clamp(value + static_cast<int>(random() % 9U) - 4, 0, 255); };
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      const auto colour = image.pixel(x, y);
+      const int red = grain(qRed(colour));
+      const int green = grain(qGreen(colour));
+      image.setPixel(x, y, qRgb(red, green, grain(qBlue(colour))));
+    }
   }
   return image;
 }

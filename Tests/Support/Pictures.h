@@ -10,6 +10,9 @@ namespace Nimbrel::Testing {
 /// A picture with enough structure to be told from others by its looks: bars and a gradient that depend on the seed.
 [[nodiscard]] QImage picture(int width, int height, int seed = 0);
 
+/// The same under grain that is different at each pixel, as a camera sees it: large as a PNG.
+[[nodiscard]] QImage grainyPicture(int width, int height, int seed = 0);
+
 /// Writes a picture in the format that the extension names; fails the test when that does not work.
 void writePicture(const QImage& image, const std::string& path);
 

@@ -12,7 +12,10 @@ constexpr int limitMilliseconds = 60'000;
 
 }  // namespace
 
-QString programPath(const std::string& name) { return QStringLiteral(NIMBREL_BIN "/") + QString::fromStdString(name); }
+QString programPath(const std::string& name) {
+  const auto path = QString::fromStdString(name);
+  return name.starts_with('/') ? path : QStringLiteral(NIMBREL_BIN "/") + path;
+}
 
 QProcessEnvironment environmentOf(const std::string& home) {
   auto environment = QProcessEnvironment::systemEnvironment();

@@ -17,7 +17,7 @@ struct ProgramOutput {
   std::string errors;
 };
 
-/// Where one of our programs was built.
+/// Where one of our programs was built. Here and below, an absolute path names any other program.
 [[nodiscard]] QString programPath(const std::string& name);
 
 /// The environment of a user whose home is `home` and who has nothing set.

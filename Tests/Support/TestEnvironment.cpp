@@ -12,7 +12,8 @@ TestEnvironment::TestEnvironment() {
   qputenv("XDG_CONFIG_HOME", home + "/.config");
   qputenv("XDG_CACHE_HOME", home + "/.cache");
   qputenv("XDG_RUNTIME_DIR", home);
-  for (const char* variable : {"XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE", "DISPLAY", "WAYLAND_DISPLAY"}) {
+  for (const char* variable :
+       {"XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE", "DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS"}) {
     qunsetenv(variable);
   }
 }

@@ -14,8 +14,10 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace Nimbrel::Process {
 
@@ -24,13 +26,30 @@ namespace {
 /// Written to by the signal handler, which may do little else.
 volatile int signalPipe = -1;
 volatile std::sig_atomic_t signalled = 0;
+volatile std::sig_atomic_t interruptsAreTaken = 0;
 
-extern "C" void passOnSignal(int) {
-  signalled = 1;
+/// What an interrupt does; empty while it ends the process.
+std::function<void()>& interruptAction() {
+  static std::function<void()> action;
+  return action;
+}
+
+extern "C" void passOnSignal(int number) {
+  if (number != SIGINT || interruptsAreTaken == 0) signalled = 1;
   const int error = errno;
-  const char token = 0;
+  const char token = static_cast<char>(number);
   [[maybe_unused]] const auto written = ::write(signalPipe, &token, 1);
   errno = error;
+}
+
+void takeSignals(int readEnd) {
+  std::array<char, 16> tokens{};
+  const auto count = ::read(readEnd, tokens.data(), tokens.size());
+  const std::span taken(tokens.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  const auto interrupts = std::ranges::count(taken, static_cast<char>(SIGINT));
+  const auto isTaken = interrupts > 0 && interruptAction() != nullptr;
+  if (isTaken) interruptAction()();
+  if (!isTaken || interrupts < std::ssize(taken)) QCoreApplication::exit(0);
 }
 
 void writeToStandardError(std::string_view line) {
@@ -54,15 +73,21 @@ void quitOnSignals() {
   if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
   signalPipe = ends[1];
   auto* notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, QCoreApplication::instance());
-  QObject::connect(notifier, &QSocketNotifier::activated, notifier, [readEnd = ends[0]] {
-    std::array<char, 16> tokens{};
-    [[maybe_unused]] const auto count = ::read(readEnd, tokens.data(), tokens.size());
-    QCoreApplication::exit(0);
-  });
+  QObject::connect(notifier, &QSocketNotifier::activated, notifier, [readEnd = ends[0]] { takeSignals(readEnd); });
   struct sigaction action {};
   action.sa_handler = passOnSignal;
   action.sa_flags = SA_RESTART;
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) ::sigaction(number, &action, nullptr);
+}
+
+OnInterrupt::OnInterrupt(std::function<void()> action) {
+  interruptAction() = std::move(action);
+  interruptsAreTaken = 1;
+}
+
+OnInterrupt::~OnInterrupt() {
+  interruptsAreTaken = 0;
+  interruptAction() = nullptr;
 }
 
 bool isEnding() { return signalled != 0; }

@@ -2,6 +2,9 @@
 
 #include "Foundation/FilePath.h"
 
+#include <QCoreApplication>
+#include <QFile>
+
 #include <unistd.h>
 
 #include <climits>
@@ -41,6 +44,13 @@ bool isOurProcess(pid_t process) {
   if (theirs.empty()) return false;
   return theirs == ours ||
          (folderOf(theirs) == folderOf(ours) && FilePath::lastComponent(theirs).starts_with(ourPrefix));
+}
+
+std::string helperProgram(std::string_view name) {
+  const auto folder = QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString();
+  auto beside = FilePath::join(folder, name);
+  if (::access(beside.c_str(), X_OK) == 0) return beside;
+  return FilePath::join(FilePath::join(FilePath::folder(folder), "libexec/nimbrel"), name);
 }
 
 std::string sandboxedApplication(pid_t process) {

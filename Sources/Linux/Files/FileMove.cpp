@@ -6,6 +6,7 @@
 #include "Platform/FileSystem.h"
 
 #include <cerrno>
+#include <climits>
 #include <filesystem>
 #include <system_error>
 
@@ -19,6 +20,8 @@ bool holdsZero(const std::string& path) { return path.find('\0') != std::string:
 
 std::optional<Error> createFolders(const std::string& path) {
   if (holdsZero(path)) return Error{wordsFor(EINVAL)};
+  // The library would first take a path of any length apart.
+  if (path.size() >= PATH_MAX) return Error{wordsFor(ENAMETOOLONG)};
   std::error_code error;
   std::filesystem::create_directories(path, error);
   if (!error) return std::nullopt;

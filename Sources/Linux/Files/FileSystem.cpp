@@ -116,6 +116,17 @@ std::optional<Timestamp> creationDate(const std::string& path) {
   return earliest;
 }
 
+std::optional<Timestamp> modificationDate(const std::string& path) {
+  Facts facts{};
+  if (read(path, 0, STATX_MTIME, facts) != 0 || (facts.stx_mask & STATX_MTIME) == 0) return std::nullopt;
+  return moment(facts.stx_mtime);
+}
+
+bool isLink(const std::string& path) {
+  Facts facts{};
+  return read(path, AT_SYMLINK_NOFOLLOW, STATX_TYPE, facts) == 0 && S_ISLNK(facts.stx_mode);
+}
+
 std::optional<std::int64_t> size(const std::string& path) {
   Facts facts{};
   if (read(path, 0, STATX_SIZE, facts) != 0 || (facts.stx_mask & STATX_SIZE) == 0) return std::nullopt;
@@ -129,7 +140,7 @@ void forEachEntry(const std::string& path, const EntryVisitor& visit) {
   forEachVisible(folder.get(), [&](const dirent& entry) { visit(entry.d_name, kindOf(descriptor, entry)); });
 }
 
-void forEachFileBelow(const std::string& top, const FileVisitor& visit) {
+void forEachEntryBelow(const std::string& top, const PathVisitor& visit) {
   // A list of folders still to come, and not recursion: one folder is open at a time, however deep the tree is.
   std::vector<std::string> pending{FilePath::withoutTrailingSlashes(top)};
   std::string path;
@@ -149,10 +160,16 @@ void forEachFileBelow(const std::string& top, const FileVisitor& visit) {
       // Nobody can open what has a longer path.
       if (path.size() >= PATH_MAX) return;
       const auto kind = kindOf(descriptor, entry);
-      if (kind == EntryKind::File) visit(path);
+      visit(path, kind);
       if (kind == EntryKind::Folder) pending.push_back(path);
     });
   }
+}
+
+void forEachFileBelow(const std::string& top, const FileVisitor& visit) {
+  forEachEntryBelow(top, [&](const std::string& path, EntryKind kind) {
+    if (kind == EntryKind::File) visit(path);
+  });
 }
 
 }  // namespace Nimbrel::FileSystem

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <string_view>
 
 namespace Nimbrel {
@@ -56,6 +57,12 @@ int HiddenFile::rename(const std::string& path) {
   const int error = renameWithoutReplacing(path_, path);
   if (error == 0) file_.close();
   return error;
+}
+
+int HiddenFile::replace(const std::string& path) {
+  if (::rename(path_.c_str(), path.c_str()) != 0) return errno;
+  file_.close();
+  return 0;
 }
 
 }  // namespace Nimbrel

@@ -23,11 +23,13 @@ class HiddenFile {
   [[nodiscard]] int number() const { return file_.number(); }
   [[nodiscard]] const std::string& path() const { return path_; }
 
-  // Both return 0, or the error number.
+  // All return 0, or the error number.
 
   [[nodiscard]] int write(const char* bytes, std::size_t count);
   /// Gives it its name, where nothing stands; it is no longer ours then.
   [[nodiscard]] int rename(const std::string& path);
+  /// The same, in place of what stands there.
+  [[nodiscard]] int replace(const std::string& path);
 
  private:
   std::string path_;

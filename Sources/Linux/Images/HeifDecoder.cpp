@@ -2,30 +2,14 @@
 
 #include "Linux/Images/AreaReducer.h"
 #include "Linux/Images/Colours.h"
+#include "Linux/Images/HeifHandles.h"
 #include "Linux/Images/PictureSource.h"
-
-#include <libheif/heif.h>
-
-#include <memory>
 
 namespace Nimbrel::Images {
 
 using ImageFile::PixelSize;
 
 namespace {
-
-template <auto release>
-struct Release {
-  template <typename T>
-  void operator()(T* object) const {
-    release(object);
-  }
-};
-
-using Context = std::unique_ptr<heif_context, Release<&heif_context_free>>;
-using Handle = std::unique_ptr<const heif_image_handle, Release<&heif_image_handle_release>>;
-using Image = std::unique_ptr<heif_image, Release<&heif_image_release>>;
-using Options = std::unique_ptr<heif_decoding_options, Release<&heif_decoding_options_free>>;
 
 /// A file and its primary image; the handle is null when there is none.
 struct Primary {
@@ -39,19 +23,19 @@ struct Primary {
 
   [[nodiscard]] bool hasAlpha() const { return heif_image_handle_has_alpha_channel(handle.get()) != 0; }
 
-  Context context;
-  Handle handle;
+  HeifContext context;
+  HeifHandle handle;
 };
 
-Image decode(const Primary& primary) {
-  const Options options(heif_decoding_options_alloc());
+HeifImage decode(const Primary& primary) {
+  const HeifDecodingOptions options(heif_decoding_options_alloc());
   if (!options) return nullptr;
   options->convert_hdr_to_8bit = 1;
   options->strict_decoding = 1;
   const auto chroma = primary.hasAlpha() ? heif_chroma_interleaved_RGBA : heif_chroma_interleaved_RGB;
   heif_image* image = nullptr;
   const auto error = heif_decode_image(primary.handle.get(), &image, heif_colorspace_RGB, chroma, options.get());
-  return Image(error.code == heif_error_Ok ? image : nullptr);
+  return HeifImage(error.code == heif_error_Ok ? image : nullptr);
 }
 
 QByteArray profile(const Primary& primary) {

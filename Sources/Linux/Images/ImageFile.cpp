@@ -6,9 +6,7 @@
 #include "Linux/Images/JpegDecoder.h"
 #include "Linux/Images/PictureSource.h"
 #include "Linux/Images/PngDecoder.h"
-#include "Linux/Images/PngEncoder.h"
 #include "Linux/Images/QtDecoder.h"
-#include "Platform/NewFile.h"
 
 #include <cstdio>
 #include <limits>
@@ -104,15 +102,6 @@ QImage picture(const std::string& path) {
     return whole(path);
   } catch (const std::bad_alloc&) {
     return {};
-  }
-}
-
-std::optional<Error> writePNG(const QImage& picture, const std::string& path) {
-  try {
-    const auto bytes = pngOf(picture);
-    return bytes.empty() ? Error{"The picture cannot be encoded"} : NewFile::write(path, bytes);
-  } catch (const std::bad_alloc&) {
-    return Error{"The picture takes too much memory"};
   }
 }
 

@@ -2,20 +2,18 @@
 
 #include "Foundation/FilePath.h"
 #include "Foundation/Log.h"
+#include "Linux/Desktop/ProgramFile.h"
 #include "Linux/Reading/AttemptJournal.h"
 #include "Linux/Reading/ReaderChild.h"
 #include "Linux/Reading/ReadingLanguages.h"
 #include "Platform/Process.h"
 #include "Platform/UserFolders.h"
 
-#include <QCoreApplication>
-#include <QFile>
 #include <QPointer>
 #include <QTimer>
 
 #include <sys/stat.h>
 #include <sys/types.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <deque>
@@ -257,13 +255,6 @@ class ReaderProcess final : public PictureReader {
   std::unique_ptr<ReaderChild> child_;
 };
 
-std::string programBesideThisOne() {
-  const auto folder = QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString();
-  auto beside = FilePath::join(folder, "nimbrel-reader");
-  if (::access(beside.c_str(), X_OK) == 0) return beside;
-  return FilePath::join(FilePath::folder(folder), "libexec/nimbrel/nimbrel-reader");
-}
-
 }  // namespace
 
 std::unique_ptr<PictureReader> makeReaderProcess(ReaderProcessOptions options) {
@@ -273,8 +264,8 @@ std::unique_ptr<PictureReader> makeReaderProcess(ReaderProcessOptions options) {
 std::unique_ptr<PictureReader> makeReaderProcess() {
   const auto folders = UserFolders::ofCurrentUser();
   if (!folders) return std::make_unique<NullPictureReader>();
-  return makeReaderProcess(
-      {.program = programBesideThisOne(), .journal = FilePath::join(folders->caches, "reading-attempts.json")});
+  return makeReaderProcess({.program = helperProgram("nimbrel-reader"),
+                            .journal = FilePath::join(folders->caches, "reading-attempts.json")});
 }
 
 }  // namespace Nimbrel

@@ -51,6 +51,11 @@ std::string Settings::libraryFolder() const {
   return absolute(libraryRoot().empty() ? std::string(libraryBelowHome) : libraryRoot());
 }
 
+std::optional<std::string> Settings::syncFolder() const {
+  const auto folder = syncRoot();
+  return folder && !folder->empty() ? std::optional(absolute(*folder)) : std::nullopt;
+}
+
 std::string Settings::absolute(const std::string& path) const {
   return FilePath::withoutTrailingSlashes(path.starts_with('/') ? path : FilePath::join(home_, path));
 }

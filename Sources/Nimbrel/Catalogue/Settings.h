@@ -78,6 +78,9 @@ class Settings : public QObject {
   /// The library root in the same form; the default where it is empty.
   [[nodiscard]] std::string libraryFolder() const;
 
+  /// The folder of the encrypted sync in the same form; absent when none is chosen.
+  [[nodiscard]] std::optional<std::string> syncFolder() const;
+
   /// Where a filed shot of that date and name goes: library root, year, year and month, name.
   [[nodiscard]] std::string libraryLocation(Timestamp date, std::string_view name) const;
 

@@ -70,6 +70,8 @@ void forEachCharacterEnd(std::string_view text, Visit visit) {
     for (auto end = breaks->next(); end != icu::BreakIterator::DONE; end = breaks->next()) {
       if (!visit(static_cast<std::size_t>(end))) break;
     }
+    // Begun anew, the iterator keeps nothing of a text that may be a passphrase.
+    breaks->setText(&view, status);
   }
   utext_close(&view);
 }

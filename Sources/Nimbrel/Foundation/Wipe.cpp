@@ -1,12 +1,23 @@
 #include "Foundation/Wipe.h"
 
+#include <cstring>
+
 namespace Nimbrel {
+
+namespace {
+
+// A compiler may leave out what is written and never read. It cannot know what is called through this.
+void* (*const volatile fill)(void*, int, std::size_t) = std::memset;
+
+}  // namespace
+
+void wipe(std::span<char> secret) {
+  if (!secret.empty()) fill(secret.data(), 0, secret.size());
+}
 
 void wipe(std::string& secret) {
   secret.resize(secret.capacity());
-  // A compiler may leave out what is written and never read, unless it is told that somebody looks.
-  volatile char* const bytes = secret.data();
-  for (std::size_t i = 0; i < secret.size(); ++i) bytes[i] = '\0';
+  wipe(std::span(secret));
   secret.clear();
 }
 

@@ -24,6 +24,12 @@ namespace Nimbrel::FileSystem {
 /// The earlier of birth and modification time, since copies cannot keep the former. Absent when neither can be read.
 [[nodiscard]] std::optional<Timestamp> creationDate(const std::string& path);
 
+/// When the content was last changed, links followed; absent when that cannot be read.
+[[nodiscard]] std::optional<Timestamp> modificationDate(const std::string& path);
+
+/// Whether the last component of the path is a link, wherever it leads.
+[[nodiscard]] bool isLink(const std::string& path);
+
 /// Size in bytes, links followed; absent when it cannot be read.
 [[nodiscard]] std::optional<std::int64_t> size(const std::string& path);
 
@@ -41,6 +47,13 @@ void forEachEntry(const std::string& folder, const EntryVisitor& visit);
 
 /// One call for each file. The path is valid during the call only.
 using FileVisitor = std::function<void(const std::string& path)>;
+
+/// One call for each entry. The path is valid during the call only.
+using PathVisitor = std::function<void(const std::string& path, EntryKind kind)>;
+
+/// All entries below a folder that are not hidden nor in a hidden folder, folders among them. Links to folders are not
+/// followed, and folders that cannot be read are passed over.
+void forEachEntryBelow(const std::string& folder, const PathVisitor& visit);
 
 /// All files below a folder that are not hidden nor in a hidden folder. Links to folders are not followed, and folders
 /// that cannot be read are passed over.

@@ -21,7 +21,12 @@ class GifFile {
   virtual ~GifFile() = default;
 
   /// Adds a frame that is shown for that many seconds. The format knows hundredths: each frame ends at the hundredth
-  /// nearest to the sum of all delays so far, so that roundings do not add up. All frames have the size of the first.
+  /// nearest to the sum of all delays so far, so that roundings do not add up. A frame that would be shown for less
+  /// than two of them is left out, since viewers would show it for a tenth of a second: its time goes to the next
+  /// frame, that of the last one to the frame before. No frame is shown for longer than 655.35 seconds.
+  ///
+  /// All frames have the size of the first, at most 65,535 pixels a side. Transparency is ignored. False when a frame
+  /// does not fit or the disk does not take it.
   [[nodiscard]] virtual bool add(const QImage& frame, double delay) = 0;
 
   /// Writes the end; the file is then on the disk. To be called once.

@@ -37,9 +37,11 @@ struct SoundBuffer {
 };
 using SoundVisitor = std::function<void(const SoundBuffer& buffer)>;
 
-/// Decodes the first track of sound from its beginning to its end, and nothing else of the file. Without such a track
-/// there is no call. Damage in the middle is passed over. The error is that of a file that cannot be opened.
-[[nodiscard]] std::optional<Error> forEachSoundBuffer(const std::string& path, const SoundVisitor& visit);
+/// Decodes the first track of sound from its beginning to its end, and nothing else of the file. Without such a track,
+/// and where nothing decodes it, there is no call. Damage in the middle is passed over. The error is that of a file
+/// that cannot be opened or read, or that it was to stop.
+[[nodiscard]] std::optional<Error> forEachSoundBuffer(const std::string& path, const SoundVisitor& visit,
+                                                      const std::stop_token& stop = {});
 
 /// Watches over long work.
 struct Supervision {
@@ -48,9 +50,14 @@ struct Supervision {
 };
 
 /// Writes the stretches of the first video and the first sound track, one behind the other, in the file's orientation,
-/// as a QuickTime movie with its index in front. Cuts are exact to the frame, and sound stays in step over all of them.
-/// A stretch beyond the end of a track adds nothing of that track. The file appears at `target` whole or not at all:
-/// the name is taken from the start, nothing that stands there is replaced, and what is unfinished is removed.
+/// as a QuickTime movie with its index in front. Cuts are exact to the frame and the sample, and sound stays in step
+/// over all of them; a stretch begins with the picture that is visible then. An odd column or row at the right or
+/// bottom is left out. A stretch beyond the end of a track adds nothing of that track, and what is damaged is passed
+/// over.
+///
+/// The file appears at `target` whole or not at all: the name is taken from the start by an empty file, nothing that
+/// stands there is replaced, and what is unfinished is removed. Where nothing encodes such a movie the error is "Could
+/// not prepare the recording export"; it is one as well when nothing lies in the stretches.
 [[nodiscard]] std::optional<Error> exportMovie(const std::string& source, std::span<const TimeRange> stretches,
                                                const std::string& target, const Supervision& supervision);
 

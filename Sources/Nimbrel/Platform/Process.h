@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 /// The life of this process. Main thread only, where nothing else is said.
 namespace Nimbrel::Process {
 
@@ -8,7 +10,18 @@ namespace Nimbrel::Process {
 /// called after the application object was made; again, it does nothing.
 void quitOnSignals();
 
-/// Whether such a signal has come: long work on the main thread then leaves the rest to the next start.
+/// While it lives, an interrupt calls the action, in a turn of the event loop, and ends nothing: several that come
+/// together are as one. The other signals do as before. One at a time, after quitOnSignals().
+class OnInterrupt {
+ public:
+  explicit OnInterrupt(std::function<void()> action);
+  ~OnInterrupt();
+  OnInterrupt(const OnInterrupt&) = delete;
+  OnInterrupt& operator=(const OnInterrupt&) = delete;
+};
+
+/// Whether a signal has come that ends the process: long work on the main thread then leaves the rest to the next
+/// start.
 [[nodiscard]] bool isEnding();
 
 /// Sends the log to standard error and to the system log, under the given program name, which must outlive the process.

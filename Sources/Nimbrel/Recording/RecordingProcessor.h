@@ -4,12 +4,13 @@
 #include "Platform/MediaFile.h"
 
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
 /// Work on a finished screen recording: how long it is, where it is audible, and what becomes of a part of it. No
-/// state. Any thread but the main one, since all of it may take long. Times are seconds; an Error's words are for
-/// people.
+/// state. Any thread but the main one, since all of it may take long. Times are seconds; those of stretches are whole
+/// numbers of 1/600. An Error's words are for people.
 namespace Nimbrel::RecordingProcessor {
 
 using MediaFile::Supervision;
@@ -29,11 +30,12 @@ struct Composition {
 
 /// The stretches of the first sound track that are not silent, in the order of time, with a little room around each, so
 /// that they may touch or overlap; a pause below 0.55 is no pause. Empty without sound.
-[[nodiscard]] Result<std::vector<TimeRange>> audibleRanges(const std::string& url);
+[[nodiscard]] Result<std::vector<TimeRange>> audibleRanges(const std::string& url, const std::stop_token& stop = {});
 
 /// The window from `start` to `end`, held within the recording but never shorter than 0.1; without its silent stretches
 /// if wanted and if that leaves anything.
-[[nodiscard]] Result<Composition> composition(const std::string& url, double start, double end, bool removeSilence);
+[[nodiscard]] Result<Composition> composition(const std::string& url, double start, double end, bool removeSilence,
+                                              const std::stop_token& stop = {});
 
 /// The name beside the recording that a trimmed copy gets: "X.trimmed.mov", or the first one that is free.
 [[nodiscard]] std::string trimmedURL(const std::string& url);

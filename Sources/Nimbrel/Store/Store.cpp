@@ -45,8 +45,10 @@ Result<std::unique_ptr<Store>> Store::openForCurrentUser(ProcessRole role, Servi
 Store::Store(StoreContext context)
     : context_(std::move(context)),
       settings_(*context_.defaults, context_.folders, *context_.services.screenshotTool),
+      lastCapturedID_(storedCapturedID()),
       lastRecordingURL_(storedRecordingPath()),
-      showMenuBar_(settings_.showMenuBar()) {
+      showMenuBar_(settings_.showMenuBar()),
+      capture_(*context_.services.screenCaptureTool, this) {
   pollTimer_.setInterval(pollInterval);
   connect(&pollTimer_, &QTimer::timeout, this, &Store::poll);
   pendingRescan_.setSingleShot(true);
@@ -55,6 +57,8 @@ Store::Store(StoreContext context)
   connect(&settings_, &Settings::changed, this, [this](const QString& key) {
     if (key == settings_.protectSensitive.key()) lockSensitive();
   });
+  connect(&sync_, &SyncRun::progressChanged, this, &Store::syncProgressChanged);
+  connect(&sync_, &SyncRun::ended, this, &Store::endSync);
 }
 
 Store::~Store() = default;
@@ -168,13 +172,24 @@ void Store::note(Fact fact) { facts_.set(static_cast<std::size_t>(fact)); }
 void Store::tell() {
   using Signal = void (Store::*)();
   static constexpr std::array<Signal, static_cast<std::size_t>(Fact::count)> signalOfFact{
-      &Store::shotsChanged,        &Store::derivedChanged,
-      &Store::filterChanged,       &Store::queryChanged,
-      &Store::searchResultChanged, &Store::unlockedSensitiveIDsChanged,
-      &Store::selectionChanged,    &Store::tagsChanged,
-      &Store::statusChanged,       &Store::lastRecordingURLChanged,
+      &Store::shotsChanged,
+      &Store::derivedChanged,
+      &Store::filterChanged,
+      &Store::queryChanged,
+      &Store::searchResultChanged,
+      &Store::unlockedSensitiveIDsChanged,
+      &Store::selectionChanged,
+      &Store::tagsChanged,
+      &Store::statusChanged,
+      &Store::captureBusyChanged,
+      &Store::recordingChanged,
+      &Store::lastCapturedIDChanged,
+      &Store::lastRecordingURLChanged,
+      &Store::showRecordingToolsChanged,
+      &Store::editRequestNonceChanged,
       &Store::showMenuBarChanged,
   };
+  static_assert(signalOfFact.size() <= mostFacts);
   const auto facts = std::exchange(facts_, {});
   for (std::size_t fact = 0; fact < signalOfFact.size(); ++fact) {
     if (facts.test(fact)) Q_EMIT(this->*signalOfFact[fact])();

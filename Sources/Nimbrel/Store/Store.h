@@ -7,6 +7,7 @@
 #include "Foundation/Result.h"
 #include "Model/Filter.h"
 #include "Model/Models.h"
+#include "Store/CaptureControl.h"
 #include "Store/CatalogueState.h"
 #include "Store/DerivedState.h"
 #include "Store/FolderWatcher.h"
@@ -17,13 +18,16 @@
 #include "Store/RuleMemory.h"
 #include "Store/ScanPlan.h"
 #include "Store/StoreContext.h"
+#include "Store/SyncRun.h"
 #include "Store/Tags.h"
 #include "Store/UnlockedShots.h"
 
 #include <QObject>
 #include <QTimer>
+#include <QUuid>
 
 #include <bitset>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -74,13 +78,29 @@ class Store : public QObject {
   [[nodiscard]] std::optional<std::string> snippet(const Shot& shot) const;
   /// Shots of the running batch that are still to be read; 0 when none runs.
   [[nodiscard]] std::size_t ocrRemaining() const;
+  /// How far the encrypted exchange is; absent when none runs.
+  [[nodiscard]] const std::optional<SyncProgress>& syncProgress() const { return sync_.progress(); }
   /// Sensitive shots that may be shown, because the owner has authenticated.
   [[nodiscard]] const ShotIDSet& unlockedSensitiveIDs() const { return unlocked_.ids(); }
   /// One line on the outcome of the last action; overwritten by the next.
   [[nodiscard]] const std::string& status() const { return status_; }
+  /// Whether a capture is under way: from the request until the program that takes it has ended.
+  [[nodiscard]] bool captureBusy() const { return captureBusy_; }
+  /// Whether this process records.
+  [[nodiscard]] bool recording() const { return recording_; }
+  /// The row of the newest capture, of any process at the time this one started.
+  [[nodiscard]] std::optional<ShotID> lastCapturedID() const { return lastCapturedID_; }
+  /// Its shot, while it is in the catalogue.
+  [[nodiscard]] std::optional<ShotPtr> lastCapturedShot() const;
   /// The recording made last, while its file is there.
   [[nodiscard]] const std::optional<std::string>& lastRecordingURL() const { return lastRecordingURL_; }
   void setLastRecordingURL(std::optional<std::string> path);
+  /// Whether the tools for lastRecordingURL are up.
+  [[nodiscard]] bool showRecordingTools() const { return showRecordingTools_; }
+  void setShowRecordingTools(bool show);
+  /// The shot that is to be edited, and an identifier of the last request for it: another one at each.
+  [[nodiscard]] std::optional<ShotID> editRequestShotID() const { return editRequestShotID_; }
+  [[nodiscard]] const QUuid& editRequestNonce() const { return editRequestNonce_; }
   /// Mirrors the setting.
   [[nodiscard]] bool showMenuBar() const { return showMenuBar_; }
   void setShowMenuBar(bool show);
@@ -129,6 +149,27 @@ class Store : public QObject {
   void trash(const ShotList& shots);
   /// Takes the shots out of the catalogue for good and leaves their files alone.
   void forget(const ShotList& shots);
+
+  // Shrinking
+
+  /// Encodes the files anew as HEIC beside the old ones, at the quality of the settings, and moves those to the Trash;
+  /// a file that is HEIC, cannot be read or would not become smaller stays as it is. Blocks until the new files are on
+  /// the disk; the Trash and the status follow.
+  void recompress(const ShotList& shots);
+
+  // Capture
+
+  /// What becomes of our own panel, from which a capture may have been asked for, while it is taken.
+  enum class Panel { Keep, Dismiss };
+  /// Takes a screenshot or a recording after the delay of the settings. A screenshot becomes a row and is selected, a
+  /// recording becomes lastRecordingURL. Nothing happens while captureBusy().
+  void capture(CaptureMode mode, Panel panel);
+  /// The path that a capture made now would have. Nothing is made there.
+  [[nodiscard]] std::string captureLocation(CaptureMode mode, CaptureDestination destination) const;
+  /// Asks the recording of this process to end and to write its file; without one it does nothing.
+  void stopRecording() { capture_.stopRecording(); }
+  /// Has the main window open the editor for a shot, once it may be seen.
+  void requestEdit(const ShotPtr& shot);
 
   // Tags and projects
 
@@ -183,6 +224,12 @@ class Store : public QObject {
   /// hears of each. Blocks until done: for the headless pass.
   std::size_t hashAllPending(const HashLog& log);
 
+  // Encrypted exchange
+
+  /// Exchanges the library with the vault folder of the settings in the background, and scans then; outcomes go to
+  /// `status`. While one exchange runs, the next waits for it.
+  void syncEncrypted(std::string passphrase);
+
   // Sensitive data
 
   /// Looks through all recognised texts again, and returns how many shots look sensitive.
@@ -204,33 +251,35 @@ class Store : public QObject {
   void queryChanged();
   void searchResultChanged();
   void ocrRemainingChanged();
+  void syncProgressChanged();
   void unlockedSensitiveIDsChanged();
   void selectionChanged();
   void tagsChanged();
   void statusChanged();
+  void captureBusyChanged();
+  void recordingChanged();
+  void lastCapturedIDChanged();
   void lastRecordingURLChanged();
+  void showRecordingToolsChanged();
+  void editRequestNonceChanged();
   void showMenuBarChanged();
+  /// The application's windows would be in a picture that is about to be taken; then, that they need not hide any more.
+  /// They come back without taking the focus.
+  void hidingRequested();
+  void unhidingRequested();
+  /// The user is to see the main window, in front.
+  void windowRequested();
   /// Nothing is left of what workOff() was asked for.
   void workDone();
+  /// Once for each syncEncrypted(), when its outcome is in the status and what came in is in the catalogue.
+  void syncEnded();
 
  private:
   explicit Store(StoreContext context);
 
-  /// The signals of the published fields, in the order in which they are told.
-  enum class Fact {
-    shots,
-    derived,
-    filter,
-    query,
-    searchResult,
-    unlockedSensitiveIDs,
-    selection,
-    tags,
-    status,
-    lastRecordingURL,
-    showMenuBar,
-    count
-  };
+  /// A published field.
+  enum class Fact : std::uint8_t;
+  static constexpr std::size_t mostFacts = 32;
   /// Holds the signals back until the outermost operation ends.
   class Operation;
 
@@ -243,7 +292,10 @@ class Store : public QObject {
   void note(Fact fact);
   void setStatus(std::string status);
   [[nodiscard]] std::optional<std::string> storedRecordingPath() const;
+  [[nodiscard]] std::optional<ShotID> storedCapturedID() const;
 
+  [[nodiscard]] Shot newShot(const std::string& path, Database::Filed filed) const;
+  [[nodiscard]] Database::Filed filedByPlace(std::string_view path) const;
   [[nodiscard]] bool isSnapshotCurrent() const;
   void reloadIfChanged();
   bool index(const std::string& path, Database::Filed filed);
@@ -252,17 +304,17 @@ class Store : public QObject {
   void dropOrphans(const ShotList& unseen);
   void unlock(const ShotList& shots);
 
+  class CaptureRun;
+  void takeInCapture();
+  void publishCapture();
+
   void prepareWork();
   void takeInText();
+  void endSync(const Result<SyncResult>& result);
 
   /// The title of the application that a shot shows, locked or not; else empty.
   [[nodiscard]] std::string sourceTitle(ShotID id) const;
-  /// What a pass of the rules has left to do.
-  struct RulePass {
-    bool changed = false;
-    ShotIDSet toFile;
-    std::vector<std::string> projects;  ///< those that the rules named, in this order
-  };
+  struct RulePass;
   RulePass applyRules(std::span<const PreparedRule> rules, const ShotList& shots);
   void write(const RuleEffect& effect, const Shot& shot);
   void addProjects(const std::vector<std::string>& names);
@@ -283,6 +335,14 @@ class Store : public QObject {
   void dropTrashed(const ShotList& shots);
   void dropRowAt(const Shot& shot);
 
+  /// What recompress() has done so far.
+  struct Shrinkage {
+    std::vector<std::string> oldPaths;  ///< files that are no shot's any more
+    std::int64_t bytesSaved = 0;
+  };
+  void replaceFile(const Shot& shot, const std::string& heic, Shrinkage& shrinkage);
+  void trashReplaced(Shrinkage shrinkage);
+
   StoreContext context_;
   Settings settings_;
   std::unique_ptr<Database> database_;
@@ -298,12 +358,18 @@ class Store : public QObject {
   mutable NameKeys nameKeys_;
   UnlockedShots unlocked_;
   std::string status_;
+  bool captureBusy_ = false;
+  bool recording_ = false;
+  std::optional<ShotID> lastCapturedID_;
   std::optional<std::string> lastRecordingURL_;
+  bool showRecordingTools_ = false;
+  std::optional<ShotID> editRequestShotID_;
+  QUuid editRequestNonce_ = QUuid::createUuid();
   bool showMenuBar_ = true;
   bool isApplicationActive_ = true;
 
   int operations_ = 0;
-  std::bitset<static_cast<std::size_t>(Fact::count)> facts_;
+  std::bitset<mostFacts> facts_;
 
   CatalogueState stateRead_{.othersVersion = 0, .ownChanges = -1};
   QTimer pollTimer_;
@@ -311,7 +377,9 @@ class Store : public QObject {
   std::optional<FrontmostTracker> tracker_;
   std::optional<FolderWatcher> watcher_;
   std::unique_ptr<BackgroundWork> work_;
+  CaptureControl capture_;
   RuleMemory ruleMemory_;
+  SyncRun sync_;
 };
 
 }  // namespace Nimbrel

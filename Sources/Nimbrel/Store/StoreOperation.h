@@ -6,6 +6,27 @@
 
 namespace Nimbrel {
 
+/// In the order in which their signals are told.
+enum class Store::Fact : std::uint8_t {
+  shots,
+  derived,
+  filter,
+  query,
+  searchResult,
+  unlockedSensitiveIDs,
+  selection,
+  tags,
+  status,
+  captureBusy,
+  recording,
+  lastCapturedID,
+  lastRecordingURL,
+  showRecordingTools,
+  editRequestNonce,
+  showMenuBar,
+  count
+};
+
 /// Holds the signals of a Store back until the outermost operation ends, so that each fact is told once.
 class Store::Operation {
  public:

@@ -29,6 +29,13 @@ std::vector<AutomationRule> rulesOf(std::span<const PreparedRule> prepared) {
 
 }  // namespace
 
+/// What a pass of the rules has left to do.
+struct Store::RulePass {
+  bool changed = false;
+  ShotIDSet toFile;
+  std::vector<std::string> projects;  ///< those that the rules named, in this order
+};
+
 void Store::applyAutomationRules(const ShotList& shots) {
   const auto rules = preparedRules(settings_.automationRules());
   if (rules.empty()) {

@@ -52,7 +52,7 @@ void Store::dropOrphans(const ShotList& unseen) {
   }
 }
 
-bool Store::index(const std::string& path, Database::Filed filed) {
+Shot Store::newShot(const std::string& path, Database::Filed filed) const {
   const auto size = ShotFile::dimensions(path);
   const auto moment = now();
   Shot shot;
@@ -65,6 +65,15 @@ bool Store::index(const std::string& path, Database::Filed filed) {
   shot.height = size.height;
   shot.captureType = ShotFile::captureType(path);
   shot.filed = filed == Database::Filed::Yes;
+  return shot;
+}
+
+Database::Filed Store::filedByPlace(std::string_view path) const {
+  return path.starts_with(settings_.libraryFolder() + "/") ? Database::Filed::Yes : Database::Filed::No;
+}
+
+bool Store::index(const std::string& path, Database::Filed filed) {
+  auto shot = newShot(path, filed);
   if (tracker_ && !shot.filed) {
     auto application = tracker_->appForCaptureAt(shot.date);
     shot.appAttributionTrusted = !application.name.empty();
@@ -87,14 +96,12 @@ void Store::restartWatching() {
 void Store::importFiles(const std::vector<std::string>& paths) {
   const Operation operation(*this);
   auto indexed = database_->indexedPaths();
-  const auto libraryStart = settings_.libraryFolder() + "/";
   std::size_t imported = 0;
   const Database::QuickCommits quickly(*database_);
   for (const auto& path : paths) {
     if (!ShotFile::hasImageType(path) || FileSystem::isOtherThanFile(path)) continue;
     database_->unignore(path);
-    const auto filed = path.starts_with(libraryStart) ? Database::Filed::Yes : Database::Filed::No;
-    if (indexed.contains(path) || !index(path, filed)) continue;
+    if (indexed.contains(path) || !index(path, filedByPlace(path))) continue;
     indexed.insert(path);
     ++imported;
   }

@@ -1,0 +1,129 @@
+#include "Platform/MediaFile.h"
+
+#include "Linux/Files/ErrorWords.h"
+#include "Linux/Files/ReservedFile.h"
+#include "Linux/Media/PictureCuts.h"
+#include "Linux/Media/SoundCuts.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Nimbrel::MediaFile {
+
+namespace {
+
+using namespace Media;
+
+/// The tracks of a recording that are taken over, each through a decoder of its own.
+struct Source {
+  std::optional<MediaInput> pictures;
+  std::optional<MediaInput> sound;
+};
+
+/// The first track of a kind; nothing when there is none.
+Result<std::optional<MediaInput>> trackOf(const std::string& path, MediaInput::Kind kind) {
+  auto input = MediaInput::open(path);
+  if (!input) return input.error();
+  if (!input.value().has(kind)) return std::optional<MediaInput>();
+  if (auto failure = input.value().choose(kind)) return *failure;
+  return std::optional(std::move(input).value());
+}
+
+Result<Source> openSource(const std::string& path) {
+  auto pictures = trackOf(path, MediaInput::Kind::Pictures);
+  if (!pictures) return pictures.error();
+  auto sound = trackOf(path, MediaInput::Kind::Sound);
+  if (!sound) return sound.error();
+  if (!pictures.value() && !sound.value()) return Error{"The recording has neither pictures nor sound"};
+  return Source{.pictures = std::move(pictures).value(), .sound = std::move(sound).value()};
+}
+
+PictureFormat pictureFormat(const MediaInput& input) {
+  const AVCodecContext& decoder = input.decoder();
+  return {.width = decoder.width & ~1,
+          .height = decoder.height & ~1,
+          .framesPerSecond = input.frameRate(),
+          .pixelAspect = decoder.sample_aspect_ratio,
+          .colours = coloursOf(decoder)};
+}
+
+MovieFormat formatOf(const Source& source) {
+  MovieFormat format;
+  if (source.pictures) {
+    format.pictures = pictureFormat(*source.pictures);
+    if (const auto* matrix = source.pictures->displayMatrix()) {
+      std::copy_n(matrix, 9, format.displayMatrix.emplace().begin());
+    }
+  }
+  if (source.sound) {
+    const AVCodecContext& decoder = source.sound->decoder();
+    format.sound = {.sampleRate = decoder.sample_rate, .channels = decoder.ch_layout.nb_channels};
+  }
+  return format;
+}
+
+/// Asks now and then whether to stop, and tells how far the work is.
+class Supervisor {
+ public:
+  Supervisor(const Supervision& supervision, double total) : supervision_(supervision), total_(total) {}
+
+  [[nodiscard]] std::optional<Error> reached(double target) const {
+    if (supervision_.stop.stop_requested()) return Error{"The export was stopped"};
+    if (supervision_.progress && total_ > 0) supervision_.progress(std::clamp(target / total_, 0.0, 1.0));
+    return std::nullopt;
+  }
+
+  /// Tells that all is done, unless it was stopped on the last stretch of the way.
+  [[nodiscard]] std::optional<Error> done() const { return reached(total_); }
+
+ private:
+  const Supervision& supervision_;
+  double total_;
+};
+
+/// Writes pictures and sound side by side, as the file wants them.
+std::optional<Error> writeTracks(Source& source, const std::vector<Cut>& cuts, MovieEncoder& encoder,
+                                 const Supervisor& supervisor) {
+  std::optional<SoundCuts> sound;
+  if (source.sound) sound.emplace(*source.sound, encoder, cuts);
+  const Pace pace = [&](double target) -> std::optional<Error> {
+    if (auto failure = supervisor.reached(target)) return failure;
+    return sound ? sound->writeUntil(target) : std::nullopt;
+  };
+  std::int64_t end = 0;
+  if (source.pictures) {
+    PictureCuts pictures(*source.pictures, encoder);
+    for (const auto& cut : cuts) {
+      if (auto failure = pictures.write(cut, pace)) return failure;
+    }
+    end = pictures.end();
+  }
+  const double total = cuts.empty() ? 0 : cuts.back().targetEnd();
+  constexpr double step = 1;
+  for (double target = source.pictures ? total : step; sound && target < total + step; target += step) {
+    if (auto failure = pace(target)) return failure;
+  }
+  if (end == 0 && !(sound && sound->hasWritten())) return Error{"Nothing of the recording lies in that stretch"};
+  return encoder.finish(end);
+}
+
+}  // namespace
+
+std::optional<Error> exportMovie(const std::string& source, std::span<const TimeRange> stretches,
+                                 const std::string& target, const Supervision& supervision) {
+  ReservedFile file(target);
+  if (file.error() != 0) return Error{wordsFor(file.error())};
+  auto tracks = openSource(source);
+  if (!tracks) return tracks.error();
+  auto encoder = MovieEncoder::make(formatOf(tracks.value()));
+  if (!encoder) return Error{"Could not prepare the recording export"};
+  if (auto failure = encoder.value().open(file.contentPath(), MovieFile::Form::IndexInFront)) return failure;
+  const auto cuts = cutsOf(stretches);
+  const Supervisor supervisor(supervision, cuts.empty() ? 0 : cuts.back().targetEnd());
+  if (auto failure = writeTracks(tracks.value(), cuts, encoder.value(), supervisor)) return failure;
+  if (auto failure = supervisor.done()) return failure;
+  const int error = file.commit();
+  return error == 0 ? std::nullopt : std::optional(Error{wordsFor(error)});
+}
+
+}  // namespace Nimbrel::MediaFile

@@ -1,0 +1,54 @@
+#include "Recording/AudibleRanges.h"
+
+#include "Recording/RecordingTimes.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace Nimbrel::RecordingProcessor {
+
+using MediaFile::SoundBuffer;
+using MediaFile::TimeRange;
+
+namespace {
+
+/// Samples whose absolute value is no greater are silent.
+constexpr int loudestSilence = 420;
+/// Seconds.
+constexpr double lengthWhenUnknown = 0.1;
+constexpr double shortestPause = 0.55;
+constexpr double roomBefore = 0.15;
+constexpr double roomAfter = 0.2;
+/// Far less than a sample: the difference of two times is off by that much, which must not decide.
+constexpr double roundingError = 1e-9;
+
+bool isAudible(std::span<const std::int16_t> samples) {
+  return std::ranges::any_of(samples, [](int sample) { return std::abs(sample) > loudestSilence; });
+}
+
+double lengthOf(const SoundBuffer& buffer) {
+  const double length = buffer.length.value_or(0);
+  return length > 0 ? length : lengthWhenUnknown;
+}
+
+}  // namespace
+
+void AudibleRanges::add(const SoundBuffer& buffer) {
+  if (!isAudible(buffer.samples)) return;
+  const TimeRange range{.start = buffer.start, .end = buffer.start + lengthOf(buffer)};
+  if (!merged_.empty() && range.start - merged_.back().end < shortestPause - roundingError) {
+    merged_.back().end = std::max(merged_.back().end, range.end);
+  } else {
+    merged_.push_back(range);
+  }
+}
+
+std::vector<TimeRange> AudibleRanges::padded() const {
+  std::vector<TimeRange> result;
+  for (const auto& [start, end] : merged_) {
+    result.push_back({.start = onTimescale(std::max(0.0, start - roomBefore)), .end = onTimescale(end + roomAfter)});
+  }
+  return result;
+}
+
+}  // namespace Nimbrel::RecordingProcessor

@@ -1,0 +1,157 @@
+#include "Screencapture/PortalScreenCast.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QUuid>
+
+#include <utility>
+
+namespace Nimbrel::Screencapture {
+
+namespace {
+
+constexpr auto sessionInterface = "org.freedesktop.portal.Session";
+
+// Bits and values of the portal.
+enum SourceType : unsigned { Monitor = 1, Window = 2 };
+enum CursorMode : unsigned { Embedded = 2 };
+
+/// The kinds of things we let the user choose from; 0 when the portal shows none of them.
+unsigned wantedSources(CaptureRequest::Subject subject, const PortalInterface& interface) {
+  const unsigned wanted = subject == CaptureRequest::Subject::mainScreen ? Monitor : Monitor | Window;
+  return wanted & interface.properties.value(QStringLiteral("AvailableSourceTypes"), unsigned{Monitor}).toUInt();
+}
+
+bool canShowPointer(const PortalInterface& interface) {
+  return (interface.properties.value(QStringLiteral("AvailableCursorModes")).toUInt() & Embedded) != 0;
+}
+
+std::string kindOf(unsigned sourceType) {
+  switch (sourceType) {
+    case Monitor:
+      return "display";
+    case Window:
+      return "window";
+    default:
+      return "selection";
+  }
+}
+
+/// The first stream that the user has started; absent when there is none.
+std::optional<ScreenCastStream> firstStream(const QVariantMap& started) {
+  const auto value = started.value(QStringLiteral("streams"));
+  if (value.metaType() != QMetaType::fromType<QDBusArgument>()) return std::nullopt;
+  const auto streams = value.value<QDBusArgument>();
+  if (streams.currentSignature() != QLatin1String("a(ua{sv})")) return std::nullopt;
+  ScreenCastStream stream;
+  QVariantMap facts;
+  streams.beginArray();
+  if (streams.atEnd()) return std::nullopt;
+  streams.beginStructure();
+  streams >> stream.node >> facts;
+  stream.kind = kindOf(facts.value(QStringLiteral("source_type")).toUInt());
+  return stream;
+}
+
+/// Portals say it as text, some as a path.
+QString sessionIn(const QVariantMap& results) {
+  const auto handle = results.value(QStringLiteral("session_handle"));
+  return handle.canConvert<QDBusObjectPath>() ? handle.value<QDBusObjectPath>().path() : handle.toString();
+}
+
+}  // namespace
+
+PortalSessionSignals::PortalSessionSignals(const QDBusConnection& connection, const QString& owner, const QString& path,
+                                           QObject* parent)
+    : QDBusAbstractInterface(owner, path, sessionInterface, connection, parent) {}
+
+PortalScreenCast::PortalScreenCast(const PortalBus& bus, CaptureRequest::Subject subject, Events events)
+    : bus_(bus), subject_(subject), events_(std::move(events)) {
+  findPortalInterface(this, bus_, QStringLiteral("org.freedesktop.portal.ScreenCast"), [this](auto found) {
+    if (!found) return refuse(found.error().message);
+    interface_ = std::move(found).value();
+    if (wantedSources(subject_, interface_) == 0) return refuse("The desktop portal shows neither screens nor windows");
+    createSession();
+  });
+}
+
+PortalScreenCast::~PortalScreenCast() {
+  // First the question on the screen, if there is one.
+  request_.reset();
+  if (session_.isEmpty()) return;
+  bus_.connection().send(QDBusMessage::createMethodCall(interface_.owner, session_, QLatin1String(sessionInterface),
+                                                        QStringLiteral("Close")));
+}
+
+void PortalScreenCast::createSession() {
+  const auto token = QStringLiteral("nimbrel_") + QUuid::createUuid().toString(QUuid::Id128);
+  ask({QStringLiteral("CreateSession"), {}, {{QStringLiteral("session_handle_token"), token}}},
+      &PortalScreenCast::selectSources);
+}
+
+void PortalScreenCast::selectSources(const QVariantMap& session) {
+  session_ = sessionIn(session);
+  auto* news = new PortalSessionSignals(bus_.connection(), interface_.owner, session_, this);
+  connect(news, &PortalSessionSignals::Closed, this, &PortalScreenCast::hearClosed, Qt::QueuedConnection);
+  auto* watch =
+      new QDBusServiceWatcher(interface_.owner, bus_.connection(), QDBusServiceWatcher::WatchForUnregistration, this);
+  connect(watch, &QDBusServiceWatcher::serviceUnregistered, this, &PortalScreenCast::hearClosed, Qt::QueuedConnection);
+  QVariantMap options{{QStringLiteral("types"), wantedSources(subject_, interface_)},
+                      {QStringLiteral("multiple"), false}};
+  if (canShowPointer(interface_)) options.insert(QStringLiteral("cursor_mode"), unsigned{Embedded});
+  ask({QStringLiteral("SelectSources"), {this->session()}, options}, &PortalScreenCast::startStream);
+}
+
+void PortalScreenCast::startStream(const QVariantMap&) {
+  // Without a window of ours for the portal to stand before.
+  ask({QStringLiteral("Start"), {session(), QString()}, {}}, &PortalScreenCast::openRemote);
+}
+
+void PortalScreenCast::openRemote(const QVariantMap& started) {
+  const auto stream = firstStream(started);
+  if (!stream) return refuse("The desktop portal shows nothing");
+  auto call = QDBusMessage::createMethodCall(interface_.owner, QLatin1String(portalPath), interface_.name,
+                                             QStringLiteral("OpenPipeWireRemote"));
+  call << session() << QVariantMap();
+  auto* watcher = new QDBusPendingCallWatcher(bus_.connection().asyncCall(call), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, stream = *stream] {
+    watcher->deleteLater();
+    const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *watcher;
+    if (reply.isError()) return refuse("The desktop portal refused: " + reply.error().message().toStdString());
+    takeRemote(reply.value(), stream);
+  });
+}
+
+void PortalScreenCast::takeRemote(const QDBusUnixFileDescriptor& remote, ScreenCastStream stream) {
+  stream.remote = remote;
+  answer({PortalAnswer::Outcome::granted, std::move(stream), {}});
+}
+
+void PortalScreenCast::ask(PortalRequest::Call call, Next next) {
+  request_ = std::make_unique<PortalRequest>(bus_, interface_, std::move(call), [this, next](const auto& reply) {
+    if (reply.isGranted()) return (this->*next)(reply.results);
+    answer({reply.outcome, std::nullopt, reply.reason});
+  });
+}
+
+void PortalScreenCast::hearClosed() {
+  session_.clear();
+  request_.reset();
+  if (events_.answered) return refuse("The desktop portal has closed the session");
+  if (const auto closed = std::exchange(events_.closed, nullptr)) closed();
+}
+
+void PortalScreenCast::refuse(const std::string& reason) {
+  answer({PortalAnswer::Outcome::refused, std::nullopt, reason});
+}
+
+void PortalScreenCast::answer(const ScreenCastAnswer& answer) {
+  if (const auto answered = std::exchange(events_.answered, nullptr)) answered(answer);
+}
+
+QVariant PortalScreenCast::session() const { return QVariant::fromValue(QDBusObjectPath(session_)); }
+
+}  // namespace Nimbrel::Screencapture

@@ -1,0 +1,42 @@
+#include "Support/SessionBus.h"
+
+#include "Support/UnixSocket.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+namespace Nimbrel::Testing {
+
+namespace {
+
+std::string configuration(const std::string& address) {
+  return R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>)" +
+         address + R"(</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+}
+
+}  // namespace
+
+SessionBus::SessionBus() : address_("unix:path=" + folder_.path("bus")) {
+  const auto file = folder_.write("bus.conf", configuration(address_));
+  daemon_ = std::make_unique<DesktopClient>(
+      std::vector<std::string>{"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + file});
+  waitForListener(folder_.path("bus"));
+  qputenv("DBUS_SESSION_BUS_ADDRESS", address_.c_str());
+}
+
+SessionBus::~SessionBus() { qunsetenv("DBUS_SESSION_BUS_ADDRESS"); }
+
+}  // namespace Nimbrel::Testing
