@@ -9,10 +9,6 @@
 #include <cstdio>
 #include <utility>
 
-// The module that only sends messages does not free the replies that it gets to them.
-extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions();
-const char* __lsan_default_suppressions() { return "leak:converse"; }
-
 namespace {
 
 using namespace std::chrono_literals;

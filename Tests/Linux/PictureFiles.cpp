@@ -12,10 +12,6 @@
 #include <fstream>
 #include <memory>
 
-/// Asked by the sanitizer for leaks that are not ours: the encoder of HEIC leaves some memory behind for each picture.
-extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions();
-const char* __lsan_default_suppressions() { return "leak:libx265"; }
-
 namespace Nimbrel::Testing {
 
 namespace {
