@@ -87,8 +87,8 @@ std::optional<Error> writeTracks(Source& source, const std::vector<Cut>& cuts, M
   std::optional<SoundCuts> sound;
   if (source.sound) sound.emplace(*source.sound, encoder, cuts);
   const Pace pace = [&](double target) -> std::optional<Error> {
-  double made = 0;
-  // In small steps, since a picture may stand for hours of sound.
+    double made = 0;
+    // In small steps, since a picture may stand for hours of sound.
     constexpr double step = 1;
     do {
       made = std::max(made, std::min(made + step, target));
