@@ -86,8 +86,8 @@ std::optional<Error> writeTracks(Source& source, const std::vector<Cut>& cuts, M
                                  const Supervisor& supervisor) {
   std::optional<SoundCuts> sound;
   if (source.sound) sound.emplace(*source.sound, encoder, cuts);
+  double made = 0;
   const Pace pace = [&](double target) -> std::optional<Error> {
-    double made = 0;
     // In small steps, since a picture may stand for hours of sound.
     constexpr double step = 1;
     do {
