@@ -8,9 +8,8 @@
 #include <QProcess>
 #include <QTimer>
 
-#include <signal.h>
-
 #include <algorithm>
+#include <csignal>
 #include <optional>
 #include <set>
 #include <utility>

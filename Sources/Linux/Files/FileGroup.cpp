@@ -125,6 +125,7 @@ std::optional<Error> FileGroup::finish() {
   auto members = std::exchange(members_, {});
   bytes_ = 0;
   std::vector<int> files;
+  files.reserve(members.size());
   for (const auto& member : members) files.push_back(member.file.state_->file.number());
   const auto errors = flushTogether(files);
 

@@ -16,7 +16,7 @@ ReservedFile::ReservedFile(const std::string& path)
   if (!placeholder_.isOpen()) {
     error_ = errno;
   } else {
-    content_.emplace(std::string(FilePath::folder(path)), HiddenFile::Access::everybody);
+    content_ = std::make_unique<HiddenFile>(std::string(FilePath::folder(path)), HiddenFile::Access::everybody);
   }
 }
 

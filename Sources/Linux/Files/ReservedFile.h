@@ -5,7 +5,7 @@
 
 #include <sys/types.h>
 
-#include <optional>
+#include <memory>
 #include <string>
 
 namespace Nimbrel {
@@ -35,8 +35,8 @@ class ReservedFile {
 
   std::string path_;
   int error_ = 0;
-  FileDescriptor placeholder_;  ///< open until the content has its name
-  std::optional<HiddenFile> content_;
+  FileDescriptor placeholder_;           ///< open until the content has its name
+  std::unique_ptr<HiddenFile> content_;  ///< null when the name could not be taken
 };
 
 }  // namespace Nimbrel

@@ -66,8 +66,9 @@ class MovieFrameGrabber final : public FrameGrabber {
     return next_ ? step() : Error{"The recording is damaged"};
   }
 
-  /// Makes the next picture the current one.
+  /// Makes the next picture, if there is one, the current one.
   [[nodiscard]] std::optional<Error> step() {
+    if (!next_) return std::nullopt;
     image_ = {};
     av_frame_unref(current_.get());
     if (const int code = av_frame_ref(current_.get(), next_->frame); code < 0) return Media::avError(code);

@@ -121,6 +121,7 @@ GifPalette paletteFor(const GifColours& colours) {
   const auto all = weighted(colours);
   if (all.size() <= GifPalette::mostColours) {
     std::vector<QRgb> exact;
+    exact.reserve(all.size());
     for (const auto& colour : all) exact.push_back(colour.colour);
     return GifPalette(std::move(exact));
   }

@@ -24,10 +24,11 @@ std::optional<Error> forEachSoundBuffer(const std::string& path, const SoundVisi
     if (stop.stop_requested()) return Error{"The search for sound was stopped"};
     const auto sound = input.next();
     if (!sound) return sound.error();
-    if (!sound.value()) return std::nullopt;
-    const auto samples = converter.samples(*sound.value()->frame);
+    const auto& decoded = sound.value();
+    if (!decoded) return std::nullopt;
+    const auto samples = converter.samples(*decoded->frame);
     if (!samples) return samples.error();
-    visit({.start = sound.value()->time, .length = sound.value()->length, .samples = samples.value()});
+    visit({.start = decoded->time, .length = decoded->length, .samples = samples.value()});
   }
 }
 

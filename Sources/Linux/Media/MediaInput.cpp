@@ -161,12 +161,10 @@ Result<std::optional<DecodedFrame>> MediaInput::decodeNext() {
       if (!isSilentLead(frame)) return std::optional(frame);
     } else if (code == AVERROR_EOF) {
       break;
-    } else if (code != AVERROR(EAGAIN)) {
-      ++damages;
-    } else if (const int fed = feedDecoder(); fed == AVERROR_INVALIDDATA) {
-      ++damages;
-    } else if (fed < 0) {
-      return avError(fed);
+    } else {
+      const int fed = code == AVERROR(EAGAIN) ? feedDecoder() : AVERROR_INVALIDDATA;
+      if (fed < 0 && fed != AVERROR_INVALIDDATA) return avError(fed);
+      damages += fed < 0 ? 1 : 0;
     }
   }
   return std::optional<DecodedFrame>();

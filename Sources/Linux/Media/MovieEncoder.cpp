@@ -23,6 +23,9 @@ bool setDisplayMatrix(AVStream& track, const MovieFormat::DisplayMatrix& matrix)
   return true;
 }
 
+/// What was asked for is not part of the format, or the file was not made.
+std::optional<Error> notOpen() { return avError(AVERROR(EINVAL)); }
+
 }  // namespace
 
 Result<MovieEncoder> MovieEncoder::make(const MovieFormat& format) {
@@ -59,14 +62,18 @@ std::optional<Error> MovieEncoder::open(const std::string& path, MovieFile::Form
 }
 
 PacketSink MovieEncoder::into(const AVStream& track, const AVCodecContext& codec) {
-  return [this, &track, timeBase = codec.time_base](AVPacket& packet) { return file_->write(packet, track, timeBase); };
+  return [this, &track, timeBase = codec.time_base](AVPacket& packet) {
+    return file_ ? file_->write(packet, track, timeBase) : notOpen();
+  };
 }
 
 std::optional<Error> MovieEncoder::addPicture(const AVFrame& picture, std::int64_t ticks) {
+  if (!pictures_) return notOpen();
   return pictures_->add(picture, ticks, into(*pictureTrack_, pictures_->codec()));
 }
 
 std::optional<Error> MovieEncoder::addSound(const AVFrame& sound, int offset, int count) {
+  if (!sound_) return notOpen();
   return sound_->add(sound, offset, count, into(*soundTrack_, sound_->codec()));
 }
 
@@ -77,7 +84,7 @@ std::optional<Error> MovieEncoder::finish(std::int64_t end) {
   if (sound_) {
     if (auto failure = sound_->finish(into(*soundTrack_, sound_->codec()))) return failure;
   }
-  return file_->end();
+  return file_ ? file_->end() : notOpen();
 }
 
 }  // namespace Nimbrel::Media

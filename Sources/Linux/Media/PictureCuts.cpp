@@ -60,8 +60,9 @@ std::optional<Error> PictureCuts::advance() {
   upcoming_.reset();
   const auto next = input_.next();
   if (!next) return next.error();
-  if (!next.value()) return std::nullopt;
-  const auto& [frame, time, length] = *next.value();
+  const auto& decoded = next.value();
+  if (!decoded) return std::nullopt;
+  const auto& [frame, time, length] = *decoded;
   Held held{.frame = Frame(av_frame_clone(frame)),
             .start = pictureTicks(time),
             .end = pictureTicks(time + length.value_or(1 / av_q2d(input_.frameRate())))};
@@ -73,6 +74,7 @@ std::optional<Error> PictureCuts::advance() {
 std::optional<Error> PictureCuts::encodeShown(std::int64_t target) {
   // Pictures that are nearer to each other than our times can tell still follow each other.
   last_ = std::max(target, last_ + 1);
+  if (!shown_) return std::nullopt;
   return encoder_.addPicture(*shown_->frame, last_);
 }
 

@@ -12,7 +12,7 @@ namespace Nimbrel::Media {
 
 namespace {
 
-constexpr std::array choices{
+constexpr std::array knownChoices{
     EncoderChoice{.name = "libx264", .preset = "veryfast", .crf = "18", .quantiser = 0},
     EncoderChoice{.name = "mpeg4", .preset = nullptr, .crf = nullptr, .quantiser = 3},
 };
@@ -63,7 +63,7 @@ Codec opened(const EncoderChoice& choice, const PictureFormat& format) {
 
 std::int64_t pictureTicks(double time) { return std::llround(time * pictureTick.den / pictureTick.num); }
 
-std::span<const EncoderChoice> encoderChoices() { return choices; }
+std::span<const EncoderChoice> encoderChoices() { return knownChoices; }
 
 PictureEncoder::PictureEncoder(Codec codec, PictureFitter fitter)
     : codec_(std::move(codec)), fitter_(std::move(fitter)), last_(av_packet_alloc()) {}

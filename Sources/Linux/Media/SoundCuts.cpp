@@ -93,6 +93,7 @@ std::optional<Error> SoundCuts::writeSound(Position from, Position count) {
   if (auto failure = writeSilence()) return failure;
   hasWritten_ = true;
   reached_ += count;
+  if (!frame_) return std::nullopt;
   return encoder_.addSound(*frame_->frame, static_cast<int>(from - frameStart_), static_cast<int>(count));
 }
 

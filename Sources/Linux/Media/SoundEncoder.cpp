@@ -45,6 +45,7 @@ std::vector<const std::uint8_t*> planesFrom(const AVFrame& sound, int offset) {
   const int planes = isPlanar ? sound.ch_layout.nb_channels : 1;
   const int step = av_get_bytes_per_sample(format) * (isPlanar ? 1 : sound.ch_layout.nb_channels);
   std::vector<const std::uint8_t*> result;
+  result.reserve(static_cast<std::size_t>(planes));
   for (int plane = 0; plane < planes; ++plane) {
     result.push_back(sound.extended_data[plane] + std::ptrdiff_t{step} * offset);
   }

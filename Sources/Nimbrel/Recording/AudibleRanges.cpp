@@ -45,6 +45,7 @@ void AudibleRanges::add(const SoundBuffer& buffer) {
 
 std::vector<TimeRange> AudibleRanges::padded() const {
   std::vector<TimeRange> result;
+  result.reserve(merged_.size());
   for (const auto& [start, end] : merged_) {
     result.push_back({.start = onTimescale(std::max(0.0, start - roomBefore)), .end = onTimescale(end + roomAfter)});
   }

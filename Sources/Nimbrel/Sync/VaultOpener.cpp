@@ -24,7 +24,8 @@ Result<std::optional<SyncEnvelope>> VaultOpener::open(const std::string& path) {
   if (size < Vault::shortestFile || size > Vault::longestFile) return Rejected();
   const auto opened = payload(file.value());
   if (!opened) return opened.error();
-  return opened.value() ? readEnvelope(*opened.value()) : Rejected();
+  const auto& genuine = opened.value();
+  return genuine ? readEnvelope(*genuine) : Rejected();
 }
 
 Result<std::optional<std::span<char>>> VaultOpener::payload(FileReader& file) {
