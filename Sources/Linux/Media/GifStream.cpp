@@ -46,6 +46,12 @@ bool putLoop(GifFileType* gif) {
          EGifPutExtensionBlock(gif, forEver.size(), forEver.data()) == GIF_OK && EGifPutExtensionTrailer(gif) == GIF_OK;
 }
 
+/// Begins an image. Where that has no table of its own, the library would forget the former one without freeing it.
+bool putPlace(GifFileType* gif, const QRect& place, const ColorMapObject* table) {
+  GifFreeMapObject(std::exchange(gif->Image.ColorMap, nullptr));
+  return EGifPutImageDesc(gif, place.x(), place.y(), place.width(), place.height(), false, table) == GIF_OK;
+}
+
 }  // namespace
 
 std::unique_ptr<GifStream> GifStream::open(const std::string& path) {
@@ -76,9 +82,7 @@ bool GifStream::put(const GifImage& image, int delay) {
   const auto& palette = *image.palette.palette;
   const bool isOwn = image.palette.use == PaletteUse::OfImage;
   const auto table = isOwn ? tableOf(palette) : nullptr;
-  const QRect& place = image.place;
-  return (table || !isOwn) && putDelay(delay, palette.transparent()) &&
-         EGifPutImageDesc(gif_, place.x(), place.y(), place.width(), place.height(), false, table.get()) == GIF_OK &&
+  return (table || !isOwn) && putDelay(delay, palette.transparent()) && putPlace(gif_, image.place, table.get()) &&
          putPixels(image);
 }
 
@@ -92,7 +96,7 @@ bool GifStream::putPixels(const GifImage& image) {
 
 /// An image cannot be empty, so that it has one pixel that changes nothing.
 bool GifStream::putNothing(int delay) {
-  return putDelay(delay, transparent_) && EGifPutImageDesc(gif_, 0, 0, 1, 1, false, nullptr) == GIF_OK &&
+  return putDelay(delay, transparent_) && putPlace(gif_, QRect(0, 0, 1, 1), nullptr) &&
          EGifPutPixel(gif_, static_cast<GifPixelType>(transparent_)) == GIF_OK && std::ferror(file_.get()) == 0;
 }
 

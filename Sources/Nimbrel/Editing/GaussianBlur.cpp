@@ -30,8 +30,9 @@ Radii boxRadii(double wanted, int length) {
   const double variance = 12 * deviation * deviation;
   const double ideal = std::sqrt(variance / passes + 1);
   const int narrow = (static_cast<int>(ideal) - 1) / 2 * 2 + 1;
+  const double width = narrow;
   const auto narrowBoxes =
-      std::lround((variance - passes * narrow * narrow - 4 * passes * narrow - 3 * passes) / (-4.0 * narrow - 4));
+      std::lround((variance - passes * width * width - 4 * passes * width - 3 * passes) / (-4 * width - 4));
   Radii radii{};
   for (int i = 0; i < passes; ++i) radii.at(i) = (i < narrowBoxes ? narrow : narrow + 2) / 2;
   return radii;
