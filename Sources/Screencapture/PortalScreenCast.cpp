@@ -49,9 +49,15 @@ std::optional<ScreenCastStream> firstStream(const QVariantMap& started) {
   ScreenCastStream stream;
   QVariantMap facts;
   streams.beginArray();
-  if (streams.atEnd()) return std::nullopt;
-  streams.beginStructure();
-  streams >> stream.node >> facts;
+  const bool hasStream = !streams.atEnd();
+  if (hasStream) {
+    streams.beginStructure();
+    streams >> stream.node >> facts;
+    streams.endStructure();
+  }
+  // What is begun and not ended is never freed.
+  streams.endArray();
+  if (!hasStream) return std::nullopt;
   stream.kind = kindOf(facts.value(QStringLiteral("source_type")).toUInt());
   return stream;
 }

@@ -17,6 +17,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Nimbrel::Testing {
 
@@ -93,6 +94,7 @@ class Screen final : public ScreenDouble {
   std::atomic<int> shown_ = 0;
   std::map<std::string, std::string> ports_;  ///< of each node
   std::set<std::string> unlinked_;            ///< nodes that ask for pictures
+  std::vector<pw_proxy*> links_;
 };
 
 Screen::Screen(int remote, const QImage& picture, spa_video_format format)
@@ -116,6 +118,9 @@ Screen::Screen(int remote, const QImage& picture, spa_video_format format)
 Screen::~Screen() {
   pw_thread_loop_stop(loop_);
   pw_stream_destroy(stream_);
+  for (auto* link : links_) {
+    if (link) pw_proxy_destroy(link);
+  }
   pw_proxy_destroy(reinterpret_cast<pw_proxy*>(registry_));
   pw_core_disconnect(core_);
   pw_context_destroy(context_);
@@ -237,7 +242,8 @@ void Screen::link() {
     if (input == ports_.end()) return false;
     auto* properties = pw_properties_new(PW_KEY_LINK_OUTPUT_PORT, own->second.c_str(), PW_KEY_LINK_INPUT_PORT,
                                          input->second.c_str(), nullptr);
-    pw_core_create_object(core_, "link-factory", PW_TYPE_INTERFACE_Link, PW_VERSION_LINK, &properties->dict, 0);
+    links_.push_back(static_cast<pw_proxy*>(
+        pw_core_create_object(core_, "link-factory", PW_TYPE_INTERFACE_Link, PW_VERSION_LINK, &properties->dict, 0)));
     pw_properties_free(properties);
     return true;
   });
