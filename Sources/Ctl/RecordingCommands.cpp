@@ -75,12 +75,9 @@ Outcome tellAudible(const std::string& file, const std::stop_token& stop) {
 }
 
 Outcome trim(const std::string& file, const Window& window, const std::stop_token& stop) {
-  const auto composition =
-      RecordingProcessor::composition(file, window.range.start, window.range.end, window.removeSilence, stop);
-  if (!composition) return Outcome::failed(composition.error().message);
-  const auto target = RecordingProcessor::trimmedURL(file);
-  const auto failure = RecordingProcessor::exportMovie(composition.value(), target, {.stop = stop});
-  return failure ? Outcome::failed(failure->message) : writtenTo(target);
+  const auto path =
+      RecordingProcessor::trimmedCopy(file, window.range.start, window.range.end, window.removeSilence, {.stop = stop});
+  return path ? writtenTo(path.value()) : Outcome::failed(path.error().message);
 }
 
 Outcome makeGif(const std::string& file, const Window& window, int framesPerSecond, const std::stop_token& stop) {

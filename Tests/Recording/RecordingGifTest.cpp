@@ -128,10 +128,15 @@ TEST_F(RecordingGifTest, StandsBesideTheRecordingUnderAFreeName) {
 
 TEST_F(RecordingGifTest, TakesItsNameFromTheStart) {
   writeRecording(1);
-  std::vector<std::string> seen;
-  const auto path = RecordingProcessor::gif(path_, 0, 1, 5, false, {.progress = [&](double) { seen = files(); }});
+  std::vector<std::uintmax_t> sizes;
+  const auto path =
+      RecordingProcessor::gif(path_, 0, 1, 5, false, {.progress = [&](double) {
+                                std::error_code error;
+                                sizes.push_back(std::filesystem::file_size(folder_.path("Recording.gif"), error));
+                              }});
   ASSERT_TRUE(path);
-  EXPECT_THAT(seen, ::testing::Contains("Recording.gif"));
+  EXPECT_THAT(sizes, ElementsAre(0, 0, 0, 0, 0)) << "there, but with nothing in it that somebody might take for a GIF";
+  EXPECT_THAT(files(), ElementsAre("Recording.gif", "Recording.mov"));
 }
 
 TEST_F(RecordingGifTest, TellsHowFarItIs) {
@@ -157,6 +162,16 @@ TEST_F(RecordingGifTest, LeavesNothingWhenItIsStopped) {
   EXPECT_THAT(files(), ElementsAre("Recording.mov"));
 }
 
+TEST_F(RecordingGifTest, StopsWhileItSearchesForSound) {
+  writeMovie(path_, {.times = {0}, .end = 1, .sound = MadeMovie::Sound{.end = 1, .clicks = {0.5}}});
+  std::stop_source source;
+  source.request_stop();
+  const auto path = RecordingProcessor::gif(path_, 0, 1, 5, true, {.stop = source.get_token()});
+  ASSERT_FALSE(path);
+  EXPECT_EQ(path.error().message, "The search for sound was stopped");
+  EXPECT_THAT(files(), ElementsAre("Recording.mov"));
+}
+
 TEST_F(RecordingGifTest, PassesOnWhyTheRecordingCannotBeRead) {
   EXPECT_EQ(RecordingProcessor::gif(path_, 0, 1, 5, false, {}).error().message, "The file is not there");
   folder_.write("Recording.mov", "no movie");
@@ -169,7 +184,7 @@ TEST_F(RecordingGifTest, PassesOnWhyTheRecordingCannotBeRead) {
 TEST_F(RecordingGifTest, TellsThatItCannotMakeTheFile) {
   const auto folder = folder_.makeFolder("disk");
   path_ = folder + "/Recording.mov";
-  writeRecording(0.2);
+  folder_.write("disk/Recording.mov", "no movie");  // which it would find out behind that
   const int outcome = onReadOnlyDisk(folder, [&] {
     const auto path = RecordingProcessor::gif(path_, 0, 1, 5, false, {});
     return !path && path.error().message == "Could not create the GIF" ? 0 : 1;

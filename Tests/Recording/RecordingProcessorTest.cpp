@@ -1,12 +1,20 @@
 #include "Recording/RecordingProcessor.h"
 
 #include "Support/Movies.h"
+#include "Support/SmallDisk.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <cmath>
 #include <filesystem>
+#include <future>
+#include <iterator>
+#include <latch>
+#include <set>
+#include <stop_token>
+#include <string>
 #include <vector>
 
 namespace Nimbrel {
@@ -137,14 +145,52 @@ TEST_F(RecordingProcessorTest, ARecordingShorterThanTheShortestStillExports) {
   EXPECT_THAT(readMovie(target_).numbers(), ElementsAre(0, 1));
 }
 
-TEST_F(RecordingProcessorTest, TrimmedCopiesGetNamesOfTheirOwn) {
-  const auto name = [&](const std::string& original) { return RecordingProcessor::trimmedURL(folder_.path(original)); };
-  EXPECT_EQ(name("X.mov"), folder_.path("X.trimmed.mov"));
-  EXPECT_EQ(name("X.trimmed.mov"), folder_.path("X.trimmed.trimmed.mov"));
-  EXPECT_EQ(name("A b.c.mp4"), folder_.path("A b.c.trimmed.mov"));
-  EXPECT_EQ(name("X"), folder_.path("X.trimmed.mov"));
-  folder_.write("X.trimmed.mov", "");
-  EXPECT_EQ(name("X.mov"), folder_.path("X.trimmed 2.mov"));
+TEST_F(RecordingProcessorTest, ATrimmedCopyStandsBesideTheRecordingUnderAFreeName) {
+  writeRecording(4, {0.5, 3});
+  const auto trimmed = [&] { return RecordingProcessor::trimmedCopy(path_, 0.25, 4, true, {}).value(); };
+  EXPECT_EQ(trimmed(), folder_.path("Recording.trimmed.mov"));
+  EXPECT_EQ(trimmed(), folder_.path("Recording.trimmed 2.mov"));
+  const auto movie = readMovie(folder_.path("Recording.trimmed 2.mov"));
+  EXPECT_NEAR(movie.duration, composed(0.25, 4, true).duration(), 0.002);
+  EXPECT_THAT(movie.clicks(), SizeIs(2));
+}
+
+TEST_F(RecordingProcessorTest, TrimmedCopiesThatAreMadeAtOnceGetNamesOfTheirOwn) {
+  writeRecording(1, {});
+  std::array<std::future<std::string>, 4> copies;
+  std::latch start(std::ssize(copies));
+  for (auto& copy : copies) {
+    copy = std::async(std::launch::async, [&] {
+      start.arrive_and_wait();
+      const auto path = RecordingProcessor::trimmedCopy(path_, 0, 1, false, {});
+      return path ? path.value() : path.error().message;
+    });
+  }
+  std::set<std::string> paths;
+  for (auto& copy : copies) paths.insert(copy.get());
+  EXPECT_THAT(paths, ElementsAre(folder_.path("Recording.trimmed 2.mov"), folder_.path("Recording.trimmed 3.mov"),
+                                 folder_.path("Recording.trimmed 4.mov"), folder_.path("Recording.trimmed.mov")));
+}
+
+TEST_F(RecordingProcessorTest, ATrimmedCopyTakesItsNameBeforeItLooksAtTheRecording) {
+  const auto folder = folder_.makeFolder("disk");
+  folder_.write("disk/Recording.mov", "no movie");
+  const int outcome = onReadOnlyDisk(folder, [&] {
+    const auto path = RecordingProcessor::trimmedCopy(folder + "/Recording.mov", 0, 1, true, {});
+    return !path && path.error().message == "The disk is read-only" ? 0 : 1;
+  });
+  EXPECT_EQ(outcome, 0);
+}
+
+TEST_F(RecordingProcessorTest, ATrimmedCopyThatIsStoppedLeavesNothing) {
+  writeRecording(1, {0.5});
+  std::stop_source source;
+  source.request_stop();
+  const auto search = RecordingProcessor::trimmedCopy(path_, 0, 1, true, {.stop = source.get_token()});
+  EXPECT_EQ(search.error().message, "The search for sound was stopped");
+  const auto copy = RecordingProcessor::trimmedCopy(path_, 0, 1, false, {.stop = source.get_token()});
+  EXPECT_EQ(copy.error().message, "The export was stopped");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path("")), {}), 1) << "the recording";
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "Linux/Media/SoundCuts.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace Nimbrel::MediaFile {
@@ -110,23 +111,47 @@ std::optional<Error> writeTracks(Source& source, const std::vector<Cut>& cuts, M
   return encoder.finish(end);
 }
 
-}  // namespace
+class ExportedMovie final : public NewMovie {
+ public:
+  explicit ExportedMovie(const std::string& target) : file_(target) {}
 
-std::optional<Error> exportMovie(const std::string& source, std::span<const TimeRange> stretches,
-                                 const std::string& target, const Supervision& supervision) {
-  ReservedFile file(target);
-  if (file.error() != 0) return Error{wordsFor(file.error())};
+  /// Why the name could not be taken: an error number of the system, or 0.
+  [[nodiscard]] int error() const { return file_.error(); }
+
+  std::optional<Error> write(const std::string& source, std::span<const TimeRange> stretches,
+                             const Supervision& supervision) override;
+
+ private:
+  ReservedFile file_;
+};
+
+std::optional<Error> ExportedMovie::write(const std::string& source, std::span<const TimeRange> stretches,
+                                          const Supervision& supervision) {
   auto tracks = openSource(source);
   if (!tracks) return tracks.error();
   auto encoder = MovieEncoder::make(formatOf(tracks.value()));
   if (!encoder) return Error{"Could not prepare the recording export"};
-  if (auto failure = encoder.value().open(file.contentPath(), MovieFile::Form::IndexInFront)) return failure;
+  if (auto failure = encoder.value().open(file_.contentPath(), MovieFile::Form::IndexInFront)) return failure;
   const auto cuts = cutsOf(stretches);
   const Supervisor supervisor(supervision, cuts.empty() ? 0 : cuts.back().targetEnd());
   if (auto failure = writeTracks(tracks.value(), cuts, encoder.value(), supervisor)) return failure;
   if (auto failure = supervisor.done()) return failure;
-  const int error = file.commit();
+  const int error = file_.commit();
   return error == 0 ? std::nullopt : std::optional(Error{wordsFor(error)});
+}
+
+}  // namespace
+
+Result<std::unique_ptr<NewMovie>> NewMovie::take(const std::string& target) {
+  auto movie = std::make_unique<ExportedMovie>(target);
+  if (movie->error() != 0) return Error{wordsFor(movie->error())};
+  return std::unique_ptr<NewMovie>(std::move(movie));
+}
+
+std::optional<Error> exportMovie(const std::string& source, std::span<const TimeRange> stretches,
+                                 const std::string& target, const Supervision& supervision) {
+  const auto movie = NewMovie::take(target);
+  return movie ? movie.value()->write(source, stretches, supervision) : std::optional(movie.error());
 }
 
 }  // namespace Nimbrel::MediaFile

@@ -49,6 +49,19 @@ struct Supervision {
   std::function<void(double share)> progress;  ///< 0 to 1; called on the thread of the work; may be empty
 };
 
+/// A movie that is to be made of a recording. Its name is taken from the start by an empty file; what is not written
+/// whole is removed with it. One thread at a time.
+class NewMovie {
+ public:
+  /// Takes the name, where nothing stands.
+  [[nodiscard]] static Result<std::unique_ptr<NewMovie>> take(const std::string& target);
+  virtual ~NewMovie() = default;
+
+  /// Writes the movie as exportMovie() does. To be called once.
+  [[nodiscard]] virtual std::optional<Error> write(const std::string& source, std::span<const TimeRange> stretches,
+                                                   const Supervision& supervision) = 0;
+};
+
 /// Writes the stretches of the first video and the first sound track, one behind the other, in the file's orientation,
 /// as a QuickTime movie with its index in front. Cuts are exact to the frame and the sample, and sound stays in step
 /// over all of them; a stretch begins with the picture that is visible then. An odd column or row at the right or

@@ -1,11 +1,11 @@
 #include "Recording/RecordingProcessor.h"
 
-#include "Foundation/FilePath.h"
-#include "Model/ShotFile.h"
 #include "Recording/AudibleRanges.h"
 #include "Recording/KeptStretches.h"
+#include "Recording/NewName.h"
 
 #include <algorithm>
+#include <memory>
 #include <numeric>
 #include <utility>
 
@@ -41,14 +41,23 @@ Result<Composition> composition(const std::string& url, double start, double end
   return Composition{.source = url, .stretches = keptOf(window, audible.value())};
 }
 
-std::string trimmedURL(const std::string& url) {
-  const auto name = std::string(FilePath::baseName(url)) + ".trimmed.mov";
-  return ShotFile::uniqueURL(FilePath::join(FilePath::folder(url), name));
-}
-
 std::optional<Error> exportMovie(const Composition& composition, const std::string& target,
                                  const Supervision& supervision) {
   return MediaFile::exportMovie(composition.source, composition.stretches, target, supervision);
+}
+
+Result<std::string> trimmedCopy(const std::string& url, double start, double end, bool removeSilence,
+                                const Supervision& supervision) {
+  Result<std::unique_ptr<MediaFile::NewMovie>> movie(nullptr);
+  const auto path = takeNewName(url, ".trimmed.mov", [&](const std::string& name) {
+    movie = MediaFile::NewMovie::take(name);
+    return movie.hasValue();
+  });
+  if (!path) return movie.error();
+  const auto kept = composition(url, start, end, removeSilence, supervision.stop);
+  if (!kept) return kept.error();
+  if (auto failure = movie.value()->write(url, kept.value().stretches, supervision)) return *failure;
+  return *path;
 }
 
 }  // namespace Nimbrel::RecordingProcessor

@@ -37,13 +37,15 @@ struct Composition {
 [[nodiscard]] Result<Composition> composition(const std::string& url, double start, double end, bool removeSilence,
                                               const std::stop_token& stop = {});
 
-/// The name beside the recording that a trimmed copy gets: "X.trimmed.mov", or the first one that is free.
-[[nodiscard]] std::string trimmedURL(const std::string& url);
-
 /// Writes the composition as a movie. The target is taken from the start; nothing is ever replaced, and what is
 /// unfinished is removed. Absent when done.
 [[nodiscard]] std::optional<Error> exportMovie(const Composition& composition, const std::string& target,
                                                const Supervision& supervision);
+
+/// Writes the composition of these arguments as a movie beside the recording, "X.trimmed.mov" or the first such name
+/// that is free, and returns its path. The name is taken from the start; what is unfinished is removed.
+[[nodiscard]] Result<std::string> trimmedCopy(const std::string& url, double start, double end, bool removeSilence,
+                                              const Supervision& supervision);
 
 /// Writes an animated GIF beside the recording, at most 180 frames, at their real speed, and returns its path. The name
 /// is taken from the start; what is unfinished is removed.
