@@ -73,6 +73,24 @@ TEST(PayloadReader, BrokenTextsAreNone) {
   }
 }
 
+std::optional<std::string> base64(std::string json) {
+  PayloadReader reader(json);
+  const auto string = reader.base64();
+  return string && reader.isAtEnd() ? std::optional<std::string>(*string) : std::nullopt;
+}
+
+TEST(PayloadReader, ReadsBase64) {
+  EXPECT_EQ(base64(R"( "aGk+" )"), "aGk+");
+  EXPECT_EQ(base64(R"("")"), "");
+  EXPECT_EQ(base64(R"("a\/\u0062\/=")"), "a/b/=") << "written with escapes";
+}
+
+TEST(PayloadReader, OtherTextsAreNoBase64) {
+  for (const auto* json : {R"("aGk")", R"("aG k")", R"("aGk=)", R"("aGk=\")", R"(aGk=)", R"("\"aGk=")", ""}) {
+    EXPECT_EQ(base64(json), std::nullopt) << json;
+  }
+}
+
 TEST(PayloadReader, ReadsNumbers) {
   EXPECT_EQ(number("0"), 0.0);
   EXPECT_EQ(number("-0"), 0.0);

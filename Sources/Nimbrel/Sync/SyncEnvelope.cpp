@@ -1,6 +1,5 @@
 #include "Sync/SyncEnvelope.h"
 
-#include "Sync/Base64Text.h"
 #include "Sync/PayloadReader.h"
 
 #include <array>
@@ -53,10 +52,10 @@ std::optional<SyncEnvelope> readEnvelope(std::span<char> payload) {
   const bool isObject = reader.object([&](std::string_view key) {
     if (key == pathKey) return (path = reader.string()).has_value();
     if (key == modifiedKey) return (modified = reader.number()).has_value();
-    if (key == dataKey) return (data = reader.string()).has_value();
+    if (key == dataKey) return (data = reader.base64()).has_value();
     return reader.skip();
   });
-  if (!isObject || !reader.isAtEnd() || !path || !modified || !data || !isBase64(*data)) return std::nullopt;
+  if (!isObject || !reader.isAtEnd() || !path || !modified || !data) return std::nullopt;
   return SyncEnvelope{std::string(*path), Seconds(*modified), *data};
 }
 
