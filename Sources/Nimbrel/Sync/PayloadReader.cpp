@@ -174,10 +174,8 @@ std::optional<std::string_view> PayloadReader::string() {
   return text;
 }
 
-std::optional<std::string_view> PayloadReader::base64() {
-  skipSpace();
+std::optional<std::string_view> PayloadReader::plainBase64() {
   const auto start = position_;
-  // A picture is long, and no letter of it needs any of what string() looks for.
   if (take('"')) {
     const auto text = rest().substr(0, rest().find('"'));
     if (text.size() < rest().size() && isBase64(text)) {
@@ -186,8 +184,7 @@ std::optional<std::string_view> PayloadReader::base64() {
     }
   }
   position_ = start;
-  const auto text = string();
-  return text && isBase64(*text) ? text : std::nullopt;
+  return std::nullopt;
 }
 
 /// The rest of a text whose next quote stands where it is said to. What it becomes is never longer, so it is written
