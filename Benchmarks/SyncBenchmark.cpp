@@ -26,6 +26,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <limits>
 #include <random>
 #include <string>
 #include <thread>
@@ -238,11 +239,15 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
+/// What is to be reached beside the peer; nothing where it is not equally durable or does less.
+struct Targets {
+  double wall = std::numeric_limits<double>::infinity();
+  double cpu = std::numeric_limits<double>::infinity();
+};
+
 /// Both commands by turns; a row for the time that they take and one for what they cost the processor.
-void compareCommands(std::vector<Comparison>& table, const std::string& name, const std::function<Cost()>& ours,
-                     const std::function<Cost()>& peer) {
-  constexpr double targetWall = 0.5;
-  constexpr double targetCpu = 1.0 / 3;
+void compareCommands(std::vector<Comparison>& table, const std::string& name, const Targets& targets,
+                     const std::function<Cost()>& ours, const std::function<Cost()>& peer) {
   std::array<std::vector<double>, 4> costs;
   for (int round = 0; round < rounds; ++round) {
     const auto theirs = peer();
@@ -250,8 +255,8 @@ void compareCommands(std::vector<Comparison>& table, const std::string& name, co
     const std::array values{own.wall, theirs.wall, own.cpu, theirs.cpu};
     for (std::size_t i = 0; i < values.size(); ++i) costs[i].push_back(values[i]);
   }
-  table.push_back({name + ", time", median(costs[0]), median(costs[1]), targetWall});
-  table.push_back({name + ", CPU", median(costs[2]), median(costs[3]), targetCpu});
+  table.push_back({name + ", time", median(costs[0]), median(costs[1]), targets.wall});
+  table.push_back({name + ", CPU", median(costs[2]), median(costs[3]), targets.cpu});
 }
 
 void setEnvironment(const Home& home) {
@@ -284,6 +289,7 @@ void compareWithRclone(std::vector<Comparison>& table, Home& home) {
     const std::string suffix = flushing == Flushing::On ? ", ours flushed" : "";
     compareCommands(
         table, "nimbrelctl sync, 500 shots out; rclone sync" + suffix,
+        flushing == Flushing::On ? Targets() : Targets{.wall = 0.5, .cpu = 1.0 / 3},
         [&] {
           ctl({"settings", "syncRoot", home.newVault()});
           return ctl({"sync"}, flushing);
@@ -294,7 +300,7 @@ void compareWithRclone(std::vector<Comparison>& table, Home& home) {
         });
   }
   compareCommands(
-      table, "the same again, unchanged", [&] { return ctl({"sync"}); }, rclone);
+      table, "the same again, unchanged; rclone does not open the files", {}, [&] { return ctl({"sync"}); }, rclone);
 }
 
 int run() {
