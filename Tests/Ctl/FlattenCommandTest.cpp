@@ -109,7 +109,7 @@ TEST_F(FlattenCommandTest, WhatCannotBeReadFails) {
 TEST_F(FlattenCommandTest, MarksAndBothNamesAreNeeded) {
   const auto output = ctl({"flatten", "in.png", "out.png"});
   EXPECT_EQ(output.status, 2);
-  EXPECT_THAT(output.errors, HasSubstr("[--marks FILE]"));
+  EXPECT_THAT(output.errors, HasSubstr("usage: nimbrelctl flatten [--json] --marks FILE IN OUT\n"));
   EXPECT_EQ(ctl({"flatten", "in.png", "--marks", "marks.json"}).status, 2);
 }
 
