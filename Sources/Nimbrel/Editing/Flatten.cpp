@@ -44,7 +44,7 @@ QImage cropped(QImage picture, std::span<const Annotation> items) {
 }  // namespace
 
 QImage render(const std::string& url, std::span<const Annotation> items) {
-  // Without memory for a part of the work nothing is given out: what was to be hidden might still be seen.
+  // Without memory for a blur or a mark nothing is given out: what was to be hidden might still be seen.
   try {
     auto picture = ImageFile::picture(url);
     if (picture.isNull()) return {};
