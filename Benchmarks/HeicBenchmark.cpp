@@ -1,6 +1,6 @@
 // Screenshots encoded as HEIC, from the PNG to the bytes of the file: the CPU time of all beside that of heif-enc at
 // the same quality and the same resolution of colours, and the time until all are done beside heif-enc called for one
-// after the other.
+// after the other, with all cores and with one.
 
 #include "Measure.h"
 #include "ProgramUsage.h"
@@ -59,11 +59,13 @@ Usage ours(const Pictures& pictures) {
   return {.wall = wall.count(), .cpu = cpuSeconds() - cpu};
 }
 
-Usage peer(const Pictures& pictures, const QDir& folder) {
+Usage peer(const Pictures& pictures, const QDir& folder, const std::vector<std::string>& launcher = {}) {
   Usage sum;
   for (const auto& picture : pictures) {
-    const auto one = usageOf({"heif-enc", "-q", "90", "-p", "chroma=444", "-o",
-                              folder.filePath(QStringLiteral("peer.heic")).toStdString(), picture.path});
+    auto command = launcher;
+    command.insert(command.end(), {"heif-enc", "-q", "90", "-p", "chroma=444", "-o",
+                                   folder.filePath(QStringLiteral("peer.heic")).toStdString(), picture.path});
+    const auto one = usageOf(command);
     sum.wall += one.wall;
     sum.cpu += one.cpu;
   }
@@ -75,11 +77,12 @@ int run() {
   const QDir place(folder.path());
   const auto pictures = draw(place);
   const auto heifEnc = peer(pictures, place);
+  const auto onOneCore = peer(pictures, place, {"taskset", "--cpu-list", "0"});
   const auto nimbrel = ours(pictures);
-  return printTable(
-      {{"CPU time, beside heif-enc", nimbrel.cpu, heifEnc.cpu, cpuTarget},
-       {"until all are done, beside one heif-enc after the other", nimbrel.wall, heifEnc.wall, wallTarget}},
-      "seconds");
+  return printTable({{"CPU time, beside heif-enc", nimbrel.cpu, heifEnc.cpu, cpuTarget},
+                     {"until all are done, beside one heif-enc after the other", nimbrel.wall, heifEnc.wall, 1},
+                     {"the same, each heif-enc on one core", nimbrel.wall, onOneCore.wall, wallTarget}},
+                    "seconds");
 }
 
 }  // namespace

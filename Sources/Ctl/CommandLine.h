@@ -15,6 +15,7 @@ namespace Nimbrel::Ctl {
 struct OptionSpec {
   std::string_view name;       ///< with its dashes
   std::string_view valueName;  ///< as the usage shows it; empty for an option without value
+  bool isRequired = false;     ///< as the usage shows it; whether it is there is for the command to see
 };
 
 /// The words behind the name of a command, taken apart.

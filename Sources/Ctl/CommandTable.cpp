@@ -5,6 +5,20 @@
 
 namespace Nimbrel::Ctl {
 
+namespace {
+
+OptionSpec required(std::string_view name, std::string_view valueName) {
+  return {.name = name, .valueName = valueName, .isRequired = true};
+}
+
+std::string usage(const OptionSpec& option) {
+  std::string words(option.name);
+  if (!option.valueName.empty()) words += " " + std::string(option.valueName);
+  return option.isRequired ? words : "[" + words + "]";
+}
+
+}  // namespace
+
 std::span<const Command> commands() {
   static const std::vector<OptionSpec> filterOptions{
       {"--filter", "F"}, {"--query", "TEXT"}, {"--sort", "newest|oldest|name"}, {"--sections", ""}, {"--reveal", ""}};
@@ -19,6 +33,20 @@ std::span<const Command> commands() {
        anyNumber,
        {{"--tolerance", "N"}, {"--trash", ""}, {"--keep", "ID…"}},
        runDuplicates},
+      {"cleanup",
+       "",
+       "suggest shots to get rid of, or move them all to the Trash",
+       0,
+       0,
+       {{"--trash", ""}},
+       runCleanup},
+      {"purge",
+       "",
+       "list the shots that are older than so many days, or move them all to the Trash",
+       0,
+       0,
+       {required("--days", "N"), {"--inbox-only", ""}, {"--trash", ""}},
+       runPurge},
       {"detect", "", "find links, dates, secrets and the like in the text on standard input", 0, 0, {}, runDetect},
       {"read", "FILE", "recognise text and codes of an image", 1, 1, {}, runRead},
       {"recording",
@@ -37,9 +65,9 @@ std::span<const Command> commands() {
       {"note", "ID TEXT", "set the note of a shot", 2, 2, {}, runNote},
       {"source", "ID NAME", "say which application a shot shows", 2, 2, {}, runSource},
       {"favorite", "ID…", "star shots, or take their stars away", 1, anyNumber, {{"--off", ""}}, runFavorite},
-      {"tag", "ID…", "add a tag to shots", 1, anyNumber, {{"--tag", "T"}}, runTag},
-      {"untag", "ID…", "take a tag off shots", 1, anyNumber, {{"--tag", "T"}}, runUntag},
-      {"project", "ID…", "put shots into a project", 1, anyNumber, {{"--name", "P"}}, runProject},
+      {"tag", "ID…", "add a tag to shots", 1, anyNumber, {required("--tag", "T")}, runTag},
+      {"untag", "ID…", "take a tag off shots", 1, anyNumber, {required("--tag", "T")}, runUntag},
+      {"project", "ID…", "put shots into a project", 1, anyNumber, {required("--name", "P")}, runProject},
       {"shrink", "ID…", "encode the files of shots anew as HEIC", 1, anyNumber, {}, runShrink},
       {"rules", "apply", "run the automation rules over all shots", 1, 1, {}, runRules},
       {"search", "save|remove TEXT", "keep a search in the sidebar, or take it away", 2, 2, {}, runSearch},
@@ -63,7 +91,7 @@ std::span<const Command> commands() {
        "burn a JSON list of marks into a copy of an image, a PNG",
        2,
        2,
-       {{"--marks", "FILE"}},
+       {required("--marks", "FILE")},
        runFlatten,
        Command::Needs::Fonts},
   };
@@ -82,11 +110,7 @@ std::string usage() {
 
 std::string usage(const Command& command) {
   std::string text = "usage: nimbrelctl " + std::string(command.name) + " [--json]";
-  for (const auto& option : command.options) {
-    text += " [" + std::string(option.name);
-    if (!option.valueName.empty()) text += " " + std::string(option.valueName);
-    text += "]";
-  }
+  for (const auto& option : command.options) text += " " + usage(option);
   if (!command.argumentNames.empty()) text += " " + std::string(command.argumentNames);
   return text + "\n" + std::string(command.summary) + "\n";
 }

@@ -14,7 +14,6 @@ namespace Nimbrel::Ctl {
 
 namespace {
 
-constexpr int usualTolerance = 6;
 constexpr int bitsOfAHash = 64;
 
 using Groups = std::vector<ShotList>;
@@ -52,7 +51,8 @@ ShotList doomed(const Groups& groups, const ShotList& keepers) {
 }  // namespace
 
 Outcome runDuplicates(const CommandLine& line, Session& session) {
-  const auto tolerance = decimal(line.value("--tolerance").value_or(std::to_string(usualTolerance)));
+  const auto tolerance =
+      decimal(line.value("--tolerance").value_or(std::to_string(Perceptual::nearDuplicateTolerance)));
   if (!tolerance || *tolerance < 0 || *tolerance > bitsOfAHash) {
     return Outcome::misused("--tolerance takes a number of bits");
   }

@@ -3,10 +3,13 @@
 
 #include "Editing/Flatten.h"
 #include "Editing/MarksFile.h"
+#include "Foundation/Result.h"
+#include "Model/Annotation.h"
 #include "Platform/ImageFile.h"
 
 #include <QJsonObject>
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -19,18 +22,27 @@ namespace Nimbrel::Ctl {
 
 namespace {
 
-/// A hundred thousand marks, many times over.
+/// Nobody draws as many marks as that, and the whole file is held in memory, several times over while it is parsed.
 constexpr std::uintmax_t mostMarksBytes = 64 << 20;
 
-Result<std::vector<Annotation>> marksIn(const std::string& name) {
+Result<std::string> contentOf(const std::string& name) {
+  const auto unreadable = [&](const std::string& reason) { return Error{"cannot read " + name + ": " + reason}; };
   const auto path = readableFile(name);
   if (!path) return path.error();
   std::error_code error;
-  if (std::filesystem::file_size(path.value(), error) > mostMarksBytes || error) {
-    return Error{"cannot read " + name + ": too large"};
-  }
+  const auto size = std::filesystem::file_size(path.value(), error);
+  if (error) return unreadable(error.message());
+  if (size > mostMarksBytes) return unreadable("larger than 64 MB");
+  std::string content(size, '\0');
   std::ifstream file(path.value(), std::ios::binary);
-  auto marks = marksFromJSON(std::string{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
+  if (!file.read(content.data(), std::ssize(content))) return unreadable("the reading broke off");
+  return content;
+}
+
+Result<std::vector<Annotation>> marksIn(const std::string& name) {
+  const auto content = contentOf(name);
+  if (!content) return content.error();
+  auto marks = marksFromJSON(content.value());
   return marks ? std::move(marks) : Error{name + ": " + marks.error().message};
 }
 

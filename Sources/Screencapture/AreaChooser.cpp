@@ -186,7 +186,8 @@ class X11AreaChooser final : public AreaChooser {
   [[nodiscard]] OverlayScene scene() const {
     const auto area = selection_.area();
     const auto& monitor = monitorOf(layout_.monitors, area);
-    return overlayScene(area, monitor.area, scaleOn(monitor));
+    const auto window = selection_.proposedWindow();
+    return overlayScene(area, monitor.area, scaleOn(monitor), (window ? window->area : area).size());
   }
 
   [[nodiscard]] double scaleOn(const Monitor& monitor) const {

@@ -1,21 +1,18 @@
 #include "Screencapture/DesktopHints.h"
 
+#include "Screencapture/XcbOwned.h"
+
 #include <QGuiApplication>
 #include <QWindow>
 
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <string_view>
 
 namespace Nimbrel::Screencapture {
 
 namespace {
-
-template <class T>
-using Owned = std::unique_ptr<T, decltype([](T* thing) { std::free(thing); })>;
 
 /// That of the windows; null when they are not on X11.
 xcb_connection_t* connection() {
@@ -25,7 +22,7 @@ xcb_connection_t* connection() {
 
 xcb_atom_t atom(xcb_connection_t* server, std::string_view name) {
   const auto cookie = xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data());
-  const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(server, cookie, nullptr));
+  const XcbOwned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(server, cookie, nullptr));
   return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
@@ -35,7 +32,7 @@ bool isDesktopComposited() {
   auto* server = connection();
   if (server == nullptr) return true;
   const auto cookie = xcb_get_selection_owner(server, atom(server, "_NET_WM_CM_S0"));
-  const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(server, cookie, nullptr));
+  const XcbOwned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(server, cookie, nullptr));
   return reply && reply->owner != XCB_WINDOW_NONE;
 }
 

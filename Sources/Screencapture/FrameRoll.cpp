@@ -50,8 +50,10 @@ std::optional<Error> FrameRoll::begin(const QSize& size) {
 
 std::optional<Error> FrameRoll::finish(Time end) {
   if (!movie_) return failure_ ? failure_ : Error{"Nothing was recorded"};
+  if (std::exchange(isFinished_, true)) return failure_;
   auto failure = movie_->finish(end);
-  return failure_ ? failure_ : failure;
+  if (!failure_) failure_ = std::move(failure);
+  return failure_;
 }
 
 }  // namespace Nimbrel::Screencapture

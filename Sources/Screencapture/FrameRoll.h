@@ -32,7 +32,7 @@ class FrameRoll {
 
   [[nodiscard]] bool hasBegun() const { return movie_ != nullptr; }
 
-  /// Ends the movie; see RecordedMovie::finish(). The error is the first that there was.
+  /// Ends the movie; see RecordedMovie::finish(). The error is the first that there was. Again, it tells the same.
   [[nodiscard]] std::optional<Error> finish(Time end);
 
  private:
@@ -45,6 +45,7 @@ class FrameRoll {
   QSize size_;
   std::unique_ptr<RecordedMovie> movie_;
   std::optional<Error> failure_;
+  bool isFinished_ = false;
 };
 
 }  // namespace Nimbrel::Screencapture

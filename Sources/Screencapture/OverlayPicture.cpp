@@ -25,8 +25,8 @@ constexpr int labelGap = 8;
 
 int scaled(int length, double scale) { return static_cast<int>(std::lround(length * scale)); }
 
-QString sizeText(const QRect& area) {
-  return QStringLiteral("%1 × %2").arg(QString::number(area.width()), QString::number(area.height()));
+QString sizeText(QSize size) {
+  return QStringLiteral("%1 × %2").arg(QString::number(size.width()), QString::number(size.height()));
 }
 
 QFont labelFont(double scale) {
@@ -36,9 +36,9 @@ QFont labelFont(double scale) {
   return font;
 }
 
-QSize labelSize(const QRect& area, double scale) {
+QSize labelSize(QSize size, double scale) {
   // As wide as its digits could be, so that it does not tremble while they change.
-  auto text = sizeText(area);
+  auto text = sizeText(size);
   std::ranges::replace_if(
       text, [](QChar character) { return character.isDigit(); }, QLatin1Char('0'));
   const int width = QFontMetrics(labelFont(scale)).horizontalAdvance(text);
@@ -72,14 +72,14 @@ void paintLabel(QPainter& painter, const OverlayScene& scene) {
   painter.drawRoundedRect(pill, pill.height() / 2, pill.height() / 2);
   painter.setPen(Qt::white);
   painter.setFont(labelFont(scene.labelScale));
-  painter.drawText(scene.label, Qt::AlignCenter | Qt::TextSingleLine, sizeText(scene.area));
+  painter.drawText(scene.label, Qt::AlignCenter | Qt::TextSingleLine, sizeText(scene.size));
 }
 
 }  // namespace
 
-OverlayScene overlayScene(const QRect& area, const QRect& monitor, double scale) {
-  OverlayScene scene{.area = area, .monitor = monitor, .labelScale = scale};
-  if (!area.isEmpty()) scene.label = labelPlace(area, labelSize(area, scale), monitor, scaled(labelGap, scale));
+OverlayScene overlayScene(const QRect& area, const QRect& monitor, double scale, std::optional<QSize> size) {
+  OverlayScene scene{.area = area, .size = size.value_or(area.size()), .monitor = monitor, .labelScale = scale};
+  if (!area.isEmpty()) scene.label = labelPlace(area, labelSize(scene.size, scale), monitor, scaled(labelGap, scale));
   return scene;
 }
 

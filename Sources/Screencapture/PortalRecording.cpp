@@ -5,8 +5,10 @@
 #include "Screencapture/PipeWireFrames.h"
 #include "Screencapture/PortalScreenCast.h"
 #include "Screencapture/StopControl.h"
+#include "Screencapture/UnexpectedExit.h"
 
 #include <chrono>
+#include <csignal>
 #include <utility>
 
 namespace Nimbrel::Screencapture {
@@ -21,7 +23,7 @@ constexpr auto longestWaitForSound = 500ms;
 
 class PortalRecording final : public QObject, public Capture {
  public:
-  PortalRecording(CaptureRequest request, Then then) : request_(std::move(request)), then_(std::move(then)) {}
+  PortalRecording(CaptureRequest request, Then then);
   ~PortalRecording() override;
 
   void begin();
@@ -32,6 +34,7 @@ class PortalRecording final : public QObject, public Capture {
   void record(const ScreenCastStream& stream);
   void look(const QImage& frame);
   void showControl();
+  int finishAtExit();
   void stop(const Outcome& withoutMovie);
   void finish();
   void end(Outcome outcome);
@@ -40,10 +43,18 @@ class PortalRecording final : public QObject, public Capture {
   Then then_;
   std::unique_ptr<PortalBus> bus_;
   std::unique_ptr<PortalScreenCast> cast_;
+  QRect area_;                              ///< of the screens that is shown; empty when unknown
   std::shared_ptr<FrameRoll> roll_;         ///< belongs to the thread of the frames while there is one
   std::unique_ptr<PipeWireFrames> frames_;  ///< while recording
   std::unique_ptr<StopControl> control_;
+  std::unique_ptr<UnexpectedExit> exit_;
 };
+
+PortalRecording::PortalRecording(CaptureRequest request, Then then)
+    : request_(std::move(request)), then_(std::move(then)) {
+  // A display that has just gone away is written to once more.
+  std::signal(SIGPIPE, SIG_IGN);
+}
 
 PortalRecording::~PortalRecording() { frames_.reset(); }
 
@@ -88,6 +99,8 @@ void PortalRecording::record(const ScreenCastStream& stream) {
                                      {.look = [this](const QImage& frame) { look(frame); }, .ended = std::move(ended)});
   if (!frames) return end({Failed, frames.error().message});
   frames_ = std::move(frames).value();
+  area_ = stream.area;
+  exit_ = std::make_unique<UnexpectedExit>([this] { return finishAtExit(); });
 }
 
 /// In the thread of the frames.
@@ -113,8 +126,15 @@ void PortalRecording::showControl() {
       [begun = Clock::now()] { return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begun); });
   connect(
       control_.get(), &StopControl::stopRequested, this, [this] { stop({}); }, Qt::QueuedConnection);
-  // Where the portal's screen or window is on the desktop, it does not say.
-  control_->showBeside({});
+  control_->showBeside(area_);
+}
+
+/// The windows' display has gone, of which the stop control is all that there is.
+int PortalRecording::finishAtExit() {
+  frames_.reset();
+  // It may be about to be finished there.
+  QThreadPool::globalInstance()->waitForDone();
+  return roll_ && roll_->hasBegun() && !roll_->finish(Clock::now()) ? Done : Failed;
 }
 
 void PortalRecording::stop(const Outcome& withoutMovie) {

@@ -40,6 +40,22 @@ std::string kindOf(unsigned sourceType) {
   }
 }
 
+/// Two numbers of a stream's facts.
+template <class Pair>
+Pair pairIn(const QVariantMap& facts, const QString& name) {
+  const auto value = facts.value(name);
+  if (value.metaType() != QMetaType::fromType<QDBusArgument>()) return {};
+  const auto numbers = value.value<QDBusArgument>();
+  return numbers.currentSignature() == QLatin1String("(ii)") ? qdbus_cast<Pair>(numbers) : Pair();
+}
+
+/// Only monitors have a place.
+QRect areaIn(const QVariantMap& facts) {
+  const auto position = QStringLiteral("position");
+  if (!facts.contains(position)) return {};
+  return {pairIn<QPoint>(facts, position), pairIn<QSize>(facts, QStringLiteral("size"))};
+}
+
 /// The first stream that the user has started; absent when there is none.
 std::optional<ScreenCastStream> firstStream(const QVariantMap& started) {
   const auto value = started.value(QStringLiteral("streams"));
@@ -59,6 +75,7 @@ std::optional<ScreenCastStream> firstStream(const QVariantMap& started) {
   streams.endArray();
   if (!hasStream) return std::nullopt;
   stream.kind = kindOf(facts.value(QStringLiteral("source_type")).toUInt());
+  stream.area = areaIn(facts);
   return stream;
 }
 

@@ -4,6 +4,7 @@
 #include "Screencapture/PortalRequest.h"
 
 #include <QDBusUnixFileDescriptor>
+#include <QRect>
 
 #include <cstdint>
 #include <functional>
@@ -18,6 +19,7 @@ struct ScreenCastStream {
   QDBusUnixFileDescriptor remote;
   std::uint32_t node = 0;
   std::string kind;  ///< "display" or "window"; "selection" when the portal does not say
+  QRect area;        ///< of the screens that it shows; empty when the portal does not say
 };
 
 /// How the conversation about it ended.

@@ -3,6 +3,7 @@
 #include "Screencapture/CaptureProgram.h"
 #include "Screencapture/Interrupts.h"
 #include "Screencapture/PortalRecording.h"
+#include "Screencapture/X11Display.h"
 #include "Screencapture/X11Movie.h"
 
 #include <QApplication>
@@ -20,11 +21,19 @@ void chooseWindows() {
   qputenv("QT_QPA_PLATFORM", "xcb;wayland;offscreen");
 }
 
+bool hasX11Display() {
+  const auto display = X11Display::open();
+  if (!display) complain(display.error().message);
+  return static_cast<bool>(display);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const auto request = requestOf(argc, argv);
   if (!request) return Misused;
+  // The windows' library would abort.
+  if (!isWaylandSession() && !hasX11Display()) return Refused;
   holdInterrupts();
   chooseWindows();
   QApplication application(argc, argv);

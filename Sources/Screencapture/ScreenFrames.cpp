@@ -90,7 +90,8 @@ Result<std::unique_ptr<ScreenFrames>> ScreenFrames::open(const QRect& area) {
   if (!display) return display.error();
   const auto& screen = *display.value();
   if (!hasPlainPixels(screen)) return Error{"Only screens with 8 bits a colour can be recorded"};
-  if (area.isEmpty() || !screen.bounds().contains(area)) return Error{"The area to record is not on the screen"};
+  if (area.isEmpty()) return Error{"The area to record is too small for a movie"};
+  if (!screen.bounds().contains(area)) return Error{"The area to record is not on the screen"};
   auto front = PixelMemory::make(screen, area.size(), screen.screen().root_depth);
   if (!front) return front.error();
   auto back = PixelMemory::make(screen, area.size(), screen.screen().root_depth);

@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QScreen>
 
+#include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace Nimbrel::Screencapture {
@@ -35,17 +37,25 @@ QRect scaledTo(const QScreen& screen, const QRect& pixels) {
   return QRectF(scaled(pixels.topLeft()), scaled(pixels.bottomRight() + QPoint(1, 1))).toAlignedRect();
 }
 
-/// The one that most of the area is on.
-const QScreen* screenOf(const QRect& pixels) {
+/// Those that show most of the area first; the primary one is the first of equals.
+QList<QScreen*> screensFor(const QRect& pixels) {
   const auto shared = [&](const QScreen* screen) {
     const auto part = pixelsOf(*screen).intersected(pixels);
     return qint64{part.width()} * part.height();
   };
-  const auto* most = QGuiApplication::primaryScreen();
-  for (const auto* screen : QGuiApplication::screens()) {
-    if (shared(screen) > shared(most)) most = screen;
+  auto screens = QGuiApplication::screens();
+  std::ranges::stable_sort(screens, std::greater(), shared);
+  return screens;
+}
+
+QRect placeOf(const QSize& control, const QRect& area) {
+  const auto screens = screensFor(area);
+  for (const auto* screen : screens) {
+    const auto place = placeOutside(scaledTo(*screen, area), screen->availableGeometry(), control);
+    if (place) return *place;
   }
-  return most;
+  const auto& first = *screens.front();
+  return placeInside(scaledTo(first, area), first.availableGeometry(), control);
 }
 
 QColor mixed(const QColor& one, const QColor& other, qreal share) {
@@ -105,11 +115,9 @@ void StopControl::tellTime() {
 }
 
 void StopControl::showBeside(const QRect& area) {
-  const auto* screen = screenOf(area);
   tellTime();
   adjustSize();
-  const auto place = stopControlPlace(scaledTo(*screen, area), screen->availableGeometry(), size());
-  move(place.topLeft());
+  move(placeOf(size(), area).topLeft());
   winId();
   keepOnAllWorkspaces(*windowHandle());
   show();

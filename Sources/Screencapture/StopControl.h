@@ -26,8 +26,8 @@ class StopControl : public QWidget {
 
   explicit StopControl(Elapsed elapsed);
 
-  /// Shows it where it disturbs a recording of `area` the least (see stopControlPlace), which is in pixels of the
-  /// screens; of an empty one nothing is known.
+  /// Shows it where it disturbs a recording of `area` the least, which is in pixels of the screens; of an empty one
+  /// nothing is known. Outside of the area, first on the monitor that shows most of it, then on others, else within it.
   void showBeside(const QRect& area);
 
  Q_SIGNALS:

@@ -19,8 +19,9 @@ QRect movedWithin(QRect rectangle, const QRect& bounds) {
 
 }  // namespace
 
-QRect stopControlPlace(const QRect& area, const QRect& monitor, const QSize& control) {
-  const auto seen = area.intersects(monitor) ? area.intersected(monitor) : monitor;
+std::optional<QRect> placeOutside(const QRect& area, const QRect& monitor, const QSize& control) {
+  const auto seen = area.intersected(monitor);
+  if (seen.isEmpty()) return placeInside(area, monitor, control);
   QRect middle(QPoint(), control);
   middle.moveCenter(seen.center());
   const std::array places = {
@@ -33,6 +34,11 @@ QRect stopControlPlace(const QRect& area, const QRect& monitor, const QSize& con
     const auto moved = movedWithin(place, monitor);
     if (!moved.intersects(seen) && monitor.contains(moved)) return moved;
   }
+  return std::nullopt;
+}
+
+QRect placeInside(const QRect& area, const QRect& monitor, const QSize& control) {
+  const auto seen = area.intersects(monitor) ? area.intersected(monitor) : monitor;
   QRect corner(QPoint(), control);
   corner.moveBottomRight(seen.bottomRight() - QPoint(distance, distance));
   return movedWithin(corner, monitor);

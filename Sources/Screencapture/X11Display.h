@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Foundation/Result.h"
+#include "Screencapture/XcbOwned.h"
 
 #include <QImage>
 #include <QRect>
@@ -8,7 +9,6 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <functional>
 #include <map>
 #include <memory>
@@ -19,13 +19,6 @@
 #include <vector>
 
 namespace Nimbrel::Screencapture {
-
-/// What the library hands out with malloc().
-struct FreeAllocated {
-  void operator()(void* thing) const { std::free(thing); }
-};
-template <class T>
-using XcbOwned = std::unique_ptr<T, FreeAllocated>;
 
 /// A connection to the X server that the environment names. All coordinates are pixels of its root window, whatever the
 /// user's scale is. Main thread.

@@ -11,12 +11,18 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <optional>
 #include <utility>
 
 namespace Nimbrel::Screencapture {
 
 namespace {
+
+using namespace std::chrono_literals;
+
+/// So long a compositor may still show an overlay that is gone.
+constexpr auto fadingOfOverlay = 150ms;
 
 class X11Movie final : public Capture {
  public:
@@ -54,9 +60,11 @@ class X11Movie final : public Capture {
 
   void recordChosen(const AreaChooser::Choice& choice) {
     if (!choice.chosen) return end(choice.outcome);
-    record(choice.chosen->area & display_->bounds());
     chooser_.reset();
     frozen_.reset();
+    QTimer::singleShot(fadingOfOverlay, &context_, [this, area = choice.chosen->area & display_->bounds()] {
+      if (then_) record(area);
+    });
   }
 
   void record(const QRect& area) {

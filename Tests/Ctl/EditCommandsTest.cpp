@@ -47,6 +47,17 @@ TEST_F(EditCommandsTest, AddsAndTakesAwayTags) {
   EXPECT_THAT(row(other)->tags, ElementsAre("red green"));
 }
 
+TEST_F(EditCommandsTest, TheUsageTellsOptionsThatAreRequired) {
+  const auto firstLine = [&](const std::string& command) {
+    const auto usage = ctl({command, "--help"}).output;
+    return usage.substr(0, usage.find('\n'));
+  };
+  EXPECT_EQ(firstLine("tag"), "usage: nimbrelctl tag [--json] --tag T ID…");
+  EXPECT_EQ(firstLine("untag"), "usage: nimbrelctl untag [--json] --tag T ID…");
+  EXPECT_EQ(firstLine("project"), "usage: nimbrelctl project [--json] --name P ID…");
+  EXPECT_EQ(firstLine("favorite"), "usage: nimbrelctl favorite [--json] [--off] ID…");
+}
+
 TEST_F(EditCommandsTest, PutsShotsIntoAProject) {
   EXPECT_EQ(statusOf({"project", word(), "--name", " Moon "}), "Added to Moon");
   EXPECT_THAT(row(id_)->tags, ElementsAre("project:Moon"));

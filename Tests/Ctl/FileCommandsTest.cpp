@@ -88,6 +88,35 @@ TEST_F(FileCommandsTest, ForgetsAndLeavesTheFile) {
   EXPECT_TRUE(fs::exists(home_.path("a.png")));
 }
 
+TEST_F(FileCommandsTest, SuggestsWhatToGetRidOf) {
+  const auto list = json({"cleanup"}).array();
+  ASSERT_EQ(list.size(), 1);
+  EXPECT_EQ(list.first().toObject(), (QJsonObject{{QStringLiteral("id"), qint64{id_}},
+                                                  {QStringLiteral("reason"), QStringLiteral("Old Inbox item")}}));
+  EXPECT_THAT(ctl({"cleanup"}).output, StartsWith("Old Inbox item: "));
+  EXPECT_EQ(statusOf({"cleanup", "--trash"}), "Moved 1 to Trash");
+  EXPECT_FALSE(row(id_));
+  EXPECT_EQ(statusOf({"cleanup", "--trash"}), "");
+}
+
+TEST_F(FileCommandsTest, PurgesTheOldestFirst) {
+  const auto younger = importPicture("younger.png", 100);
+  EXPECT_THAT(Testing::idsIn(json({"purge", "--days", "365"}).array()), ElementsAre(id_, younger));
+  EXPECT_THAT(Testing::idsIn(json({"purge", "--days", "100000"}).array()), ::testing::IsEmpty());
+  EXPECT_EQ(statusOf({"file", word()}), "Filed 1 shot into the library");
+  EXPECT_THAT(Testing::idsIn(json({"purge", "--days", "365", "--inbox-only"}).array()), ElementsAre(younger));
+  EXPECT_EQ(statusOf({"purge", "--days=30", "--trash"}), "Moved 2 to Trash");
+  EXPECT_FALSE(row(younger));
+}
+
+TEST_F(FileCommandsTest, APurgeNeedsANumberOfDays) {
+  EXPECT_EQ(ctl({"purge"}).status, 2);
+  for (const auto* days : {"", "many", "-1", "1.5", "99999999999999999999"}) {
+    EXPECT_EQ(ctl({"purge", "--days", days}).status, 2) << days;
+  }
+  EXPECT_TRUE(row(id_));
+}
+
 class DuplicatesTrashTest : public FileCommandsTest {
  protected:
   void SetUp() override {

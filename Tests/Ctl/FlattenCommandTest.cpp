@@ -1,9 +1,12 @@
 #include "CtlFixture.h"
 #include "Support/EnvironmentVariable.h"
+#include "Support/SmallDisk.h"
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <filesystem>
+#include <string>
 
 namespace Nimbrel {
 namespace {
@@ -106,10 +109,45 @@ TEST_F(FlattenCommandTest, WhatCannotBeReadFails) {
   EXPECT_FALSE(std::filesystem::exists(home_.path("out.png")));
 }
 
+TEST_F(FlattenCommandTest, MarksOfMoreThan64MegabytesAreNotRead) {
+  const auto flattened = [&](std::uintmax_t size) {
+    home_.folder().write("marks.json", "");
+    std::filesystem::resize_file(home_.path("marks.json"), size);
+    return ctl({"flatten", "in.png", "out.png", "--marks", "marks.json"});
+  };
+  const auto refused = flattened((64 << 20) + 1);
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.errors, "nimbrelctl: cannot read marks.json: larger than 64 MB\n");
+  EXPECT_THAT(flattened(64 << 20).errors, StartsWith("nimbrelctl: marks.json: the marks are no JSON: "));
+}
+
+TEST_F(FlattenCommandTest, APathBelowAFileIsRefused) {
+  const auto output = flatten("[]", "in.png/out.png");
+  EXPECT_EQ(output.status, 1);
+  EXPECT_EQ(output.errors, "nimbrelctl: cannot write in.png/out.png: no such folder\n");
+}
+
+TEST_F(FlattenCommandTest, AFolderThatCannotBeWrittenFails) {
+  const auto folder = home_.folder().makeFolder("disk");
+  const int status = Testing::onReadOnlyDisk(folder, [&] {
+    const auto output = flatten("[]", "disk/out.png");
+    return output.status == 1 && output.errors.starts_with("nimbrelctl: cannot write disk/out.png: ") ? 0 : 1;
+  });
+  EXPECT_EQ(status, 0);
+  EXPECT_TRUE(std::filesystem::is_empty(folder));
+}
+
+TEST_F(FlattenCommandTest, ANameThatIsTooLongFails) {
+  const std::string name(300, 'x');
+  const auto output = flatten("[]", name);
+  EXPECT_EQ(output.status, 1);
+  EXPECT_THAT(output.errors, StartsWith("nimbrelctl: cannot write " + name + ": "));
+}
+
 TEST_F(FlattenCommandTest, MarksAndBothNamesAreNeeded) {
   const auto output = ctl({"flatten", "in.png", "out.png"});
   EXPECT_EQ(output.status, 2);
-  EXPECT_THAT(output.errors, HasSubstr("[--marks FILE]"));
+  EXPECT_THAT(output.errors, HasSubstr("usage: nimbrelctl flatten [--json] --marks FILE IN OUT\n"));
   EXPECT_EQ(ctl({"flatten", "in.png", "--marks", "marks.json"}).status, 2);
 }
 

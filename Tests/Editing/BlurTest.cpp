@@ -5,7 +5,7 @@
 #include "Editing/GaussianBlur.h"
 
 #include <limits>
-#include <random>
+#include <vector>
 
 namespace Nimbrel::Flatten {
 namespace {

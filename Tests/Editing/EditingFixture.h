@@ -6,17 +6,20 @@
 
 #include <gtest/gtest.h>
 
+#include <QColor>
 #include <QImage>
 #include <QPointF>
+#include <QRect>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace Nimbrel::Testing {
 
-/// A mark of its own id; `end` where it has one.
+/// A mark; `end` where it has one.
 [[nodiscard]] inline Annotation mark(Annotation::Kind kind, QPointF start, QPointF end = {}, int colorIndex = 0) {
-  return {.id = QUuid::createUuid(), .kind = kind, .start = start, .end = end, .colorIndex = colorIndex};
+  return {.kind = kind, .start = start, .end = end, .colorIndex = colorIndex};
 }
 
 [[nodiscard]] inline Annotation step(QPointF centre, int number, int colorIndex = 0) {

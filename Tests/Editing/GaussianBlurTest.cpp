@@ -2,7 +2,9 @@
 
 #include "EditingFixture.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <random>
 #include <vector>
 

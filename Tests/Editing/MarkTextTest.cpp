@@ -6,7 +6,8 @@
 
 #include <QFontDatabase>
 #include <QFontMetricsF>
-#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
 
 namespace Nimbrel::Flatten {
 namespace {

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace Nimbrel {
 namespace {
@@ -85,6 +87,13 @@ TEST(MarksFile, WhatIsNoListIsRefused) {
   for (const auto* json : {"{}", R"({"kind": "box"})"}) EXPECT_EQ(errorOf(json), "the marks must be a list") << json;
   for (const auto* json : {"", "[", "[1,]", "box", "[] []", "null", "7", "[\"\xFF\"]", "[1e999]", "[NaN]"}) {
     EXPECT_THAT(errorOf(json), StartsWith("the marks are no JSON: ")) << json;
+  }
+}
+
+TEST(MarksFile, CoordinatesThatNoDoubleHoldsAreRefused) {
+  for (const auto& number :
+       {std::string("1e309"), std::string("-1e309"), std::string(400, '9'), std::string("1e99999")}) {
+    EXPECT_THAT(errorOf(R"([{"kind": "step", "start": [0, )" + number + "]}]"), StartsWith("the marks are no JSON: "));
   }
 }
 

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <vector>
 
@@ -30,6 +32,21 @@ TEST(Annotation, KindsHaveRawValuesInTheirOrder) {
 TEST(Annotation, AKindIsFoundByItsRawValueAlone) {
   for (const auto kind : allAnnotationKinds) EXPECT_EQ(annotationKind(rawValue(kind)), kind);
   for (const auto* name : {"", "Redact", "redact ", "ellipse"}) EXPECT_EQ(annotationKind(name), std::nullopt) << name;
+}
+
+TEST(Annotation, StepsAndLabelsLieAtOnePoint) {
+  std::vector<Annotation::Kind> found;
+  std::ranges::copy_if(allAnnotationKinds, std::back_inserter(found), liesAtOnePoint);
+  EXPECT_THAT(found, ElementsAre(Annotation::Kind::step, Annotation::Kind::label));
+}
+
+TEST(Annotation, EachHasAnIdOfItsOwnWhichItsCopyKeeps) {
+  const Annotation one;
+  const Annotation other;
+  const auto copy = one;
+  EXPECT_FALSE(one.id.isNull());
+  EXPECT_NE(one.id, other.id);
+  EXPECT_EQ(copy.id, one.id);
 }
 
 TEST(Annotation, TheRectangleHoldsBothPointsWhicheverComesFirst) {

@@ -113,6 +113,13 @@ TEST(OverlayPicture, OtherColourDepthsAreDimmedAsWell) {
   }
 }
 
+TEST(OverlayPicture, TheLabelTellsTheSizeOfTheWholeWindow) {
+  const QRect seen(0, 100, 99, 80);
+  const auto scene = overlayScene(seen, monitor, 1, QSize(1500, 1080));
+  EXPECT_GT(scene.label.width(), overlayScene(seen, monitor, 1).label.width());
+  EXPECT_NE(paintedAnew(desk(), scene), paintedAnew(desk(), overlayScene(seen, monitor, 1, QSize(1500, 1090))));
+}
+
 constexpr QSize label(80, 24);
 
 TEST(LabelPlace, IsBelowTheArea) {

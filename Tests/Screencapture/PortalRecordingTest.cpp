@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDBusObjectPath>
+#include <QScreen>
 
 namespace Nimbrel::Screencapture {
 
@@ -110,6 +111,18 @@ TEST_F(PortalRecordingTest, TheMainScreenIsAskedForWithItsPointer) {
   EXPECT_EQ(options.value(QStringLiteral("types")).toUInt(), 1U);
   EXPECT_EQ(options.value(QStringLiteral("cursor_mode")).toUInt(), 2U);
   EXPECT_FALSE(options.value(QStringLiteral("multiple"), true).toBool());
+}
+
+TEST_F(PortalRecordingTest, TheControlStandsBesideTheMonitorThatThePortalNames) {
+  const auto around = QApplication::primaryScreen()->availableGeometry();
+  const QRect monitor(around.topLeft(), QSize(around.width(), around.height() / 2));
+  screen_ = ScreenDouble::open(pipeWire_, numberedPicture(1, {160, 120}));
+  cast_.show({{screen_->node(),
+               {{QStringLiteral("source_type"), 1U},
+                {QStringLiteral("position"), QVariant::fromValue(monitor.topLeft())},
+                {QStringLiteral("size"), QVariant::fromValue(monitor.size())}}}});
+  record();
+  EXPECT_GT(stopButton()->window()->geometry().top(), monitor.bottom());
 }
 
 TEST_F(PortalRecordingTest, WhatIsToBeSelectedMayBeAWindow) {

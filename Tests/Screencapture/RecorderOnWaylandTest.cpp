@@ -1,6 +1,8 @@
+#include "Platform/MediaFile.h"
 #include "Screencapture/CaptureRequest.h"
 #include "Screencapture/ScreenCastDouble.h"
 #include "Screencapture/ScreenDouble.h"
+#include "Support/DesktopSession.h"
 #include "Support/Movies.h"
 #include "Support/ProgramRun.h"
 #include "Support/SessionBus.h"
@@ -86,6 +88,19 @@ TEST_F(RecorderOnWaylandTest, ADesktopWithoutAPlaceForTheStopControlIsRecordedAl
   interrupt();
   EXPECT_EQ(exitStatus(), Done);
   EXPECT_EQ(Testing::readMovie(target_).size, QSize(160, 120));
+}
+
+TEST_F(RecorderOnWaylandTest, AStopControlWhoseDisplayGoesAwayLeavesTheMovie) {
+  Testing::DesktopSession session;  // which says that it is X11's
+  qputenv("XDG_SESSION_TYPE", "wayland");
+  qputenv("QT_QPA_PLATFORM", "xcb");
+  const auto screen = ScreenDouble::open(pipeWire_, numberedPicture(3, {160, 120}));
+  cast_.show({{screen->node(), {}}});
+  start({QStringLiteral("-v"), QStringLiteral("-m")});
+  EXPECT_TRUE(waitUntil([this] { return MediaFile::duration(target_).hasValue(); })) << "nothing is recorded";
+  session.kill();
+  EXPECT_EQ(exitStatus(), Done);
+  EXPECT_THAT(Testing::readMovie(target_).numbers(), AllOf(Not(IsEmpty()), Each(3)));
 }
 
 TEST_F(RecorderOnWaylandTest, CancellingEndsWellWithoutAFile) {

@@ -204,6 +204,26 @@ TEST_F(RecordingProgramTest, AtTwiceTheScaleTheControlIsTwiceAsLargeAndInTheCorn
   EXPECT_EQ(exitStatus(), Done);
 }
 
+TEST_F(RecordingProgramTest, TheControlGoesToAMonitorThatIsNotRecorded) {
+  run(QStringLiteral("xrandr"), {QStringLiteral("--setmonitor"), QStringLiteral("*left"),
+                                 QStringLiteral("640/100x800/100+0+0"), QStringLiteral("screen")});
+  run(QStringLiteral("xrandr"), {QStringLiteral("--setmonitor"), QStringLiteral("right"),
+                                 QStringLiteral("640/100x800/100+640+0"), QStringLiteral("none")});
+  startWithMainScreen();
+  EXPECT_TRUE(QRect(640, 0, 640, 800).contains(frameOfControl()));
+  signal(SIGINT);
+  EXPECT_EQ(exitStatus(), Done);
+  EXPECT_EQ(frameAt(0).size(), QSize(640, 800));
+}
+
+TEST_F(RecordingProgramTest, WithoutADisplayItEndsBadlyAndSaysWhy) {
+  const Testing::EnvironmentVariable none("DISPLAY", ":987");
+  start({QStringLiteral("-v"), QStringLiteral("-m")});
+  EXPECT_EQ(exitStatus(), Refused);
+  EXPECT_THAT(program_->readAllStandardError().toStdString(), HasSubstr("display"));
+  EXPECT_FALSE(std::filesystem::exists(path_));
+}
+
 TEST_F(RecordingProgramTest, WithTheProgramThatStartedItItEndsProperly) {
   // Stays beside it, and is gone the next moment.
   const auto process = Testing::programPath("nimbrel-screencapture");

@@ -9,40 +9,50 @@ namespace {
 const QRect monitor(100, 0, 1000, 800);
 constexpr QSize control(120, 40);
 
+QRect outside(const QRect& area) {
+  const auto place = placeOutside(area, monitor, control);
+  EXPECT_TRUE(place);
+  return place.value_or(QRect());
+}
+
+QPoint cornerOf(const QRect& area) { return area.bottomRight() - QPoint(12, 12); }
+
 TEST(StopControlPlaceTest, BelowTheAreaAtItsMiddleWhereThereIsRoom) {
   const QRect area(400, 200, 301, 200);
-  const auto place = stopControlPlace(area, monitor, control);
+  const auto place = outside(area);
   EXPECT_EQ(place.size(), control);
   EXPECT_EQ(place.top(), 412);
   EXPECT_NEAR(place.center().x(), area.center().x(), 1);
 }
 
 TEST(StopControlPlaceTest, AboveItWhereThereIsNoneBelow) {
-  const auto place = stopControlPlace({400, 200, 300, 590}, monitor, control);
+  const auto place = outside({400, 200, 300, 590});
   EXPECT_EQ(place.bottom(), 187);
 }
 
 TEST(StopControlPlaceTest, ToTheRightAndElseToTheLeftOfATallOne) {
-  EXPECT_EQ(stopControlPlace({400, 0, 300, 800}, monitor, control).left(), 712);
-  EXPECT_EQ(stopControlPlace({400, 0, 690, 800}, monitor, control).right(), 387);
+  EXPECT_EQ(outside({400, 0, 300, 800}).left(), 712);
+  EXPECT_EQ(outside({400, 0, 690, 800}).right(), 387);
 }
 
 TEST(StopControlPlaceTest, InTheCornerOfOneThatLeavesNoRoom) {
-  EXPECT_EQ(stopControlPlace(monitor, monitor, control).bottomRight(), monitor.bottomRight() - QPoint(12, 12));
-  const QRect large(150, 30, 900, 740);
-  EXPECT_EQ(stopControlPlace(large, monitor, control).bottomRight(), large.bottomRight() - QPoint(12, 12));
+  for (const auto& area : {monitor, QRect(150, 30, 900, 740)}) {
+    EXPECT_FALSE(placeOutside(area, monitor, control));
+    EXPECT_EQ(placeInside(area, monitor, control).bottomRight(), cornerOf(area));
+  }
 }
 
 TEST(StopControlPlaceTest, OfAnAreaOverSeveralMonitorsTheOneCounts) {
   const QRect all(0, 0, 5000, 800);
-  EXPECT_EQ(stopControlPlace(all, monitor, control).bottomRight(), monitor.bottomRight() - QPoint(12, 12));
-  EXPECT_EQ(stopControlPlace({0, 0, 5000, 400}, monitor, control).top(), 412);
+  EXPECT_FALSE(placeOutside(all, monitor, control));
+  EXPECT_EQ(placeInside(all, monitor, control).bottomRight(), cornerOf(monitor));
+  EXPECT_EQ(outside({0, 0, 5000, 400}).top(), 412);
 }
 
-TEST(StopControlPlaceTest, OfAnUnknownAreaTheMonitorsCorner) {
-  EXPECT_EQ(stopControlPlace({}, monitor, control).bottomRight(), monitor.bottomRight() - QPoint(12, 12));
-  EXPECT_EQ(stopControlPlace({5000, 0, 100, 100}, monitor, control).bottomRight(),
-            monitor.bottomRight() - QPoint(12, 12));
+TEST(StopControlPlaceTest, OfAnAreaElsewhereTheMonitorsCorner) {
+  for (const auto& area : {QRect(), QRect(5000, 0, 100, 100)}) {
+    EXPECT_EQ(outside(area).bottomRight(), cornerOf(monitor));
+  }
 }
 
 TEST(StopControlPlaceTest, IsAlwaysOnTheMonitorAndOutsideIfItCan) {
@@ -50,7 +60,7 @@ TEST(StopControlPlaceTest, IsAlwaysOnTheMonitorAndOutsideIfItCan) {
     for (int y = 0; y < 900; y += 70) {
       for (const QSize size : {QSize(2, 2), QSize(400, 300), QSize(1000, 20), QSize(20, 800)}) {
         const QRect area(QPoint(x, y), size);
-        const auto place = stopControlPlace(area, monitor, control);
+        const auto place = outside(area);
         ASSERT_TRUE(monitor.contains(place)) << x << " " << y;
         ASSERT_FALSE(place.intersects(area)) << x << " " << y;
       }
@@ -59,7 +69,7 @@ TEST(StopControlPlaceTest, IsAlwaysOnTheMonitorAndOutsideIfItCan) {
 }
 
 TEST(StopControlPlaceTest, AMonitorSmallerThanTheControlShowsItsBeginning) {
-  EXPECT_EQ(stopControlPlace({0, 0, 50, 20}, {0, 0, 50, 20}, control).topLeft(), QPoint(0, 0));
+  EXPECT_EQ(placeInside({0, 0, 50, 20}, {0, 0, 50, 20}, control).topLeft(), QPoint(0, 0));
 }
 
 }  // namespace

@@ -73,6 +73,27 @@ TEST(PayloadReader, BrokenTextsAreNone) {
   }
 }
 
+std::optional<std::string> plainBase64(std::string json) {
+  PayloadReader reader(json);
+  const auto string = reader.plainBase64();
+  return string && reader.isAtEnd() ? std::optional<std::string>(*string) : std::nullopt;
+}
+
+TEST(PayloadReader, ReadsBase64) {
+  EXPECT_EQ(plainBase64(R"( "aGk+" )"), "aGk+");
+  EXPECT_EQ(plainBase64(R"("")"), "");
+}
+
+TEST(PayloadReader, OfWhatIsNoPlainBase64NothingIsTaken) {
+  for (const std::string json : {R"("aGk")", R"("aG k")", R"("aGk\/")", R"("aGk\"")", "7", "\"aGk=", ""}) {
+    EXPECT_EQ(plainBase64(json), std::nullopt) << json;
+  }
+  std::string json = R"( "a\/bc")";
+  PayloadReader reader(json);
+  EXPECT_EQ(reader.plainBase64(), std::nullopt);
+  EXPECT_EQ(reader.string(), "a/bc");
+}
+
 TEST(PayloadReader, ReadsNumbers) {
   EXPECT_EQ(number("0"), 0.0);
   EXPECT_EQ(number("-0"), 0.0);

@@ -27,6 +27,9 @@ inline constexpr std::array hashThumbnailSizes{640, 64};
 /// The number of bits in which two hashes differ.
 [[nodiscard]] int distance(std::int64_t a, std::int64_t b);
 
+/// In so many bits screenshots may differ that look the same to a person.
+inline constexpr int nearDuplicateTolerance = 6;
+
 /// Groups of two and more shots whose hashes lie within `tolerance` bits of the group's first shot, in the order given;
 /// shots without a hash belong to none. Within a group the newest comes first, larger groups come before smaller ones,
 /// and what is equal keeps its order.

@@ -3,11 +3,14 @@
 #include "Editing/GaussianBlur.h"
 #include "Editing/PixelSpace.h"
 
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <functional>
 #include <new>
-#include <numeric>
 #include <vector>
 
 namespace Nimbrel::Flatten {
@@ -26,18 +29,26 @@ std::vector<QRect> placesOf(std::span<const Annotation> marks, QSize picture) {
   return places;
 }
 
-QRect around(Places places) { return std::accumulate(places.begin(), places.end(), QRect(), std::bit_or()); }
-
-/// Whether it is less work to blur each place by itself than all that lies between them.
-bool areFarApart(Places places, double deviation) {
-  const int margin = static_cast<int>(3 * deviation);
-  const auto work = [&](const QRect& part) {
-    return std::int64_t{part.width() + 2 * margin} * (part.height() + 2 * margin);
-  };
-  return std::transform_reduce(places.begin(), places.end(), std::int64_t{0}, std::plus(), work) < work(around(places));
+QRect around(Places places) {
+  QRect all;
+  for (const auto& place : places) all = all.united(place);
+  return all;
 }
 
-/// Not with a painter, which knows no coordinates beyond 32767.
+/// How many pixels are looked at to blur a part.
+std::int64_t workOn(const QRect& part, double deviation) {
+  const int margin = static_cast<int>(3 * deviation);
+  return std::int64_t{part.width() + 2 * margin} * (part.height() + 2 * margin);
+}
+
+/// Whether it is less work to blur each place by itself than all that lies between them.
+bool isLessWorkOneByOne(Places places, double deviation) {
+  std::int64_t work = 0;
+  for (const auto& place : places) work += workOn(place, deviation);
+  return work < workOn(around(places), deviation);
+}
+
+/// Not with a painter, of which Qt promises nothing beyond coordinates of 32767.
 void copyPixels(const QImage& piece, QPoint origin, const QRect& place, QImage& output) {
   for (int y = place.top(); y <= place.bottom(); ++y) {
     const auto* from = reinterpret_cast<const QRgb*>(piece.constScanLine(y - origin.y())) + place.left() - origin.x();
@@ -58,11 +69,12 @@ QImage blurred(const QImage& source, std::span<const Annotation> marks) {
   if (marks.empty()) return {};
   auto output = source.copy();
   if (output.isNull()) throw std::bad_alloc();
-  const double deviation = MarkSizes(source.size()).blurRadius;
   const auto places = placesOf(marks, source.size());
-  if (areFarApart(places, deviation)) {
+  if (places.empty()) return output;
+  const double deviation = MarkSizes(source.size()).blurRadius;
+  if (isLessWorkOneByOne(places, deviation)) {
     for (const auto& place : places) blurPlaces(source, {&place, 1}, deviation, output);
-  } else if (!places.empty()) {
+  } else {
     blurPlaces(source, places, deviation, output);
   }
   return output;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <new>
 #include <numeric>
@@ -16,7 +17,7 @@ constexpr int channels = 4;
 constexpr int linesAtOnce = 16;
 constexpr int passes = 3;
 constexpr float half = 0.5F;
-/// Of larger ones the sums would not fit.
+/// A box is twice as wide, and the sum of that many samples, each up to 255 * 256, just fits into 31 bits.
 constexpr double largestDeviation = 16'000;
 /// Where the Gaussian reaches so many times farther than the picture, nearly all that counts are the two edges, and
 /// there is nothing to gain from adding them up over and over.
@@ -27,12 +28,12 @@ using Radii = std::array<int, passes>;
 /// Boxes of two neighbouring odd widths, mixed so that their variances add up to that of the Gaussian.
 Radii boxRadii(double wanted, int length) {
   const double deviation = std::min({wanted, largestDeviation, 1.0 * mostLengths * length});
-  const double variance = 12 * deviation * deviation;
-  const double ideal = std::sqrt(variance / passes + 1);
+  const double twelveVariances = 12 * deviation * deviation;
+  const double ideal = std::sqrt(twelveVariances / passes + 1);
   const int narrow = (static_cast<int>(ideal) - 1) / 2 * 2 + 1;
   const double width = narrow;
   const auto narrowBoxes =
-      std::lround((variance - passes * width * width - 4 * passes * width - 3 * passes) / (-4 * width - 4));
+      std::lround((twelveVariances - passes * width * width - 4 * passes * width - 3 * passes) / (-4 * width - 4));
   Radii radii{};
   for (int i = 0; i < passes; ++i) radii.at(i) = (i < narrowBoxes ? narrow : narrow + 2) / 2;
   return radii;

@@ -11,8 +11,8 @@ namespace Nimbrel {
 ///
 /// Three box filters in a row stand for the Gaussian, their widths chosen after P. Kovesi, "Fast Almost-Gaussian
 /// Filtering" (DICTA 2010). The time does not grow with the deviation, but for the surroundings of the part that are
-/// looked at: three times the deviation on each side. In a picture four hundred times as long as it is high, and in
-/// still longer ones, it is blurred less than that across. May throw std::bad_alloc; any thread.
+/// looked at: three times the deviation on each side. A deviation above 16,000, or above four times the picture's
+/// length along an axis, is taken for that along this axis. May throw std::bad_alloc; any thread.
 [[nodiscard]] QImage gaussianBlurred(const QImage& picture, const QRect& part, double deviation);
 
 }  // namespace Nimbrel

@@ -4,15 +4,22 @@
 #include "Editing/PixelSpace.h"
 #include "Editing/Segment.h"
 
+#include <QColor>
 #include <QLineF>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPen>
+#include <QPointF>
+#include <QRectF>
 #include <QRegularExpression>
+#include <QSize>
+#include <QString>
+#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <string>
 
 namespace Nimbrel::Flatten {
 
@@ -20,14 +27,16 @@ namespace {
 
 using Kind = Annotation::Kind;
 
-/// A painter knows no coordinates beyond 32767; larger pictures are painted in tiles.
+/// Qt promises nothing of what is painted beyond coordinates of 32767, and beyond 8,388,607 nothing appears; larger
+/// pictures are painted in tiles.
 constexpr int tileLength = 16'384;
 constexpr double redactionOverhang = 2;
 constexpr float highlightAlpha = 0.28F;
 constexpr double headAngle = 0.82 * std::numbers::pi;
 constexpr float outlineAlpha = 0.35F;
 constexpr double outlineWidth = 0.015;
-/// No picture is wide enough for more characters than that.
+/// The font is a 45th of the picture's width or more, so that the letters behind these lie outside, and to set them
+/// would take time for nothing.
 constexpr qsizetype longestLine = 4096;
 
 /// Paints one tile of a picture.
@@ -113,14 +122,17 @@ class TilePainter {
     text.fill(painter_, centre - text.ink().center(), Qt::white);
   }
 
+  /// Further lines go downward, so that the anchor is the top left of the label however many it has.
   void paintLabel(QPointF corner, const std::string& text, const QColor& ink) {
+    if (corner.x() > near_.right()) return;
     static const QRegularExpression lineEnd(QStringLiteral("\r\n|[\n\r\u2028\u2029]"));
     const auto lines = QString::fromStdString(text).split(lineEnd);
-    const double height = MarkText({}, sizes_.labelFont).lineHeight();
-    double baseline = corner.y() + sizes_.labelFont - MarkText({}, sizes_.labelFont).descent();
+    const MarkText metrics({}, sizes_.labelFont);
+    const double height = metrics.lineHeight();
+    double baseline = corner.y() + sizes_.labelFont - metrics.descent();
     for (const auto& line : lines) {
+      if (baseline - height > near_.bottom()) return;
       const bool isAbove = baseline + height < near_.top();
-      if (baseline - height > near_.bottom() || corner.x() > near_.right()) return;
       if (!isAbove) paintLine({corner.x(), baseline}, line, ink);
       baseline += height;
     }
@@ -132,7 +144,8 @@ class TilePainter {
     text.outline(painter_, origin, QColor::fromRgbF(0, 0, 0, outlineAlpha), outlineWidth);
   }
 
-  /// The rectangle with those edges that are out of sight just out of sight.
+  /// The same to look at, with no coordinate that is too large for a painter: edges far outside of the tile are moved
+  /// to where they are just out of sight.
   [[nodiscard]] QRectF broughtNear(const QRectF& rect) const {
     const auto x = [&](double edge) { return std::clamp(edge, near_.left(), near_.right()); };
     const auto y = [&](double edge) { return std::clamp(edge, near_.top(), near_.bottom()); };

@@ -8,19 +8,21 @@ namespace Nimbrel::Flatten {
 
 namespace {
 
-constexpr int fontSize = 100;
+/// In pixels; every other size is reached by scaling.
+constexpr int designSize = 100;
 
 QFont boldSystemFont() {
   auto font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
   font.setBold(true);
-  font.setPixelSize(fontSize);
+  font.setPixelSize(designSize);
   // A picture looks the same on every screen: nothing is moved to whole pixels, nothing coloured for one kind of panel.
   font.setHintingPreference(QFont::PreferNoHinting);
   font.setStyleStrategy(QFont::NoSubpixelAntialias);
   return font;
 }
 
-/// What has no shape would be set one way where the line is filled and another where it is outlined.
+/// Blanks for control characters. Where text is drawn a tab leads to the next stop, in a path it has no width, and the
+/// outline of what follows would lie beside the letters; the others would be boxes.
 QString visible(QString line) {
   for (auto& character : line) {
     if (character.category() == QChar::Other_Control) character = QLatin1Char(' ');
@@ -37,7 +39,7 @@ QPainterPath shape(const QString& line, const QFont& font) {
 }  // namespace
 
 MarkText::MarkText(const QString& line, double size)
-    : line_(visible(line)), font_(boldSystemFont()), scale_(size / fontSize) {}
+    : line_(visible(line)), font_(boldSystemFont()), scale_(size / designSize) {}
 
 QRectF MarkText::ink() const {
   const auto box = shape(line_, font_).boundingRect();
@@ -62,7 +64,7 @@ void MarkText::outline(QPainter& painter, QPointF origin, const QColor& colour, 
   painter.save();
   painter.translate(origin);
   painter.scale(scale_, scale_);
-  painter.strokePath(shape(line_, font_), QPen(colour, width * fontSize, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.strokePath(shape(line_, font_), QPen(colour, width * designSize, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.restore();
 }
 

@@ -13,10 +13,8 @@ namespace Nimbrel {
 
 namespace {
 
-/// So much of a wrong text is worth repeating.
+/// An error is to fit into a line of a terminal, however long a wrong text is.
 constexpr qsizetype mostQuoted = 40;
-
-bool isAnchored(Annotation::Kind kind) { return kind == Annotation::Kind::step || kind == Annotation::Kind::label; }
 
 Error wrong(const QString& member, std::string_view demand) {
   return Error{"\"" + member.toStdString() + "\" " + std::string(demand)};
@@ -36,9 +34,8 @@ Result<QPointF> pointIn(const QJsonObject& object, const QString& member) {
   if (list.size() != 2 || !list.at(0).isDouble() || !list.at(1).isDouble()) {
     return wrong(member, "must be a list of two numbers");
   }
-  const QPointF point(list.at(0).toDouble(), list.at(1).toDouble());
-  if (!std::isfinite(point.x()) || !std::isfinite(point.y())) return wrong(member, "is out of range");
-  return point;
+  // Finite: the parser refuses what no double can hold.
+  return QPointF(list.at(0).toDouble(), list.at(1).toDouble());
 }
 
 Result<int> numberIn(const QJsonObject& object, const QString& member) {
@@ -62,7 +59,7 @@ Result<std::string> textIn(const QJsonObject& object, const QString& member) {
 
 Result<QPointF> endIn(const QJsonObject& object, Annotation::Kind kind, QPointF start) {
   const auto member = QStringLiteral("end");
-  if (!object.contains(member) && isAnchored(kind)) return start;
+  if (!object.contains(member) && liesAtOnePoint(kind)) return start;
   return pointIn(object, member);
 }
 
@@ -81,8 +78,7 @@ Result<Annotation> markFrom(const QJsonValue& value) {
   if (!number) return number.error();
   auto text = textIn(object, QStringLiteral("text"));
   if (!text) return text.error();
-  return Annotation{.id = QUuid::createUuid(),
-                    .kind = kind.value(),
+  return Annotation{.kind = kind.value(),
                     .start = start.value(),
                     .end = end.value(),
                     .colorIndex = colorIndex.value(),

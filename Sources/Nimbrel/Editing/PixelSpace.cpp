@@ -25,8 +25,7 @@ int pixelAbove(double edge, int length) {
 }  // namespace
 
 bool hasPlace(const Annotation& mark) {
-  const bool isAnchored = mark.kind == Annotation::Kind::step || mark.kind == Annotation::Kind::label;
-  return isNumber(mark.start) && (isAnchored || isNumber(mark.end));
+  return isNumber(mark.start) && (liesAtOnePoint(mark.kind) || isNumber(mark.end));
 }
 
 QPointF inPixels(QPointF point, QSize picture) {

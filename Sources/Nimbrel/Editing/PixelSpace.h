@@ -13,7 +13,8 @@ namespace Nimbrel::Flatten {
 /// Whether the coordinates that the mark is drawn from are numbers. What is not is drawn nowhere.
 [[nodiscard]] bool hasPlace(const Annotation& mark);
 
-/// A point of 0 to 1 in pixels. What lies absurdly far outside comes nearer, so that it can be reckoned with.
+/// A point of 0 to 1 in pixels. A coordinate beyond a million times the picture's length, on either side, is taken for
+/// that: sums and differences of pixels stay exact to a small part of one.
 [[nodiscard]] QPointF inPixels(QPointF point, QSize picture);
 
 /// The rectangle of a mark in pixels, however far it reaches beyond the picture.

@@ -43,6 +43,8 @@ std::optional<Annotation::Kind> annotationKind(std::string_view rawValue) {
   return allAnnotationKinds[static_cast<std::size_t>(found - kindNames.begin())];
 }
 
+bool liesAtOnePoint(Annotation::Kind kind) { return kind == Annotation::Kind::step || kind == Annotation::Kind::label; }
+
 namespace InkColor {
 
 std::span<const Ink> all() {

@@ -15,9 +15,19 @@ namespace Nimbrel {
 
 /// One mark that the user placed on a screenshot. Marks live in memory only, as values.
 struct Annotation {
-  enum class Kind { redact, blur, box, arrow, highlight, step, label, crop };
+  /// What the mark does to the picture.
+  enum class Kind {
+    redact,     ///< covers its rectangle with black
+    blur,       ///< blurs what lies in its rectangle
+    box,        ///< outlines its rectangle
+    arrow,      ///< points from `start` to `end`
+    highlight,  ///< tints its rectangle
+    step,       ///< sets a number on a disc around `start`
+    label,      ///< sets a text whose top left is `start`
+    crop        ///< keeps its rectangle of the picture alone
+  };
 
-  QUuid id;  ///< fresh for each mark
+  QUuid id = QUuid::createUuid();  ///< of its own for each mark; a copy keeps it
   Kind kind = Kind::redact;
   QPointF start;  ///< first corner, or the anchor of a step or label: 0 to 1 of the picture, origin at its top left
   QPointF end;    ///< second corner, or the tip of an arrow
@@ -40,14 +50,21 @@ inline constexpr std::array allAnnotationKinds{
     Annotation::Kind::redact,    Annotation::Kind::blur, Annotation::Kind::box,   Annotation::Kind::arrow,
     Annotation::Kind::highlight, Annotation::Kind::step, Annotation::Kind::label, Annotation::Kind::crop};
 
+/// The name of the kind in files: that of its case. It is there as long as the program runs.
 [[nodiscard]] std::string_view rawValue(Annotation::Kind kind);
+
+/// The kind whose raw value this is, to the letter; absent when there is none.
 [[nodiscard]] std::optional<Annotation::Kind> annotationKind(std::string_view rawValue);
+
+/// Whether marks of this kind lie at `start` alone, whatever their `end`: steps and labels.
+[[nodiscard]] bool liesAtOnePoint(Annotation::Kind kind);
 
 /// The inks for marks.
 namespace InkColor {
 
+/// A colour to draw marks in.
 struct Ink {
-  std::string_view name;
+  std::string_view name;  ///< as the user reads it
   QColor interfaceColor;  ///< in the window
   QColor renderingColor;  ///< in the picture, whatever the device
 };

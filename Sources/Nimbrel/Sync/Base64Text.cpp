@@ -14,6 +14,11 @@ std::uint8_t isLetter(std::uint8_t c) {
          static_cast<std::uint8_t>(c == '/');
 }
 
+// All of a vault comes through here in each run: for processors that look at twice as many letters at once there is a
+// second version.
+#ifdef __x86_64__
+__attribute__((target_clones("avx2", "default")))
+#endif
 bool areLetters(std::string_view text) {
   std::uint8_t all = 1;
   for (const char c : text) all &= isLetter(static_cast<std::uint8_t>(c));

@@ -1,5 +1,7 @@
 #include "Sync/PayloadReader.h"
 
+#include "Sync/Base64Text.h"
+
 #include <QUtf8StringView>
 
 #include <unicode/utf16.h>
@@ -170,6 +172,19 @@ std::optional<std::string_view> PayloadReader::string() {
   if (!isPlain(text) && (holdsControl(text) || !isUtf8(text))) return std::nullopt;
   position_ += length + 1;
   return text;
+}
+
+std::optional<std::string_view> PayloadReader::plainBase64() {
+  const auto start = position_;
+  if (take('"')) {
+    const auto text = rest().substr(0, rest().find('"'));
+    if (text.size() < rest().size() && isBase64(text)) {
+      position_ += text.size() + 1;
+      return text;
+    }
+  }
+  position_ = start;
+  return std::nullopt;
 }
 
 /// The rest of a text whose next quote stands where it is said to. What it becomes is never longer, so it is written

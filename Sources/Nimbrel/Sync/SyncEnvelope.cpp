@@ -39,6 +39,15 @@ std::string decimal(double number) {
   return {text.data(), end};
 }
 
+/// Whether there is a text; `data` is absent when that is no base64.
+bool takeData(PayloadReader& reader, std::optional<std::string_view>& data) {
+  data = reader.plainBase64();
+  if (data) return true;
+  const auto text = reader.string();
+  if (text && isBase64(*text)) data = text;
+  return text.has_value();
+}
+
 }  // namespace
 
 Seconds sinceReferenceDate(Timestamp moment) { return moment.time_since_epoch() - referenceDate; }
@@ -53,10 +62,10 @@ std::optional<SyncEnvelope> readEnvelope(std::span<char> payload) {
   const bool isObject = reader.object([&](std::string_view key) {
     if (key == pathKey) return (path = reader.string()).has_value();
     if (key == modifiedKey) return (modified = reader.number()).has_value();
-    if (key == dataKey) return (data = reader.string()).has_value();
+    if (key == dataKey) return takeData(reader, data);
     return reader.skip();
   });
-  if (!isObject || !reader.isAtEnd() || !path || !modified || !data || !isBase64(*data)) return std::nullopt;
+  if (!isObject || !reader.isAtEnd() || !path || !modified || !data) return std::nullopt;
   return SyncEnvelope{*path, Seconds(*modified), *data};
 }
 
