@@ -3,11 +3,14 @@
 #include "ShotArguments.h"
 
 #include "Foundation/Wipe.h"
+#include "Platform/Terminal.h"
 
 #include <QObject>
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -36,9 +39,27 @@ std::string firstLine() {
   std::setvbuf(stdin, nullptr, _IONBF, 0);
   std::string line;
   line.reserve(secretRoom);
-  for (int c = std::fgetc(stdin); c != EOF && c != '\n'; c = std::fgetc(stdin)) append(line, static_cast<char>(c));
-  if (line.ends_with('\r')) line.pop_back();
+  int c = std::fgetc(stdin);
+  for (; c != EOF && c != '\n'; c = std::fgetc(stdin)) append(line, static_cast<char>(c));
+  if (c == '\n' && line.ends_with('\r')) line.pop_back();
   return line;
+}
+
+/// What somebody types unseen; absent when that is cancelled or the program interrupted.
+std::optional<std::string> typedLine(Terminal& terminal) {
+  std::optional<std::string> line;
+  const bool isAnswered = untilDone([&](const std::function<void()>& done) {
+    terminal.ask("Passphrase: ", Terminal::Echo::Off, [&line, done](std::optional<std::string> typed) {
+      line = std::move(typed);
+      done();
+    });
+  });
+  return isAnswered ? std::move(line) : std::nullopt;
+}
+
+std::optional<std::string> readPassphrase() {
+  const auto terminal = Terminal::isStandardInput() ? Terminal::open() : nullptr;
+  return terminal ? typedLine(*terminal) : firstLine();
 }
 
 Outcome outcomeOf(const std::string& status) {
@@ -46,18 +67,24 @@ Outcome outcomeOf(const std::string& status) {
   return isFailed ? Outcome::failed(status) : Outcome::changed(status);
 }
 
+/// An exchange and the scan that follows, to their end.
+Outcome exchange(Store& store, std::string passphrase) {
+  const QObject context;
+  const bool isDone = untilDone([&](const std::function<void()>& done) {
+    QObject::connect(&store, &Store::syncEnded, &context, done);
+    store.syncEncrypted(std::move(passphrase));
+  });
+  return isDone ? outcomeOf(store.status()) : Outcome::failed(std::string(interrupted));
+}
+
 }  // namespace
 
 Outcome runSync(const CommandLine&, Session& session) {
   return withStore(session, [](Store& store) {
-    // Before signals end the event loop alone: an interrupt ends the waiting for a line.
-    auto passphrase = firstLine();
-    const QObject context;
-    const bool isDone = untilDone([&](const std::function<void()>& done) {
-      QObject::connect(&store, &Store::syncEnded, &context, done);
-      store.syncEncrypted(std::move(passphrase));
-    });
-    return isDone ? outcomeOf(store.status()) : Outcome::failed(std::string(interrupted));
+    // Before signals end the event loop alone: an interrupt ends the waiting for a line. Without a folder nobody needs
+    // to wait.
+    auto passphrase = store.settings().syncFolder() ? readPassphrase() : std::string();
+    return passphrase ? exchange(store, std::move(*passphrase)) : Outcome::failed(std::string(interrupted));
   });
 }
 

@@ -1,15 +1,23 @@
 #include "CtlFixture.h"
+#include "Support/TerminalRun.h"
 
 #include <gmock/gmock.h>
 
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 
 namespace Nimbrel {
 namespace {
 
 namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::SizeIs;
+using Testing::TerminalRun;
 
 constexpr const char* passphrase = "correct horse\n";
 
@@ -17,6 +25,18 @@ class SyncCommandTest : public Testing::CtlFixture {
  protected:
   void chooseVault() const { EXPECT_EQ(ctl({"settings", "syncRoot", vault()}).status, 0); }
   [[nodiscard]] std::string vault() const { return home_.path("vault"); }
+  [[nodiscard]] std::unique_ptr<TerminalRun> onTerminal() const {
+    return std::make_unique<TerminalRun>("nimbrelctl", QStringList{QStringLiteral("sync")},
+                                         Testing::environmentOf(home_.folder().path()), TerminalRun::Input::Terminal);
+  }
+  /// Whether the program waits for something to read on its standard input.
+  [[nodiscard]] static bool readsInput(const QProcess& process) {
+    std::ifstream call("/proc/" + std::to_string(process.processId()) + "/syscall");
+    long number = 0;
+    unsigned long file = 1;
+    call >> number >> std::hex >> file;
+    return number == SYS_read && file == STDIN_FILENO;
+  }
   [[nodiscard]] std::size_t vaultFiles() const {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(vault()), fs::directory_iterator()));
   }
@@ -26,6 +46,14 @@ TEST_F(SyncCommandTest, WithoutAFolderItFails) {
   const auto output = ctl({"sync"}, passphrase);
   EXPECT_EQ(output.status, 1);
   EXPECT_EQ(output.errors, "nimbrelctl: Choose a sync folder first\n");
+}
+
+TEST_F(SyncCommandTest, WithoutAFolderNoPassphraseIsAwaited) {
+  const auto process = Testing::startProgram("nimbrelctl", {QStringLiteral("sync")}, home_.folder().path());
+  // Nothing comes on its standard input, nor does that end.
+  ASSERT_TRUE(process->waitForFinished(-1));
+  EXPECT_EQ(process->exitCode(), 1);
+  EXPECT_EQ(process->readAllStandardError(), "nimbrelctl: Choose a sync folder first\n");
 }
 
 TEST_F(SyncCommandTest, AShortPassphraseFails) {
@@ -69,6 +97,9 @@ TEST_F(SyncCommandTest, ThePassphraseIsTheFirstLineAsItWasTyped) {
   EXPECT_EQ(ctl({"sync"}, "  p\u00e4ss word ").output, "Encrypted sync complete · 0 sent · 0 received\n");
   EXPECT_EQ(ctl({"sync"}, "  p\u00e4ss word \r\n").output, "Encrypted sync complete · 0 sent · 0 received\n");
   EXPECT_EQ(ctl({"sync"}, "  p\u00e4ss word\n").output, "Encrypted sync complete · 1 sent · 0 received\n");
+  EXPECT_EQ(ctl({"sync"}, "  p\u00e4ss word\r").output, "Encrypted sync complete · 1 sent · 0 received\n")
+      << "without a line feed behind it, it belongs to the passphrase";
+  EXPECT_EQ(ctl({"sync"}, "  p\u00e4ss word\r\r\n").output, "Encrypted sync complete · 0 sent · 0 received\n");
 }
 
 TEST_F(SyncCommandTest, APassphraseOfAnyLengthIsTakenWhole) {
@@ -93,7 +124,7 @@ TEST_F(SyncCommandTest, AnInterruptEndsItBetweenTwoFiles) {
     process->waitForFinished(1);
   }
   ASSERT_EQ(::kill(static_cast<pid_t>(process->processId()), SIGINT), 0);
-  ASSERT_TRUE(process->waitForFinished());
+  ASSERT_TRUE(process->waitForFinished(-1));
   EXPECT_EQ(process->exitStatus(), QProcess::NormalExit);
   EXPECT_EQ(process->exitCode(), 1);
   EXPECT_EQ(process->readAllStandardError(), "nimbrelctl: interrupted\n");
@@ -104,10 +135,59 @@ TEST_F(SyncCommandTest, AnInterruptEndsItBetweenTwoFiles) {
 }
 
 TEST_F(SyncCommandTest, AnInterruptEndsTheWaitingForAPassphrase) {
+  chooseVault();
   const auto process = Testing::startProgram("nimbrelctl", {QStringLiteral("sync")}, home_.folder().path());
+  while (process->state() == QProcess::Running && !readsInput(*process)) process->waitForFinished(1);
   ASSERT_EQ(::kill(static_cast<pid_t>(process->processId()), SIGINT), 0);
-  ASSERT_TRUE(process->waitForFinished());
+  ASSERT_TRUE(process->waitForFinished(-1));
+  EXPECT_EQ(process->exitStatus(), QProcess::CrashExit);
   EXPECT_FALSE(fs::exists(vault()));
+}
+
+TEST_F(SyncCommandTest, OnATerminalThePassphraseIsTypedUnseen) {
+  chooseVault();
+  home_.addFile(home_.inLibrary("a.png"));
+  const auto run = onTerminal();
+  ASSERT_TRUE(run->shows("Passphrase: "));
+  EXPECT_FALSE(run->echoes());
+  run->type(passphrase);
+  const auto result = run->result();
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_EQ(result.output, "Encrypted sync complete · 1 sent · 0 received\n");
+  EXPECT_THAT(run->screen(), Not(HasSubstr("horse")));
+  EXPECT_TRUE(run->echoes());
+  EXPECT_EQ(ctl({"sync"}, passphrase).output, "Encrypted sync complete · 0 sent · 0 received\n") << "it is the same";
+}
+
+TEST_F(SyncCommandTest, OnATerminalALongPassphraseIsTakenWhole) {
+  chooseVault();
+  home_.addFile(home_.inLibrary("a.png"));
+  const auto longOne = std::string(4000, 'x') + "\n";
+  const auto run = onTerminal();
+  ASSERT_TRUE(run->shows("Passphrase: "));
+  run->type(longOne);
+  EXPECT_EQ(run->result().output, "Encrypted sync complete · 1 sent · 0 received\n");
+  EXPECT_EQ(ctl({"sync"}, longOne).output, "Encrypted sync complete · 0 sent · 0 received\n");
+}
+
+TEST_F(SyncCommandTest, TheInterruptKeyAndTheEndOfInputCancel) {
+  chooseVault();
+  for (const char* keys : {"corr\x03", "\x04"}) {
+    const auto run = onTerminal();
+    ASSERT_TRUE(run->shows("Passphrase: "));
+    run->type(keys);
+    const auto result = run->result();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "nimbrelctl: interrupted\n");
+    EXPECT_TRUE(run->echoes());
+  }
+  EXPECT_FALSE(fs::exists(vault()));
+}
+
+TEST_F(SyncCommandTest, WithoutAFolderNobodyIsAsked) {
+  const auto run = onTerminal();
+  EXPECT_EQ(run->result().errors, "nimbrelctl: Choose a sync folder first\n");
+  EXPECT_EQ(run->screen(), "");
 }
 
 }  // namespace

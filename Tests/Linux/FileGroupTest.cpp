@@ -1,6 +1,5 @@
 #include "Platform/FileGroup.h"
 
-#include "Platform/FileReader.h"
 #include "Platform/FileSystem.h"
 #include "RefusedCalls.h"
 #include "Support/SmallDisk.h"
@@ -217,56 +216,6 @@ TEST_F(FileGroupTest, AFileSystemWithNothingToFlushIsNoError) {
     return group.finish() || group.placed() != 1 ? 2 : 0;
   });
   EXPECT_EQ(outcome, 0);
-}
-
-class FileReaderTest : public ::testing::Test {
- protected:
-  [[nodiscard]] std::string failureOf(const std::string& path) const {
-    const auto file = FileReader::open(path);
-    return file ? "opened" : file.error().message;
-  }
-
-  TemporaryFolder folder_;
-};
-
-TEST_F(FileReaderTest, ReadsPieceByPieceAndTellsTheEnd) {
-  const auto path = folder_.write("a", "0123456789");
-  Testing::setModificationTime(path, 1'700'000'000.5);
-  auto file = FileReader::open(path);
-  ASSERT_TRUE(file);
-  EXPECT_EQ(file.value().size(), 10U);
-  EXPECT_EQ(file.value().modified(), timestamp(1'700'000'000.5));
-  std::string room(4, '\0');
-  std::string content;
-  for (const std::size_t expected : {4, 4, 2, 0}) {
-    const auto read = file.value().read(room);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read.value(), expected);
-    content += room.substr(0, read.value());
-  }
-  EXPECT_EQ(content, "0123456789");
-}
-
-TEST_F(FileReaderTest, OpensThroughALink) {
-  folder_.write("a", "content");
-  fs::create_symlink("a", folder_.path("link"));
-  EXPECT_EQ(failureOf(folder_.path("link")), "opened");
-}
-
-TEST_F(FileReaderTest, OpensFilesAloneAndWaitsForNothing) {
-  const auto pipe = folder_.path("pipe");
-  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_EQ(failureOf(pipe), "It is not a file");
-  EXPECT_EQ(failureOf(folder_.makeFolder("folder")), "It is not a file");
-  EXPECT_EQ(failureOf(folder_.path("missing")), "The file is not there");
-  EXPECT_EQ(failureOf(folder_.path(std::string_view("a\0b", 3))), "The name is not possible there");
-}
-
-TEST_F(FileReaderTest, AnUnreadableFileIsAnError) {
-  const auto path = folder_.write("a", "content");
-  ASSERT_EQ(::chmod(path.c_str(), 0), 0);
-  const Unprivileged unprivileged;
-  EXPECT_EQ(failureOf(path), "Permission denied");
 }
 
 }  // namespace

@@ -16,4 +16,8 @@ struct RefusedCall {
 /// alone: expectations in it are not seen.
 [[nodiscard]] int withRefusedCalls(const std::vector<RefusedCall>& calls, const std::function<int()>& body);
 
+/// The same for a call that `answer` answers instead of the system, in the thread that makes it: with the result, or an
+/// error with a minus. So something can happen at a moment that is known. The answer must not make that call itself.
+[[nodiscard]] int withAnsweredCall(long number, const std::function<long()>& answer, const std::function<int()>& body);
+
 }  // namespace Nimbrel::Testing

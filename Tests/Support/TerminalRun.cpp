@@ -33,20 +33,27 @@ std::vector<std::string> texts(const QStringList& list) {
   return result;
 }
 
+/// Where the standard streams of a program lead; null for the terminal.
+struct Streams {
+  const char* input = nullptr;
+  const char* output = nullptr;
+  const char* errors = nullptr;
+};
+
 [[noreturn]] void become(const char* program, char* const* arguments, char* const* environment, int slave,
-                         const char* output, const char* errors) {
+                         const Streams& streams) {
   ::login_tty(slave);
-  ::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO);
-  ::dup2(::open(output, O_WRONLY | O_CREAT, 0600), STDOUT_FILENO);
-  ::dup2(::open(errors, O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
+  if (streams.input != nullptr) ::dup2(::open(streams.input, O_RDONLY), STDIN_FILENO);
+  ::dup2(::open(streams.output, O_WRONLY | O_CREAT, 0600), STDOUT_FILENO);
+  ::dup2(::open(streams.errors, O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
   ::execve(program, arguments, environment);
   ::_exit(127);
 }
 
 }  // namespace
 
-TerminalRun::TerminalRun(const std::string& name, const QStringList& arguments,
-                         const QProcessEnvironment& environment) {
+TerminalRun::TerminalRun(const std::string& name, const QStringList& arguments, const QProcessEnvironment& environment,
+                         Input input) {
   const auto program = programPath(name).toStdString();
   auto words = texts(QStringList{programPath(name)} + arguments);
   auto variables = texts(environment.toStringList());
@@ -54,12 +61,14 @@ TerminalRun::TerminalRun(const std::string& name, const QStringList& arguments,
   const auto variableList = pointersTo(variables);
   const auto output = folder_.path("output");
   const auto errors = folder_.path("errors");
+  const Streams streams{
+      .input = input == Input::Nothing ? "/dev/null" : nullptr, .output = output.c_str(), .errors = errors.c_str()};
   EXPECT_EQ(::openpty(&terminal_, &slave_, nullptr, nullptr, nullptr), 0);
   ::fcntl(terminal_, F_SETFL, O_NONBLOCK);
   ::fcntl(terminal_, F_SETFD, FD_CLOEXEC);
   child_ = ::fork();
   if (child_ == 0) {
-    become(program.c_str(), wordList.data(), variableList.data(), ::dup(slave_), output.c_str(), errors.c_str());
+    become(program.c_str(), wordList.data(), variableList.data(), ::dup(slave_), streams);
   }
   EXPECT_GT(child_, 0);
 }

@@ -14,10 +14,13 @@
 namespace Nimbrel::Testing {
 
 /// One of our programs on a terminal of its own, with a test at the keys. Its standard streams lead elsewhere, as in a
-/// pipe. Killed with this object, if it still runs then.
+/// pipe, unless it is to read the terminal. Killed with this object, if it still runs then.
 class TerminalRun {
  public:
-  TerminalRun(const std::string& name, const QStringList& arguments, const QProcessEnvironment& environment);
+  enum class Input { Nothing, Terminal };
+
+  TerminalRun(const std::string& name, const QStringList& arguments, const QProcessEnvironment& environment,
+              Input input = Input::Nothing);
   ~TerminalRun();
   TerminalRun(const TerminalRun&) = delete;
   TerminalRun& operator=(const TerminalRun&) = delete;

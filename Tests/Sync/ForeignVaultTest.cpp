@@ -25,10 +25,10 @@ class ForeignVault : public Testing::SyncFixture {
     script.start(QStringLiteral("python3"),
                  {QStringLiteral(NIMBREL_VAULT_SCRIPT), QLatin1String(action), QString::fromStdString(file),
                   QString::fromUtf8(secret.data(), static_cast<qsizetype>(secret.size()))});
-    EXPECT_TRUE(script.waitForStarted()) << script.errorString().toStdString();
+    EXPECT_TRUE(script.waitForStarted(-1)) << script.errorString().toStdString();
     script.write(input);
     script.closeWriteChannel();
-    EXPECT_TRUE(script.waitForFinished());
+    EXPECT_TRUE(script.waitForFinished(-1));
     EXPECT_EQ(script.exitCode(), 0) << script.readAllStandardError().toStdString();
     return script.readAllStandardOutput();
   }

@@ -21,7 +21,7 @@ struct Envelope {
 std::optional<Envelope> read(std::string payload) {
   const auto envelope = readEnvelope(payload);
   if (!envelope) return std::nullopt;
-  return Envelope{envelope->relativePath, envelope->modified.count(), std::string(envelope->data)};
+  return Envelope{std::string(envelope->relativePath), envelope->modified.count(), std::string(envelope->data)};
 }
 
 TEST(SyncEnvelope, ReadsItsMembersInAnyOrder) {

@@ -98,6 +98,11 @@ class SyncFixture : public ::testing::Test {
     addToVault(sealed(payload(path, std::to_string(modified), content)), Vault::fileName(path).value());
   }
 
+  /// An envelope of an old file whose path is written like that in JSON.
+  void addPath(std::string_view path) const { addToVault(sealed(payload(path, "1000", "forged"))); }
+
+  void link(const std::string& target, const std::string& path) const { std::filesystem::create_symlink(target, path); }
+
   /// The payload that the vault holds for a path; fails the test when there is none.
   [[nodiscard]] std::string inVault(std::string_view path, std::string_view secret = passphrase) const {
     const auto opened = unsealed(contentOf(vault(Vault::fileName(path).value())), secret);

@@ -1,13 +1,12 @@
 #include "Platform/Base64.h"
 
+#include "Linux/Crypto/UnsignedBytes.h"
+
 #include <openssl/evp.h>
 
 namespace Nimbrel::Base64 {
 
 namespace {
-
-unsigned char* unsignedBytes(char* bytes) { return reinterpret_cast<unsigned char*>(bytes); }
-const unsigned char* unsignedBytes(const char* bytes) { return reinterpret_cast<const unsigned char*>(bytes); }
 
 /// The library takes padding for zero bytes.
 std::size_t paddingOf(std::string_view letters) {

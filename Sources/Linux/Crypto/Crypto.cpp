@@ -1,27 +1,23 @@
 #include "Platform/Crypto.h"
 
 #include "Foundation/Wipe.h"
+#include "Linux/Crypto/UnsignedBytes.h"
 
 #include <openssl/evp.h>
 #include <openssl/rand.h>
 
 #include <algorithm>
 #include <climits>
+#include <utility>
 
 namespace Nimbrel::Crypto {
 
-namespace {
-
-unsigned char* unsignedBytes(char* bytes) { return reinterpret_cast<unsigned char*>(bytes); }
-const unsigned char* unsignedBytes(const char* bytes) { return reinterpret_cast<const unsigned char*>(bytes); }
-
-}  // namespace
-
 std::optional<Digest> sha256(std::string_view bytes) {
-  Digest digest;
-  const bool isDone =
-      EVP_Digest(bytes.data(), bytes.size(), unsignedBytes(digest.data()), nullptr, EVP_sha256(), nullptr) == 1;
-  return isDone ? std::optional(digest) : std::nullopt;
+  // Right where it is returned, since it may be a key: nobody wipes a copy that is left here.
+  std::optional<Digest> digest(std::in_place);
+  auto* room = unsignedBytes(digest->data());
+  if (EVP_Digest(bytes.data(), bytes.size(), room, nullptr, EVP_sha256(), nullptr) != 1) digest.reset();
+  return digest;
 }
 
 bool fillRandomly(std::span<char> room) {

@@ -18,6 +18,9 @@ namespace Nimbrel {
 
 namespace {
 
+/// What a terminal holds of a line at most.
+constexpr std::size_t longestLine = 4096;
+
 /// How a terminal reads lines, for as long as this lives. The interrupt key ends a line like the line feed does, so
 /// that it is read and no signal ends the process while the terminal hides what is typed.
 class LineMode {
@@ -83,7 +86,7 @@ void ControllingTerminal::write(std::string_view text) {
 void ControllingTerminal::ask(std::string_view question, Echo echo, Line then) {
   mode_ = std::make_unique<LineMode>(terminal_.number(), echo);
   then_ = std::move(then);
-  line_.reserve(secretRoom);
+  line_.reserve(longestLine);
   write(question);
   notifier_.setEnabled(true);
 }
@@ -96,7 +99,7 @@ void ControllingTerminal::read() {
   const std::string_view text(piece, static_cast<std::size_t>(count));
   const char last = text.back();
   const bool isEnded = last == '\n' || last == mode_->interruptKey();
-  // What does not fit is no password and no name; growing would leave copies behind.
+  // No line is longer than the room; growing would leave copies behind.
   const auto room = line_.capacity() - line_.size();
   line_ += text.substr(0, std::min(room, text.size() - (isEnded ? 1 : 0)));
   ::explicit_bzero(piece, sizeof piece);
@@ -115,6 +118,8 @@ void ControllingTerminal::finish(std::optional<std::string> line) {
 }
 
 }  // namespace
+
+bool Terminal::isStandardInput() { return ::isatty(STDIN_FILENO) == 1; }
 
 std::unique_ptr<Terminal> Terminal::open() {
   FileDescriptor terminal(::open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC));

@@ -2,8 +2,8 @@
 
 #include "Foundation/FilePath.h"
 #include "Linux/Files/FileDescriptor.h"
+#include "Linux/Files/Flushing.h"
 #include "Linux/Files/HiddenFile.h"
-#include "Linux/Files/Renaming.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

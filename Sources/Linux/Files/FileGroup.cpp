@@ -2,8 +2,8 @@
 
 #include "Foundation/FilePath.h"
 #include "Linux/Files/ErrorWords.h"
+#include "Linux/Files/Flushing.h"
 #include "Linux/Files/HiddenFile.h"
-#include "Linux/Files/Renaming.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -29,15 +29,6 @@ constexpr std::size_t flushesAtATime = 8;
 
 /// Begins the writing at once and does not wait for it. Where that cannot be asked for, flushing does it all.
 void startFlushing(int file) { ::sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE); }
-
-/// 0, or the error. Some file systems have nothing to flush.
-int flush(int file) {
-  while (::fsync(file) != 0) {
-    if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP) return 0;
-    if (errno != EINTR) return errno;
-  }
-  return 0;
-}
 
 /// Flushes all of them; returns the error of each, or 0. A disk that is asked for many flushes at a time makes them
 /// one: sixty files in turn take fifty times as long as together.

@@ -2,6 +2,7 @@
 
 #include "Linux/Files/ErrorWords.h"
 #include "Linux/Files/FileDescriptor.h"
+#include "Linux/Files/FileTime.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -34,9 +35,13 @@ FileReader& FileReader::operator=(FileReader&& other) noexcept = default;
 
 std::uint64_t FileReader::size() const { return static_cast<std::uint64_t>(state_->facts.st_size); }
 
-Timestamp FileReader::modified() const {
-  const auto& time = state_->facts.st_mtim;
-  return timestamp(static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9);
+Timestamp FileReader::modified() const { return momentOf(state_->facts.st_mtim); }
+
+bool FileReader::hasChanged() const {
+  const auto& former = state_->facts;
+  struct stat facts {};
+  return ::fstat(state_->file.number(), &facts) != 0 || facts.st_size != former.st_size ||
+         facts.st_mtim.tv_sec != former.st_mtim.tv_sec || facts.st_mtim.tv_nsec != former.st_mtim.tv_nsec;
 }
 
 Result<std::size_t> FileReader::read(std::span<char> room) {

@@ -1,6 +1,7 @@
 #include "Platform/FileSystem.h"
 
 #include "Foundation/FilePath.h"
+#include "Linux/Files/FileTime.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -29,10 +30,6 @@ int read(const std::string& path, int flags, unsigned wanted, Facts& facts) {
   // The system would end the path at the zero and answer for another file.
   if (holdsZero(path)) return ENOENT;
   return ::statx(AT_FDCWD, path.c_str(), flags, wanted, &facts) == 0 ? 0 : errno;
-}
-
-Timestamp moment(const statx_timestamp& time) {
-  return timestamp(static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9);
 }
 
 struct CloseFolder {
@@ -107,10 +104,10 @@ std::optional<Timestamp> creationDate(const std::string& path) {
   Facts facts{};
   if (read(path, 0, STATX_BTIME | STATX_MTIME, facts) != 0) return std::nullopt;
   std::optional<Timestamp> earliest;
-  if ((facts.stx_mask & STATX_MTIME) != 0) earliest = moment(facts.stx_mtime);
+  if ((facts.stx_mask & STATX_MTIME) != 0) earliest = momentOf(facts.stx_mtime);
   // A birth time of zero is what servers send that keep none.
   if ((facts.stx_mask & STATX_BTIME) != 0 && facts.stx_btime.tv_sec > 0) {
-    const auto birth = moment(facts.stx_btime);
+    const auto birth = momentOf(facts.stx_btime);
     earliest = earliest ? std::min(*earliest, birth) : birth;
   }
   return earliest;
@@ -119,7 +116,7 @@ std::optional<Timestamp> creationDate(const std::string& path) {
 std::optional<Timestamp> modificationDate(const std::string& path) {
   Facts facts{};
   if (read(path, 0, STATX_MTIME, facts) != 0 || (facts.stx_mask & STATX_MTIME) == 0) return std::nullopt;
-  return moment(facts.stx_mtime);
+  return momentOf(facts.stx_mtime);
 }
 
 bool isLink(const std::string& path) {

@@ -2,8 +2,9 @@
 
 #include "Foundation/FilePath.h"
 #include "Linux/Files/ErrorWords.h"
+#include "Linux/Files/FileIdentity.h"
+#include "Linux/Files/Flushing.h"
 #include "Linux/Files/HiddenFile.h"
-#include "Linux/Files/Renaming.h"
 
 #include <unistd.h>
 
@@ -18,10 +19,12 @@ int writeWhole(const std::string& path, std::string_view bytes) {
   HiddenFile file(folder, HiddenFile::Access::everybody);
   if (file.error() != 0) return file.error();
   if (const int error = file.write(bytes.data(), bytes.size()); error != 0) return error;
-  if (::fsync(file.number()) != 0) return errno;
+  if (const int error = flush(file.number()); error != 0) return error;
+  const FileIdentity ours(file.number());
   if (const int error = file.rename(path); error != 0) return error;
   const int error = flushFolder(folder);
-  if (error != 0) ::unlink(path.c_str());
+  // By then somebody may have put another file there.
+  if (error != 0 && ours.isAt(path)) ::unlink(path.c_str());
   return error;
 }
 

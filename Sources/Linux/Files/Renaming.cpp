@@ -52,11 +52,4 @@ int renameWithoutReplacing(const std::string& from, const std::string& to) {
   return isWithoutLinks(error) ? renameOverPlaceholder(from, to) : error;
 }
 
-int flushFolder(const std::string& path) {
-  const FileDescriptor folder(::open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  // One may write to a folder that one must not read.
-  if (!folder.isOpen()) return errno == EACCES ? 0 : errno;
-  return ::fsync(folder.number()) == 0 || errno == EINVAL ? 0 : errno;
-}
-
 }  // namespace Nimbrel

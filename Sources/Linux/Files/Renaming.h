@@ -12,8 +12,4 @@ namespace Nimbrel {
 /// name is taken first, by a second name of the file or, failing that, by an empty file.
 [[nodiscard]] int renameWithoutReplacing(const std::string& from, const std::string& to);
 
-/// Waits until the names in the folder are on the disk, where the file system can do that. An empty path is the folder
-/// that relative names start from.
-[[nodiscard]] int flushFolder(const std::string& path);
-
 }  // namespace Nimbrel

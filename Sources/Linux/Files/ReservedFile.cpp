@@ -1,7 +1,8 @@
 #include "Linux/Files/ReservedFile.h"
 
 #include "Foundation/FilePath.h"
-#include "Linux/Files/Renaming.h"
+#include "Linux/Files/FileIdentity.h"
+#include "Linux/Files/Flushing.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -27,21 +28,22 @@ ReservedFile::~ReservedFile() {
 int ReservedFile::error() const { return error_ != 0 ? error_ : content_->error(); }
 
 bool ReservedFile::isOurs() const {
-  struct stat ours {};
-  struct stat there {};
-  return ::fstat(placeholder_.number(), &ours) == 0 && ::lstat(path_.c_str(), &there) == 0 &&
-         ours.st_dev == there.st_dev && ours.st_ino == there.st_ino && there.st_size == 0;
+  struct stat facts {};
+  return FileIdentity(placeholder_.number()).isAt(path_) && ::fstat(placeholder_.number(), &facts) == 0 &&
+         facts.st_size == 0;
 }
 
 int ReservedFile::commit() {
   struct stat facts {};
   if (::fstat(placeholder_.number(), &facts) != 0) return errno;
   ::fchmod(content_->number(), facts.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO));
-  if (::fsync(content_->number()) != 0) return errno;
+  if (const int error = flush(content_->number()); error != 0) return error;
+  const FileIdentity content(content_->number());
   if (const int error = isOurs() ? content_->replace(path_) : content_->rename(path_); error != 0) return error;
   placeholder_.close();
   const int error = flushFolder(std::string(FilePath::folder(path_)));
-  if (error != 0) ::unlink(path_.c_str());
+  // By then somebody may have put another file there.
+  if (error != 0 && content.isAt(path_)) ::unlink(path_.c_str());
   return error;
 }
 

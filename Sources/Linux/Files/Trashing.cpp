@@ -3,6 +3,7 @@
 #include "Foundation/FilePath.h"
 #include "Linux/Files/ErrorWords.h"
 #include "Linux/Files/FileDescriptor.h"
+#include "Linux/Files/Flushing.h"
 #include "Linux/Files/Renaming.h"
 #include "Linux/Files/TrashFolder.h"
 #include "Linux/Files/TrashInfo.h"

@@ -23,6 +23,8 @@ class FileReader {
   /// As of opening: the size in bytes, and when the content was last changed.
   [[nodiscard]] std::uint64_t size() const;
   [[nodiscard]] Timestamp modified() const;
+  /// Whether one of the two is no longer so, or can no longer be told.
+  [[nodiscard]] bool hasChanged() const;
 
   /// Reads on until the room is full or the file has ended; returns how many bytes came.
   [[nodiscard]] Result<std::size_t> read(std::span<char> room);

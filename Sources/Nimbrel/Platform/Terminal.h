@@ -15,6 +15,9 @@ class Terminal {
   /// The line without its end; absent when the user has cancelled with the interrupt key or ended the input.
   using Line = std::function<void(std::optional<std::string> line)>;
 
+  /// Whether the standard input is a terminal, so that somebody types what is read from it.
+  [[nodiscard]] static bool isStandardInput();
+
   /// Absent when the process has no terminal.
   [[nodiscard]] static std::unique_ptr<Terminal> open();
 

@@ -227,7 +227,8 @@ class Store : public QObject {
   // Encrypted exchange
 
   /// Exchanges the library with the vault folder of the settings in the background, and scans then; outcomes go to
-  /// `status`. While one exchange runs, the next waits for it.
+  /// `status`. While one exchange runs, the next waits for it. The passphrase is wiped: move it here, with room of its
+  /// own (`secretRoom`), so that no other copy of it stays behind.
   void syncEncrypted(std::string passphrase);
 
   // Sensitive data

@@ -14,8 +14,13 @@ namespace Nimbrel {
 
 namespace {
 
-/// No system opens longer paths: what is to be written there fails by itself.
-constexpr std::size_t longestPath = 4096;
+/// No system opens paths that are as long as this.
+constexpr std::size_t tooLong = 4096;
+
+/// Folders that are remembered at a time; forged envelopes can name any number.
+constexpr std::size_t mostFolders = 4096;
+
+constexpr std::optional<std::string> nowhere;
 
 bool climbs(std::string_view relativePath) {
   for (std::size_t start = 0; start <= relativePath.size();) {
@@ -43,10 +48,12 @@ std::optional<std::string> withoutLinks(const std::string& path) {
 ConfinedFolder::ConfinedFolder(const std::string& path)
     : path_(FilePath::withoutTrailingSlashes(path)), canonical_(withoutLinks(path_)) {}
 
-std::optional<std::string> ConfinedFolder::location(std::string_view relativePath) {
-  if (!isSafe(relativePath)) return std::nullopt;
-  auto path = FilePath::withoutTrailingSlashes(FilePath::join(path_, relativePath));
-  return path.size() >= longestPath || holds(path) ? std::optional(std::move(path)) : std::nullopt;
+Result<std::optional<std::string>> ConfinedFolder::location(std::string_view relativePath) {
+  if (!isSafe(relativePath)) return nowhere;
+  const auto named = relativePath.substr(0, relativePath.find_last_not_of('/') + 1);
+  if (path_.size() + 1 + named.size() >= tooLong) return Error{"The name is too long"};
+  auto path = FilePath::join(path_, named);
+  return holds(path) ? std::optional(std::move(path)) : nowhere;
 }
 
 std::optional<std::string> ConfinedFolder::relativePath(std::string_view path) const {
@@ -70,6 +77,7 @@ bool ConfinedFolder::holdsFolder(const std::string& folder) {
   if (folder.size() <= path_.size()) return true;
   if (const auto known = folders_.find(folder); known != folders_.end()) return known->second;
   const bool isHeld = holds(folder);
+  if (folders_.size() >= mostFolders) folders_.clear();
   folders_.emplace(folder, isHeld);
   return isHeld;
 }

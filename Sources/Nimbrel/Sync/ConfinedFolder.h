@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Result.h"
+
 #include <map>
 #include <optional>
 #include <string>
@@ -8,7 +10,7 @@
 namespace Nimbrel {
 
 /// A folder out of which no path leads, whatever links stand in it and whatever a forged envelope says. For one run:
-/// what was found out about folders below it is remembered. One thread.
+/// what was found out about folders below it is remembered, of some thousands at most. One thread.
 class ConfinedFolder {
  public:
   /// The folder, which is there; a link at its place is followed.
@@ -18,8 +20,9 @@ class ConfinedFolder {
   [[nodiscard]] const std::string& path() const { return path_; }
 
   /// Where the path of an envelope leads. Absent when that is nowhere to write to: empty, with a slash in front, with a
-  /// piece "..", with a zero in it, or through a link that leads out of the folder or to nothing.
-  [[nodiscard]] std::optional<std::string> location(std::string_view relativePath);
+  /// piece "..", with a zero in it, or through a link that leads out of the folder or to nothing. An error, in words
+  /// for people, when it is longer than what any system opens: then nothing is copied of it and no link looked at.
+  [[nodiscard]] Result<std::optional<std::string>> location(std::string_view relativePath);
 
   /// The path below the folder of something in it, as envelopes hold it. Absent when they cannot hold it, since it is
   /// not UTF-8.

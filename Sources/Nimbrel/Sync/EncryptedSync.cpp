@@ -1,6 +1,7 @@
 #include "Sync/EncryptedSync.h"
 
 #include "Platform/FileMove.h"
+#include "Platform/FolderLock.h"
 #include "Sync/ConfinedFolder.h"
 #include "Sync/SyncErrors.h"
 #include "Sync/SyncWatch.h"
@@ -17,6 +18,8 @@ Result<SyncResult> run(const std::string& library, const std::string& vault, std
   for (const auto& folder : {library, vault}) {
     if (const auto failure = FileMove::createFolders(folder)) return SyncErrors::cannotMakeFolder(folder, *failure);
   }
+  const auto turn = FolderLock::take(library, stop);
+  if (!turn) return SyncErrors::stopped();
   SyncWatch watch(progress, stop);
   ConfinedFolder ours(library);
   ConfinedFolder theirs(vault);

@@ -66,7 +66,7 @@ std::optional<SyncEnvelope> readEnvelope(std::span<char> payload) {
     return reader.skip();
   });
   if (!isObject || !reader.isAtEnd() || !path || !modified || !data) return std::nullopt;
-  return SyncEnvelope{std::string(*path), Seconds(*modified), *data};
+  return SyncEnvelope{*path, Seconds(*modified), *data};
 }
 
 std::string envelopeStart(std::string_view relativePath, Seconds modified) {

@@ -25,8 +25,14 @@ Error cannotRead(std::string_view what, const Error& reason) { return cannot("re
 
 Error cannotWrite(std::string_view what, const Error& reason) { return cannot("write", what, reason); }
 
+Error cannotWriteToLibrary(const Error& reason) { return cannot("write", "to the library", reason); }
+
+Error cannotWriteToVault(const Error& reason) { return cannot("write", "to the vault", reason); }
+
 Error cannotMakeFolder(std::string_view what, const Error& reason) { return cannot("make the folder", what, reason); }
 
 Error cannotEncrypt(std::string_view what) { return {"Cannot encrypt " + shortened(what)}; }
+
+Error stopped() { return {"It was stopped"}; }
 
 }  // namespace Nimbrel::SyncErrors

@@ -9,8 +9,12 @@ namespace Nimbrel::SyncErrors {
 
 [[nodiscard]] Error cannotRead(std::string_view what, const Error& reason);
 [[nodiscard]] Error cannotWrite(std::string_view what, const Error& reason);
+/// Some file of those that waited for their names together.
+[[nodiscard]] Error cannotWriteToLibrary(const Error& reason);
+[[nodiscard]] Error cannotWriteToVault(const Error& reason);
 [[nodiscard]] Error cannotMakeFolder(std::string_view what, const Error& reason);
 /// The library of the system refused.
 [[nodiscard]] Error cannotEncrypt(std::string_view what);
+[[nodiscard]] Error stopped();
 
 }  // namespace Nimbrel::SyncErrors

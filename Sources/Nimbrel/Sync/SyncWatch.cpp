@@ -1,5 +1,7 @@
 #include "Sync/SyncWatch.h"
 
+#include "Sync/SyncErrors.h"
+
 namespace Nimbrel {
 
 SyncWatch::SyncWatch(const EncryptedSync::Progress& progress, const std::stop_token& stop)
@@ -16,7 +18,7 @@ void SyncWatch::pass() {
 }
 
 std::optional<Error> SyncWatch::reasonToEnd() const {
-  if (stop_.stop_requested()) return Error{"It was stopped"};
+  if (stop_.stop_requested()) return SyncErrors::stopped();
   return std::nullopt;
 }
 

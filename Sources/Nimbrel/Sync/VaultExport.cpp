@@ -15,8 +15,6 @@ namespace Nimbrel {
 
 namespace {
 
-constexpr std::string_view toVault = "to the vault";
-
 /// All that is named like a picture, be it a folder: reading it will tell.
 std::vector<std::string> pictures(const std::string& folder) {
   std::vector<std::string> paths;
@@ -37,7 +35,7 @@ Result<std::size_t> VaultExport::run(SyncWatch& watch) {
   auto failure = sendAll(watch);
   auto unfinished = group_.finish();
   if (failure) return std::move(*failure);
-  if (unfinished) return SyncErrors::cannotWrite(toVault, *unfinished);
+  if (unfinished) return SyncErrors::cannotWriteToVault(*unfinished);
   return group_.placed();
 }
 
@@ -71,10 +69,13 @@ std::optional<Error> VaultExport::seal(const std::string& path, const std::strin
   const auto name = Vault::fileName(relativePath);
   if (!name) return SyncErrors::cannotEncrypt(relativePath);
   auto file = PendingFile::beside(FilePath::join(vault_.path(), *name));
-  if (!file) return SyncErrors::cannotWrite(toVault, file.error());
-  if (auto failure = sealer_.seal(picture.value(), relativePath, file.value())) return failure;
+  if (!file) return SyncErrors::cannotWriteToVault(file.error());
+  const auto outcome = sealer_.seal(picture.value(), relativePath, file.value());
+  if (!outcome) return outcome.error();
+  // What it has become goes out with the next run.
+  if (outcome.value() == VaultSealer::Outcome::SourceChanged) return std::nullopt;
   const auto failure = group_.add(std::move(file).value());
-  return failure ? std::optional(SyncErrors::cannotWrite(toVault, *failure)) : std::nullopt;
+  return failure ? std::optional(SyncErrors::cannotWriteToVault(*failure)) : std::nullopt;
 }
 
 }  // namespace Nimbrel

@@ -5,7 +5,7 @@
 #include "Platform/FileGroup.h"
 #include "Sync/ConfinedFolder.h"
 #include "Sync/SyncWatch.h"
-#include "Sync/VaultImport.h"
+#include "Sync/VaultDates.h"
 #include "Sync/VaultSealer.h"
 
 #include <cstddef>

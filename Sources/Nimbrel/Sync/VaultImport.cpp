@@ -42,7 +42,7 @@ Result<std::size_t> VaultImport::run(SyncWatch& watch) {
   auto failure = takeAll(watch);
   auto unfinished = group_.finish();
   if (failure) return std::move(*failure);
-  if (unfinished) return SyncErrors::cannotWrite("to the library", *unfinished);
+  if (unfinished) return SyncErrors::cannotWriteToLibrary(*unfinished);
   return group_.placed();
 }
 
@@ -63,9 +63,11 @@ std::optional<Error> VaultImport::take(const std::string& path) {
   if (!opened) return SyncErrors::cannotRead(FilePath::lastComponent(path), opened.error());
   const auto& envelope = opened.value();
   if (!envelope) return std::nullopt;
-  const auto target = library_.location(envelope->relativePath);
+  const auto location = library_.location(envelope->relativePath);
+  if (!location) return SyncErrors::cannotWrite(envelope->relativePath, location.error());
+  const auto& target = location.value();
   if (!target) return std::nullopt;
-  dates_.insert_or_assign(envelope->relativePath, envelope->modified);
+  dates_.insert_or_assign(std::string(envelope->relativePath), envelope->modified);
   if (!isNewer(envelope->modified, *target)) return std::nullopt;
   return write(*envelope, *target);
 }
@@ -74,14 +76,17 @@ std::optional<Error> VaultImport::write(const SyncEnvelope& envelope, const std:
   const auto folder = std::string(FilePath::folder(target));
   if (const auto failure = FileMove::createFolders(folder)) return SyncErrors::cannotMakeFolder(folder, *failure);
   auto file = PendingFile::beside(target);
-  auto failure = file ? writeContent(envelope.data, file.value()) : file.error();
-  if (!failure) {
-    file.value().setModificationDate(momentAfterReferenceDate(envelope.modified));
-    // By then another vault file for the same place may have come, or the user may have saved something newer.
-    failure = group_.add(std::move(file).value(),
-                         [target, modified = envelope.modified] { return isNewer(modified, target); });
+  if (!file) return SyncErrors::cannotWrite(envelope.relativePath, file.error());
+  if (const auto failure = writeContent(envelope.data, file.value())) {
+    return SyncErrors::cannotWrite(envelope.relativePath, *failure);
   }
-  return failure ? std::optional(SyncErrors::cannotWrite(envelope.relativePath, *failure)) : std::nullopt;
+  file.value().setModificationDate(momentAfterReferenceDate(envelope.modified));
+  // By then another vault file for the same place may have come, or the user may have saved something newer.
+  const auto isStillNewer = [target, modified = envelope.modified] { return isNewer(modified, target); };
+  if (const auto failure = group_.add(std::move(file).value(), isStillNewer)) {
+    return SyncErrors::cannotWriteToLibrary(*failure);
+  }
+  return std::nullopt;
 }
 
 std::optional<Error> VaultImport::writeContent(std::string_view base64, PendingFile& file) {

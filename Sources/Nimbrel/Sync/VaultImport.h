@@ -2,27 +2,20 @@
 
 #include "Foundation/Result.h"
 #include "Foundation/SecretBuffer.h"
-#include "Foundation/Timestamp.h"
 #include "Platform/Crypto.h"
 #include "Platform/FileGroup.h"
 #include "Sync/ConfinedFolder.h"
 #include "Sync/SyncEnvelope.h"
 #include "Sync/SyncWatch.h"
+#include "Sync/VaultDates.h"
 #include "Sync/VaultOpener.h"
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace Nimbrel {
-
-/// Dates further apart than this differ: file systems keep them more or less exactly.
-inline constexpr Seconds dateSlack{1};
-
-/// What the vault holds: the date of each picture by its relative path, after the reference date.
-using VaultDates = std::unordered_map<std::string, Seconds>;
 
 /// The first half of a run: what is newer in the vault comes into the library. One thread.
 class VaultImport {

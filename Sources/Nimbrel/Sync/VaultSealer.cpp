@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace Nimbrel {
 
@@ -18,7 +19,7 @@ constexpr std::size_t pieceSize = std::size_t{192} << 10;
 
 }  // namespace
 
-std::optional<Error> VaultSealer::seal(FileReader& source, std::string_view relativePath, PendingFile& target) {
+Result<VaultSealer::Outcome> VaultSealer::seal(FileReader& source, std::string_view relativePath, PendingFile& target) {
   const auto start = envelopeStart(relativePath, sinceReferenceDate(source.modified()));
   const auto room =
       sizeof(Crypto::Nonce) + start.size() + Base64::encodingRoom(pieceSize) + envelopeEnd.size() + sizeof(Crypto::Tag);
@@ -27,12 +28,13 @@ std::optional<Error> VaultSealer::seal(FileReader& source, std::string_view rela
   if (!nonce || !plain_.makeRoom(pieceSize) || !output_.makeRoom(room)) return SyncErrors::cannotEncrypt(relativePath);
   append({nonce->data(), nonce->size()});
   if (!appendSealed(start)) return SyncErrors::cannotEncrypt(relativePath);
-  if (auto failure = sealContent(source, relativePath, target)) return failure;
+  if (auto failure = sealContent(source, relativePath, target)) return std::move(*failure);
   if (!appendSealed(envelopeEnd)) return SyncErrors::cannotEncrypt(relativePath);
   const auto tag = sealer_.finish();
   if (!tag) return SyncErrors::cannotEncrypt(relativePath);
   append({tag->data(), tag->size()});
-  return flush(target);
+  if (auto failure = flush(target)) return std::move(*failure);
+  return source.hasChanged() ? Outcome::SourceChanged : Outcome::Sealed;
 }
 
 std::optional<Error> VaultSealer::sealContent(FileReader& source, std::string_view relativePath, PendingFile& target) {
@@ -67,7 +69,7 @@ bool VaultSealer::appendSealedBase64(std::string_view bytes) {
 std::optional<Error> VaultSealer::flush(PendingFile& target) {
   const auto failure = target.write({output_.bytes().data(), waiting_});
   waiting_ = 0;
-  return failure ? std::optional(SyncErrors::cannotWrite("to the vault", *failure)) : std::nullopt;
+  return failure ? std::optional(SyncErrors::cannotWriteToVault(*failure)) : std::nullopt;
 }
 
 }  // namespace Nimbrel

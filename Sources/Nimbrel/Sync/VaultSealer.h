@@ -18,9 +18,13 @@ class VaultSealer {
  public:
   explicit VaultSealer(const Crypto::Key& key) : sealer_(key) {}
 
-  /// Reads a file from its beginning and writes the vault file that it becomes, which bears this path. Absent when that
-  /// is done; the target is of no use otherwise.
-  [[nodiscard]] std::optional<Error> seal(FileReader& source, std::string_view relativePath, PendingFile& target);
+  enum class Outcome {
+    Sealed,
+    SourceChanged,  ///< somebody has written to the source since it was opened, so nobody knows what was read
+  };
+  /// Reads a file from its beginning and writes the vault file that it becomes, which bears this path. Unless that is
+  /// sealed in the end, the target is of no use.
+  [[nodiscard]] Result<Outcome> seal(FileReader& source, std::string_view relativePath, PendingFile& target);
 
  private:
   [[nodiscard]] std::optional<Error> sealContent(FileReader& source, std::string_view relativePath,
