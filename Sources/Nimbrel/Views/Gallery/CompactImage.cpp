@@ -8,7 +8,7 @@ namespace Nimbrel {
 namespace {
 
 constexpr int jpegQuality = 92;
-constexpr int quickPngQuality = 90;  // the least compression
+constexpr int quickPngQuality = 80;  // the first level of compression; 90 would be none
 
 }  // namespace
 
