@@ -1,0 +1,21 @@
+#include "Views/Gallery/ThumbCache.h"
+
+#include <utility>
+
+namespace Nimbrel {
+
+void ThumbCache::store(CompactImage image, const std::string& path) {
+  if (!holds(path)) order_.push_back(path);
+  cache_.insert_or_assign(path, std::move(image));
+  while (order_.size() > limit) {
+    cache_.erase(order_.front());
+    order_.pop_front();
+  }
+}
+
+QImage ThumbCache::image(const std::string& path) const {
+  const auto found = cache_.find(path);
+  return found == cache_.end() ? QImage() : found->second.image();
+}
+
+}  // namespace Nimbrel
