@@ -126,6 +126,13 @@ TEST_F(AppIconsTest, MayBeAPictureOfTheApplicationsOwn) {
   EXPECT_EQ(colourOf("Editor", ""), QColor(Qt::green));
 }
 
+TEST_F(AppIconsTest, MayBeADrawing) {
+  applications_.names["Editor"] =
+      folder_.write("own.svg", R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16">
+<rect width="16" height="16" fill="#00ff00"/></svg>)");
+  EXPECT_EQ(colourOf("Editor", ""), QColor(Qt::green));
+}
+
 TEST_F(AppIconsTest, AnApplicationWithoutOneHasTheGeneralOne) {
   applications_.names = {{"a", ""}, {"b", "unknown"}, {"c", folder_.path("gone.png")}};
   for (const auto* name : {"a", "b", "c"}) EXPECT_EQ(colourOf(name, ""), QColor(Qt::gray)) << name;
