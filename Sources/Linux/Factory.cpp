@@ -3,13 +3,18 @@
 #include "Foundation/FilePath.h"
 #include "Linux/Authentication/PamOwnerAuthentication.h"
 #include "Linux/Capture/ScreenCaptureProcess.h"
+#include "Linux/Desktop/DesktopEntries.h"
+#include "Linux/Desktop/DesktopWorkspace.h"
 #include "Linux/Desktop/LinuxScreenshotTool.h"
+#include "Linux/Desktop/QtPasteboard.h"
 #include "Linux/Files/DesktopTrash.h"
 #include "Linux/Files/InotifyFileEvents.h"
 #include "Linux/Reading/ReaderProcess.h"
 #include "Linux/X11/X11FrontApplication.h"
 #include "Linux/X11/XcbConnection.h"
 #include "Platform/UserFolders.h"
+
+#include <QGuiApplication>
 
 #include <memory>
 
@@ -30,6 +35,14 @@ bool isX11Session() {
          qgetenv("XDG_SESSION_TYPE") != "wayland";
 }
 
+/// Programs without windows have no clipboard, and platforms that show nothing have one that nobody else can reach.
+std::unique_ptr<Pasteboard> makePasteboard(const std::shared_ptr<XcbConnection>& connection) {
+  if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) return nullptr;
+  const auto platform = QGuiApplication::platformName();
+  if (platform == QLatin1String("xcb")) return makeQtPasteboard(connection);
+  return platform.startsWith(QLatin1String("wayland")) ? makeQtPasteboard(nullptr) : nullptr;
+}
+
 }  // namespace
 
 Services makeServices(const std::string& ownIdentifier) {
@@ -40,9 +53,11 @@ Services makeServices(const std::string& ownIdentifier) {
   services.pictureReader = makeReaderProcess();
   services.trash = makeDesktopTrash(homeTrash());
   services.screenCaptureTool = makeScreenCaptureProcess();
-  if (isX11Session()) {
-    services.frontApplication = makeX11FrontApplication(std::make_shared<XcbConnection>(), ownIdentifier);
-  }
+  services.workspace = makeDesktopWorkspace();
+  services.installedApplications = std::make_unique<DesktopEntries>();
+  const auto connection = std::make_shared<XcbConnection>();
+  if (auto pasteboard = makePasteboard(connection)) services.pasteboard = std::move(pasteboard);
+  if (isX11Session()) services.frontApplication = makeX11FrontApplication(connection, ownIdentifier);
   return services;
 }
 

@@ -2,12 +2,14 @@
 
 #include "AuthenticationHelper.h"
 #include "Foundation/Log.h"
+#include "Linux/Desktop/DesktopWorkspace.h"
 #include "Linux/Desktop/LinuxScreenshotTool.h"
 #include "Platform/Process.h"
 
 #include <QCoreApplication>
 
 #include <cstdio>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -53,6 +55,11 @@ int printScreenshotFolder() {
   return 0;
 }
 
+int open(const std::string& path) {
+  Nimbrel::makeDesktopWorkspace()->openFile(path);
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -62,6 +69,7 @@ int main(int argc, char** argv) {
   if (task == "take-interrupts") return takeInterrupts();
   if (task == "log") return log();
   if (task == "screenshot-folder") return printScreenshotFolder();
+  if (task == "open" && argc > 2) return open(argv[2]);
   if (task.starts_with("authenticate")) return runAuthentication(task, {argv + 2, argv + argc});
   return 2;
 }

@@ -30,7 +30,8 @@ void FakeFileEvents::change() const {
 StoreHome::StoreHome() : now(timestamp(someMomentIn2026)) {
   folders_ = {.home = folder_.path(),
               .applicationSupport = folder_.path(".local/share/Nimbrel"),
-              .preferences = folder_.path(".config/Nimbrel")};
+              .preferences = folder_.path(".config/Nimbrel"),
+              .caches = folder_.path(".cache/Nimbrel")};
   folder_.makeFolder("Desktop");
   folder_.makeFolder(".config/Nimbrel");
 }

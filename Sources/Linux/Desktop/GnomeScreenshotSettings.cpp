@@ -1,5 +1,7 @@
 #include "Linux/Desktop/GnomeScreenshotSettings.h"
 
+#include "Linux/Desktop/GLibHandles.h"
+
 #include <gio/gio.h>
 
 #include <memory>
@@ -8,18 +10,7 @@ namespace Nimbrel {
 
 namespace {
 
-template <auto release>
-struct Release {
-  template <class Thing>
-  void operator()(Thing* thing) const {
-    release(thing);
-  }
-};
-
-using Schema = std::unique_ptr<GSettingsSchema, Release<g_settings_schema_unref>>;
-using Settings = std::unique_ptr<GSettings, Release<g_object_unref>>;
-using Value = std::unique_ptr<GVariant, Release<g_variant_unref>>;
-using Text = std::unique_ptr<char, Release<g_free>>;
+using Schema = std::unique_ptr<GSettingsSchema, GLibRelease<g_settings_schema_unref>>;
 
 constexpr const char* schemaName = "org.gnome.gnome-screenshot";
 constexpr const char* keyName = "auto-save-directory";
@@ -39,14 +30,14 @@ Schema installedSchema() {
 std::optional<std::string> gnomeScreenshotFolder() {
   const auto schema = installedSchema();
   if (!schema) return std::nullopt;
-  const Settings settings(g_settings_new_full(schema.get(), nullptr, nullptr));
-  const Value value(g_settings_get_user_value(settings.get(), keyName));
+  const GLibObject<GSettings> settings(g_settings_new_full(schema.get(), nullptr, nullptr));
+  const GLibVariant value(g_settings_get_user_value(settings.get(), keyName));
   if (!value || g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING) == FALSE) return std::nullopt;
   return std::string(g_variant_get_string(value.get(), nullptr));
 }
 
 std::optional<std::string> pathFromFileUri(const std::string& uri) {
-  const Text path(g_filename_from_uri(uri.c_str(), nullptr, nullptr));
+  const GLibText path(g_filename_from_uri(uri.c_str(), nullptr, nullptr));
   if (!path) return std::nullopt;
   return std::string(path.get());
 }

@@ -2,11 +2,14 @@
 
 #include "Platform/FileEvents.h"
 #include "Platform/FrontApplication.h"
+#include "Platform/InstalledApplications.h"
 #include "Platform/OwnerAuthentication.h"
+#include "Platform/Pasteboard.h"
 #include "Platform/PictureReader.h"
 #include "Platform/ScreenCaptureTool.h"
 #include "Platform/ScreenshotTool.h"
 #include "Platform/Trash.h"
+#include "Platform/Workspace.h"
 
 #include <memory>
 
@@ -21,6 +24,9 @@ struct Services {
   std::unique_ptr<OwnerAuthentication> ownerAuthentication = std::make_unique<NullOwnerAuthentication>();
   std::unique_ptr<FrontApplication> frontApplication = std::make_unique<NullFrontApplication>();
   std::unique_ptr<ScreenCaptureTool> screenCaptureTool = std::make_unique<NullScreenCaptureTool>();
+  std::unique_ptr<Pasteboard> pasteboard = std::make_unique<NullPasteboard>();
+  std::unique_ptr<Workspace> workspace = std::make_unique<NullWorkspace>();
+  std::unique_ptr<InstalledApplications> installedApplications = std::make_unique<NullInstalledApplications>();
 };
 
 }  // namespace Nimbrel

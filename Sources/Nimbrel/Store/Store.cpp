@@ -186,6 +186,10 @@ void Store::tell() {
       &Store::lastCapturedIDChanged,
       &Store::lastRecordingURLChanged,
       &Store::showRecordingToolsChanged,
+      &Store::showPurgeChanged,
+      &Store::showDuplicatesChanged,
+      &Store::showShrinkChanged,
+      &Store::showCleanupChanged,
       &Store::editRequestNonceChanged,
       &Store::showMenuBarChanged,
   };

@@ -98,6 +98,18 @@ class Store : public QObject {
   /// Whether the tools for lastRecordingURL are up.
   [[nodiscard]] bool showRecordingTools() const { return showRecordingTools_; }
   void setShowRecordingTools(bool show);
+  /// Whether the sheet that purges old shots is up.
+  [[nodiscard]] bool showPurge() const { return showPurge_; }
+  void setShowPurge(bool show);
+  /// Whether the sheet of duplicates is up.
+  [[nodiscard]] bool showDuplicates() const { return showDuplicates_; }
+  void setShowDuplicates(bool show);
+  /// Whether the sheet that shrinks shots is up.
+  [[nodiscard]] bool showShrink() const { return showShrink_; }
+  void setShowShrink(bool show);
+  /// Whether the sheet that suggests what to clean up is up.
+  [[nodiscard]] bool showCleanup() const { return showCleanup_; }
+  void setShowCleanup(bool show);
   /// The shot that is to be edited, and an identifier of the last request for it: another one at each.
   [[nodiscard]] std::optional<ShotID> editRequestShotID() const { return editRequestShotID_; }
   [[nodiscard]] const QUuid& editRequestNonce() const { return editRequestNonce_; }
@@ -203,6 +215,46 @@ class Store : public QObject {
   /// Ends the search, and shows a shot among those that look like it.
   void showSimilar(const Shot& shot);
 
+  // Selection
+
+  /// The selected ones of visible(), in its order.
+  [[nodiscard]] ShotList selectedShots() const;
+  /// The only selected shot, even if search or filter hide it.
+  [[nodiscard]] std::optional<ShotPtr> focused() const;
+  /// Selects all of visible().
+  void selectAll();
+  enum class Direction { Up, Down, Left, Right };
+  enum class Extend { No, Yes };
+  /// Moves the selection through ordered(), from whichever selected shot comes first to hand; up and down by a row of
+  /// the grid. Extending adds all shots up to the target, and never takes one away. It stops at the first and the last
+  /// shot; without a selection to start from the first shot becomes it.
+  void move(Direction direction, Extend extend);
+  /// How many columns the gallery has laid out; not published.
+  [[nodiscard]] int gridColumns() const { return gridColumns_; }
+  void setGridColumns(int columns) { gridColumns_ = columns; }
+
+  // Actions on a shot
+
+  // Whoever calls them asks for access first. None raises a dialog.
+
+  /// Opens the file with the application for its kind.
+  void open(const Shot& shot);
+  /// Shows the file in the file manager.
+  void reveal(const Shot& shot);
+  /// Puts the picture on the pasteboard. Where the file cannot be read nothing happens. Blocks while it is decoded.
+  void copyImage(const Shot& shot);
+  /// Puts the recognised text on the pasteboard, which is emptied even if there is none.
+  void copyText(const Shot& shot);
+  /// Puts a text on the pasteboard; `what` it is, as a title, is told in the status.
+  void copyString(std::string_view text, std::string_view what);
+  /// Puts those lines of the recognised text that look like rows of a table on the pasteboard, a tab between cells;
+  /// where there are none the pasteboard stays as it was.
+  void copyAsTable(const Shot& shot);
+  /// Opens a translation of the recognised text in the browser: sends its beginning to a service on the web.
+  void translateText(const Shot& shot);
+  /// Has the calendar take in an event of an hour from that moment on, through a file in the folder for caches.
+  void createCalendarEvent(const Shot& shot, Timestamp date);
+
   // Background work
 
   // What starts by itself, as after a scan, leaves alone the roles that end before their event loop.
@@ -262,6 +314,10 @@ class Store : public QObject {
   void lastCapturedIDChanged();
   void lastRecordingURLChanged();
   void showRecordingToolsChanged();
+  void showPurgeChanged();
+  void showDuplicatesChanged();
+  void showShrinkChanged();
+  void showCleanupChanged();
   void editRequestNonceChanged();
   void showMenuBarChanged();
   /// The application's windows would be in a picture that is about to be taken; then, that they need not hide any more.
@@ -364,10 +420,15 @@ class Store : public QObject {
   std::optional<ShotID> lastCapturedID_;
   std::optional<std::string> lastRecordingURL_;
   bool showRecordingTools_ = false;
+  bool showPurge_ = false;
+  bool showDuplicates_ = false;
+  bool showShrink_ = false;
+  bool showCleanup_ = false;
   std::optional<ShotID> editRequestShotID_;
   QUuid editRequestNonce_ = QUuid::createUuid();
   bool showMenuBar_ = true;
   bool isApplicationActive_ = true;
+  int gridColumns_ = 1;
 
   int operations_ = 0;
   std::bitset<mostFacts> facts_;

@@ -186,11 +186,6 @@ std::optional<ShotID> Store::storedCapturedID() const {
   return stored.isDouble() ? std::optional<ShotID>(stored.toInteger()) : std::nullopt;
 }
 
-void Store::setShowRecordingTools(bool show) {
-  const Operation operation(*this);
-  publish(showRecordingTools_, show, Fact::showRecordingTools);
-}
-
 void Store::requestEdit(const ShotPtr& shot) {
   withAccess({shot}, [this, id = shot->id] {
     {

@@ -22,6 +22,10 @@ enum class Store::Fact : std::uint8_t {
   lastCapturedID,
   lastRecordingURL,
   showRecordingTools,
+  showPurge,
+  showDuplicates,
+  showShrink,
+  showCleanup,
   editRequestNonce,
   showMenuBar,
   count
