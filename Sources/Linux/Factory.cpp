@@ -4,6 +4,7 @@
 #include "Linux/Authentication/PamOwnerAuthentication.h"
 #include "Linux/Capture/ScreenCaptureProcess.h"
 #include "Linux/Desktop/LinuxScreenshotTool.h"
+#include "Linux/Desktop/PortalAppearance.h"
 #include "Linux/Files/DesktopTrash.h"
 #include "Linux/Files/InotifyFileEvents.h"
 #include "Linux/Reading/ReaderProcess.h"
@@ -40,6 +41,7 @@ Services makeServices(const std::string& ownIdentifier) {
   services.pictureReader = makeReaderProcess();
   services.trash = makeDesktopTrash(homeTrash());
   services.screenCaptureTool = makeScreenCaptureProcess();
+  services.desktopAppearance = makePortalAppearance();
   if (isX11Session()) {
     services.frontApplication = makeX11FrontApplication(std::make_shared<XcbConnection>(), ownIdentifier);
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/DesktopAppearance.h"
 #include "Platform/FileEvents.h"
 #include "Platform/FrontApplication.h"
 #include "Platform/OwnerAuthentication.h"
@@ -21,6 +22,7 @@ struct Services {
   std::unique_ptr<OwnerAuthentication> ownerAuthentication = std::make_unique<NullOwnerAuthentication>();
   std::unique_ptr<FrontApplication> frontApplication = std::make_unique<NullFrontApplication>();
   std::unique_ptr<ScreenCaptureTool> screenCaptureTool = std::make_unique<NullScreenCaptureTool>();
+  std::unique_ptr<DesktopAppearance> desktopAppearance = std::make_unique<NullDesktopAppearance>();
 };
 
 }  // namespace Nimbrel
