@@ -1,6 +1,7 @@
 #include "Views/Shared/Symbols.h"
 
 #include "Foundation/Log.h"
+#include "Views/Shared/Painting.h"
 
 #include <QFile>
 #include <QIconEngine>
@@ -78,7 +79,7 @@ QPixmap pixmap(const QString& name, double size, const QColor& color, double sca
 }
 
 void paint(QPainter& painter, const QRectF& place, const QString& name, double size, const QColor& color) {
-  const auto scale = painter.device()->devicePixelRatioF();
+  const auto scale = Painting::scaleOf(painter);
   const auto picture = pixmap(name, size, color, scale);
   // On whole pixels of the screen, or its lines would blur.
   const auto onGrid = [scale](double value) { return std::round(value * scale) / scale; };
