@@ -1,3 +1,4 @@
+#include "Support/Waiting.h"
 #include "Views/Shared/BusyRing.h"
 #include "Views/Shared/Buttons.h"
 #include "Views/Shared/Chip.h"
@@ -45,6 +46,14 @@ TEST(HairlineTest, FillsWholePixelsAtABrokenPlaceAndScale) {
     dark += color == QColor(Qt::black) ? 1 : 0;
   }
   EXPECT_EQ(dark, 1);
+}
+
+TEST(NimbrelStyleTest, TheApplicationsPaletteFollowsTheTheme) {
+  const auto window = [] { return QApplication::palette().color(QPalette::Window); };
+  Theme::shared().setAppearance({.scheme = Appearance::Scheme::Dark, .accent = {}, .hasHighContrast = false});
+  EXPECT_TRUE(Testing::waitUntil([&] { return window() == QColor(0x1F, 0x22, 0x26); }));
+  Theme::shared().setAppearance({});
+  EXPECT_TRUE(Testing::waitUntil([&] { return window() == QColor(0xF6, 0xF7, 0xF9); }));
 }
 
 TEST(ButtonTest, HeightsAreThoseOfThePage) {

@@ -183,6 +183,7 @@ QRect NimbrelStyle::subControlRect(ComplexControl control, const QStyleOptionCom
 }
 
 QRect NimbrelStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+  if (element == SE_HeaderLabel) return option->rect;
   if (element == SE_LineEditContents) {
     const auto* frame = as<QStyleOptionFrame>(option);
     const auto inset = frame && frame->lineWidth > 0 ? fieldTextInset : 0;
