@@ -6,6 +6,7 @@
 #include "Linux/Desktop/DesktopEntries.h"
 #include "Linux/Desktop/DesktopWorkspace.h"
 #include "Linux/Desktop/LinuxScreenshotTool.h"
+#include "Linux/Desktop/PortalAppearance.h"
 #include "Linux/Desktop/QtPasteboard.h"
 #include "Linux/Files/DesktopTrash.h"
 #include "Linux/Files/InotifyFileEvents.h"
@@ -58,6 +59,7 @@ Services makeServices(const std::string& ownIdentifier) {
   const auto connection = std::make_shared<XcbConnection>();
   if (auto pasteboard = makePasteboard(connection)) services.pasteboard = std::move(pasteboard);
   if (isX11Session()) services.frontApplication = makeX11FrontApplication(connection, ownIdentifier);
+  services.desktopAppearance = makePortalAppearance();
   return services;
 }
 

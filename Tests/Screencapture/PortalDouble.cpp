@@ -84,6 +84,13 @@ void PortalDouble::refuse(const QDBusMessage& call, const QString& error) {
   EXPECT_TRUE(connection_.send(call.createErrorReply(error, QStringLiteral("not today"))));
 }
 
+void PortalDouble::announce(const QString& interface, const QString& signal, const QVariantList& arguments) {
+  auto message = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+                                            QLatin1String(portalPrefix) + interface, signal);
+  message.setArguments(arguments);
+  EXPECT_TRUE(connection_.send(message));
+}
+
 void PortalDouble::closeSession(const QString& path) {
   auto signal =
       QDBusMessage::createSignal(path, QStringLiteral("org.freedesktop.portal.Session"), QStringLiteral("Closed"));

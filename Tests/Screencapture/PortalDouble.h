@@ -45,6 +45,8 @@ class PortalDouble : public QDBusVirtualObject {
   void acknowledge(const QDBusMessage& call, const QString& path);
   void respond(const QDBusMessage& call, const QString& path, uint response, const QVariantMap& results);
   void reply(const QDBusMessage& call, const QVariant& value);
+  /// Tells everybody who listens at the portal's object.
+  void announce(const QString& interface, const QString& signal, const QVariantList& arguments);
   void refuse(const QDBusMessage& call, const QString& error);
 
   /// The session at that path is over.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/DesktopAppearance.h"
 #include "Platform/FileEvents.h"
 #include "Platform/FrontApplication.h"
 #include "Platform/InstalledApplications.h"
@@ -27,6 +28,7 @@ struct Services {
   std::unique_ptr<Pasteboard> pasteboard = std::make_unique<NullPasteboard>();
   std::unique_ptr<Workspace> workspace = std::make_unique<NullWorkspace>();
   std::unique_ptr<InstalledApplications> installedApplications = std::make_unique<NullInstalledApplications>();
+  std::unique_ptr<DesktopAppearance> desktopAppearance = std::make_unique<NullDesktopAppearance>();
 };
 
 }  // namespace Nimbrel
