@@ -89,8 +89,10 @@ TEST_F(PamTest, WithoutAPromptNobodyCanBeAsked) {
 }
 
 TEST_F(PamTest, WhatIsAskedDuringAnotherAuthenticationIsRefused) {
-  EXPECT_EQ(outcomeOf({QStringLiteral("secret")}, "authenticate-at-once"),
-            std::string("Reveal it\nrefused\nPassword:  (hidden)\nend\ngranted\n"));
+  // The question comes from a thread of its own, and may be there before the refusal is told.
+  EXPECT_THAT(outcomeOf({QStringLiteral("secret")}, "authenticate-at-once"),
+              AnyOf("Reveal it\nrefused\nPassword:  (hidden)\nend\ngranted\n",
+                    "Reveal it\nPassword:  (hidden)\nrefused\nend\ngranted\n"));
 }
 
 TEST_F(PamTest, TakingThePromptBackRefusesAndIgnoresALateAnswer) {
