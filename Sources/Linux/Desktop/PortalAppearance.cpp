@@ -47,7 +47,9 @@ std::optional<QColor> accentFrom(const QVariant& value) {
   for (auto& part : parts) argument >> part;
   argument.endStructure();
   for (const auto part : parts) {
-    if (!(part >= 0 && part <= 1)) return std::nullopt;
+    // Of what is no number neither holds.
+    const bool isShare = part >= 0 && part <= 1;
+    if (!isShare) return std::nullopt;
   }
   return QColor::fromRgbF(static_cast<float>(parts[0]), static_cast<float>(parts[1]), static_cast<float>(parts[2]));
 }

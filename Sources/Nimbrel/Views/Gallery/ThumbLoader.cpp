@@ -21,7 +21,7 @@ std::vector<std::string> openPaths(const std::vector<ThumbLoader::Place>& places
 
 }  // namespace
 
-ThumbLoader::ThumbLoader(ThumbCache& thumbs, GalleryPreviewCache& previews, Decoder decoder, QObject* parent)
+ThumbLoader::ThumbLoader(ThumbCache& thumbs, GalleryPreviewCache& previews, const Decoder& decoder, QObject* parent)
     : QObject(parent),
       thumbs_(thumbs),
       previews_(previews),

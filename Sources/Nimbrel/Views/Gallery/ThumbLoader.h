@@ -28,7 +28,7 @@ class ThumbLoader : public QObject {
   using Decoder = std::function<QImage(const std::string& path, int maxPixel)>;
 
   /// The caches are borrowed and must outlive the loader.
-  ThumbLoader(ThumbCache& thumbs, GalleryPreviewCache& previews, Decoder decoder = &ShotFile::thumbnail,
+  ThumbLoader(ThumbCache& thumbs, GalleryPreviewCache& previews, const Decoder& decoder = &ShotFile::thumbnail,
               QObject* parent = nullptr);
   /// Waits for the pictures at hand.
   ~ThumbLoader() override;

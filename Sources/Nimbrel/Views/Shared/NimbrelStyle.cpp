@@ -228,7 +228,6 @@ int NimbrelStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
     case PM_MenuPanelWidth:
       return 1;
     case PM_SubMenuOverlap:
-      return 0;
     case PM_MenuBarPanelWidth:
     case PM_MenuBarItemSpacing:
     case PM_ButtonShiftHorizontal:
@@ -239,7 +238,6 @@ int NimbrelStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
       if (qobject_cast<const QAbstractItemView*>(widget)) return Measures::rowPadding - 1;
       return QProxyStyle::pixelMetric(metric, option, widget);
     case PM_SmallIconSize:
-      return scaled(Measures::textSymbol);
     case PM_ButtonIconSize:
       return scaled(Measures::textSymbol);
     case PM_ToolBarIconSize:
@@ -258,7 +256,6 @@ int NimbrelStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     case SH_Menu_SupportsSections:
       return 1;
     case SH_DialogButtonBox_ButtonsHaveIcons:
-      return 0;
     case SH_UnderlineShortcut:
       return 0;
     case SH_Slider_AbsoluteSetButtons:
