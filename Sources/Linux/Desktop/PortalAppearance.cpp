@@ -103,8 +103,9 @@ class PortalAppearance final : public QObject, public DesktopAppearance {
     busName_ = QUuid::createUuid().toString(QUuid::WithoutBraces);
     auto connection = QDBusConnection::connectToBus(address, busName_);
     if (!connection.isConnected()) return;
-    // Changes are listened to before the first question, so that none falls in between.
-    connection.connect(QLatin1String(portalService), QLatin1String(portalPath), QLatin1String(settingsInterface),
+    // Changes are listened to before the first question, so that none falls in between; whoever sends them, since those
+    // of a name are passed over until it is known whose it is.
+    connection.connect(QString(), QLatin1String(portalPath), QLatin1String(settingsInterface),
                        QStringLiteral("SettingChanged"), this,
                        // The bus knows its receivers by text alone.
                        "1settingChanged(QString,QString,QDBusVariant)");
