@@ -103,6 +103,8 @@ class PortalAppearance final : public QObject, public DesktopAppearance {
     busName_ = QUuid::createUuid().toString(QUuid::WithoutBraces);
     auto connection = QDBusConnection::connectToBus(address, busName_);
     if (!connection.isConnected()) return;
+    // The receiver is found by the names of its types, which have to be known by then.
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
     // Changes are listened to before the first question, so that none falls in between; whoever sends them, since those
     // of a name are passed over until it is known whose it is.
     connection.connect(QString(), QLatin1String(portalPath), QLatin1String(settingsInterface),
