@@ -105,9 +105,8 @@ class PortalAppearance final : public QObject, public DesktopAppearance {
     if (!connection.isConnected()) return;
     // The receiver is found by the names of its types, which have to be known by then.
     qRegisterMetaType<QDBusVariant>("QDBusVariant");
-    // Changes are listened to before the first question, so that none falls in between; whoever sends them, since those
-    // of a name are passed over until it is known whose it is.
-    connection.connect(QString(), QLatin1String(portalPath), QLatin1String(settingsInterface),
+    // Changes are listened to before the first question, so that none falls in between.
+    connection.connect(QLatin1String(portalService), QLatin1String(portalPath), QLatin1String(settingsInterface),
                        QStringLiteral("SettingChanged"), this,
                        // The bus knows its receivers by text alone.
                        "1settingChanged(QString,QString,QDBusVariant)");
