@@ -28,7 +28,7 @@ void complain(const std::string& reason) { std::fprintf(stderr, "nimbrel-screenc
 int carryOut(QCoreApplication& application, const CaptureRequest& request, const Ways& ways) {
   const auto way = isWaylandSession() ? ways.onWayland : ways.onX11;
   if (way == nullptr) {
-    complain("this session has no way to do that");
+    complain("this desktop has no way to do that");
     return Refused;
   }
   Outcome outcome;
