@@ -56,13 +56,14 @@ class InspectorFixture : public ::testing::Test {
     QCoreApplication::sendPostedEvents();
   }
 
-  /// The widget whose name has that end; fails the test when there is none.
+  /// The widget whose name has that end, the newest of several; fails the test when there is none.
   template <class Widget = QWidget>
   [[nodiscard]] Widget& at(const std::string& name) const {
-    auto* found = view_->findChild<Widget*>(QString::fromStdString("inspector." + name));
-    if (found == nullptr) throw std::runtime_error("no widget named " + name);
-    return *found;
+    const auto found = view_->findChildren<Widget*>(QString::fromStdString("inspector." + name));
+    if (found.isEmpty()) throw std::runtime_error("no widget named " + name);
+    return *found.back();
   }
+  /// Whether it is there, or waits to be deleted.
   [[nodiscard]] bool isThere(const std::string& name) const {
     return view_->findChild<QWidget*>(QString::fromStdString("inspector." + name)) != nullptr;
   }

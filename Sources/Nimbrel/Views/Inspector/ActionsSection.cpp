@@ -67,7 +67,7 @@ void ActionsSection::addButtons() {
   connect(share, &QPushButton::clicked, this, [this, share] { Q_EMIT shareClicked(share); });
 }
 
-void ActionsSection::update(const Shot& shot) {
+void ActionsSection::fill(const Shot& shot) {
   copyText_->setEnabled(!shot.ocr.empty());
   if (shot.favorite) {
     favorite_->setSymbol(QStringLiteral("star.fill"), tr("Remove from Favorites"), Token::Star);

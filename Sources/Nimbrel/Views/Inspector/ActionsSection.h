@@ -27,7 +27,7 @@ class ActionsSection final : public ShotSection {
   void shareClicked(QWidget* button);
 
  protected:
-  void update(const Shot& shot) override;
+  void fill(const Shot& shot) override;
 
  private:
   /// The next button of the grid; `name` is the end of its object name.

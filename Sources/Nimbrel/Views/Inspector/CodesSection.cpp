@@ -20,7 +20,7 @@ CodesSection::CodesSection(const InspectorContext& context) : ShotSection(contex
   hide();
 }
 
-void CodesSection::update(const Shot& shot) {
+void CodesSection::fill(const Shot& shot) {
   setHidden(shot.barcodes.empty());
   if (codes_ == shot.barcodes) return;
   codes_ = shot.barcodes;

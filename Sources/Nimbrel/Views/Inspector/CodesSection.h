@@ -16,7 +16,7 @@ class CodesSection final : public ShotSection {
   explicit CodesSection(const InspectorContext& context);
 
  protected:
-  void update(const Shot& shot) override;
+  void fill(const Shot& shot) override;
 
  private:
   QWidget* row(const std::string& code, const QString& name);

@@ -89,7 +89,7 @@ DetailsSection::DetailsSection(const InspectorContext& context)
 
 DetailsSection::~DetailsSection() = default;
 
-void DetailsSection::update(const Shot& shot) {
+void DetailsSection::fill(const Shot& shot) {
   setFieldText(*name_, shown(drafts().name));
   taken_->setFullText(shown(Formats::mediumDateShortTime(shot.date)));
   source_->setGroup(store().derived().contentOf(shot.id), icons());
@@ -107,7 +107,7 @@ void DetailsSection::rename() {
   // The file may have got another name than was asked for, such as one with its extension.
   if (shot()->id != before->id || shot()->name == before->name) return;
   drafts().name = shot()->name;
-  update(*shot());
+  fill(*shot());
 }
 
 void DetailsSection::editSource() {

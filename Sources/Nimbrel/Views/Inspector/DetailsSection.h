@@ -20,7 +20,7 @@ class DetailsSection final : public ShotSection {
   void closeEditor();
 
  protected:
-  void update(const Shot& shot) override;
+  void fill(const Shot& shot) override;
 
  private:
   class Source;

@@ -13,7 +13,7 @@ FoundSection::FoundSection(const InspectorContext& context)
   connect(&finder_, &ItemFinder::found, this, &FoundSection::showItems);
 }
 
-void FoundSection::update(const Shot& shot) { finder_.show(shot.ocr, store().now()); }
+void FoundSection::fill(const Shot& shot) { finder_.show(shot.ocr, store().now()); }
 
 void FoundSection::showItems(const std::vector<DetectedItem>& items) {
   clear();

@@ -13,7 +13,7 @@ class FoundSection final : public ShotSection {
   explicit FoundSection(const InspectorContext& context);
 
  protected:
-  void update(const Shot& shot) override;
+  void fill(const Shot& shot) override;
 
  private:
   void showItems(const std::vector<DetectedItem>& items);

@@ -7,6 +7,8 @@
 
 #include <QPainterPath>
 
+#include <algorithm>
+
 namespace Nimbrel {
 
 namespace {

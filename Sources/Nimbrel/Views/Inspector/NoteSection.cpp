@@ -24,7 +24,7 @@ NoteSection::NoteSection(const InspectorContext& context) : ShotSection(context,
   connect(field_, &NoteField::submitted, this, &NoteSection::submit);
 }
 
-void NoteSection::update(const Shot& /*shot*/) { field_->setNote(QString::fromStdString(drafts().note)); }
+void NoteSection::fill(const Shot& /*shot*/) { field_->setNote(QString::fromStdString(drafts().note)); }
 
 void NoteSection::submit() const {
   store().database().setNote(shot()->id, drafts().note);

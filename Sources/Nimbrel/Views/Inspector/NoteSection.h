@@ -13,7 +13,7 @@ class NoteSection final : public ShotSection {
   explicit NoteSection(const InspectorContext& context);
 
  protected:
-  void update(const Shot& shot) override;
+  void fill(const Shot& shot) override;
 
  private:
   void submit() const;

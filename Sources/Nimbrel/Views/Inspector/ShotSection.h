@@ -31,12 +31,11 @@ class ShotSection : public FormSection {
 
   void setShot(const ShotPtr& shot) {
     shot_ = shot;
-    update(*shot);
+    fill(*shot);
   }
 
  protected:
-  using FormSection::update;
-  virtual void update(const Shot& shot) = 0;
+  virtual void fill(const Shot& shot) = 0;
 
   [[nodiscard]] Store& store() const { return context_.store; }
   [[nodiscard]] AppIcons& icons() const { return context_.icons; }

@@ -31,7 +31,7 @@ TagsSection::TagsSection(const InspectorContext& context)
           [this](const std::string& tag) { store().removeTag(tag, {shot()}); });
 }
 
-void TagsSection::update(const Shot& shot) {
+void TagsSection::fill(const Shot& shot) {
   setFieldText(*field_, drafts().newTag);
   chips_->setTags(shot.tags);
 }

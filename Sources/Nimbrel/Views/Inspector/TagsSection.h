@@ -13,7 +13,7 @@ class TagsSection final : public ShotSection {
   explicit TagsSection(const InspectorContext& context);
 
  protected:
-  void update(const Shot& shot) override;
+  void fill(const Shot& shot) override;
 
  private:
   void addTag();

@@ -76,7 +76,7 @@ QWidget* TextSection::textColumn() {
   return part;
 }
 
-void TextSection::update(const Shot& shot) {
+void TextSection::fill(const Shot& shot) {
   const bool hasText = shot.ocrDone && !shot.ocr.empty();
   copyAll_->setVisible(!shot.ocr.empty());
   waiting_->setVisible(!shot.ocrDone);

@@ -14,7 +14,7 @@ class TextSection final : public ShotSection {
   explicit TextSection(const InspectorContext& context);
 
  protected:
-  void update(const Shot& shot) override;
+  void fill(const Shot& shot) override;
 
  private:
   QWidget* waitingRow();

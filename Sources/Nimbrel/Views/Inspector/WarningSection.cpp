@@ -43,7 +43,7 @@ WarningSection::WarningSection(const InspectorContext& context)
   addBareRow(row);
 }
 
-void WarningSection::update(const Shot& shot) {
+void WarningSection::fill(const Shot& shot) {
   labels_->setText(QString::fromStdString(sensitiveWarning(shot)));
   setVisible(!shot.sensitive.empty());
 }

@@ -19,7 +19,7 @@ class WarningSection final : public ShotSection {
   void editClicked();
 
  protected:
-  void update(const Shot& shot) override;
+  void fill(const Shot& shot) override;
 
  private:
   QLabel* labels_;
