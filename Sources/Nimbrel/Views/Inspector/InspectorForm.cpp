@@ -29,7 +29,7 @@ InspectorForm::InspectorForm(const InspectorContext& context, QWidget* parent)
                new CodesSection(context),
                new TagsSection(context),
                new NoteSection(context)};
-  for (auto* section : sections_) form_->addSection(section);
+  for (auto* section : sections_) form_->add(section);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(form_);

@@ -10,9 +10,9 @@ GroupedForm::GroupedForm(QWidget* parent) : QWidget(parent), column_(new QVBoxLa
   column_->addStretch();
 }
 
-void GroupedForm::addSection(const QString& title) { addSection(new FormSection(title)); }
+void GroupedForm::addSection(const QString& title) { add(new FormSection(title)); }
 
-void GroupedForm::addSection(FormSection* section) {
+void GroupedForm::add(FormSection* section) {
   section_ = section;
   column_->insertWidget(column_->count() - 1, section);
 }
@@ -30,7 +30,7 @@ QCheckBox* GroupedForm::addToggle(const QString& label, const QString& explanati
 void GroupedForm::addWidgetRow(QWidget* widget) { section().addWidgetRow(widget); }
 
 FormSection& GroupedForm::section() {
-  if (section_ == nullptr) addSection(QString());
+  if (section_ == nullptr) add(new FormSection);
   return *section_;
 }
 

@@ -20,7 +20,7 @@ class GroupedForm final : public QWidget {
   /// Begins a box; rows go into the last one. Without a title there is none above it.
   void addSection(const QString& title);
   /// The same with a section of the caller's own making.
-  void addSection(FormSection* section);
+  void add(FormSection* section);
   /// What FormSection says of these.
   void addValueRow(const QString& label, const QString& value);
   void addRow(const QString& label, QWidget* control, Fit fit = Fit::Keep, const QString& explanation = {});
