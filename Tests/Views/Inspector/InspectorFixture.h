@@ -12,6 +12,8 @@
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
@@ -34,6 +36,11 @@ class InspectorFixture : public ::testing::Test {
     store_ = home_.open(ProcessRole::tool, std::move(services));
     view_ = std::make_unique<InspectorView>(*store_, icons_, thumbs_, previews_);
     view_->resize(300, 700);
+  }
+  ~InspectorFixture() override {
+    view_.reset();
+    // What was to be deleted in a later turn.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
 
   /// A new row without a text, as it is before anything was read.
