@@ -59,6 +59,12 @@ TEST_F(ActionsTest, OpeningAsksForTheFile) {
   EXPECT_EQ(store_->status(), "");
 }
 
+TEST_F(ActionsTest, AnAddressIsOpenedAsItStands) {
+  store_->openURL("https://example.org/a%20b");
+  EXPECT_THAT(workspace_->urls, ElementsAre("https://example.org/a%20b"));
+  EXPECT_EQ(store_->status(), "");
+}
+
 TEST_F(ActionsTest, RevealingAsksForTheFile) {
   store_->reveal(shot_);
   EXPECT_THAT(workspace_->revealed, ElementsAre(shot_.path));

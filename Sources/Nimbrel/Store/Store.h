@@ -239,6 +239,8 @@ class Store : public QObject {
 
   /// Opens the file with the application for its kind.
   void open(const Shot& shot);
+  /// Opens an address that was found in a shot, encoded, with the application for its scheme.
+  void openURL(const std::string& url);
   /// Shows the file in the file manager.
   void reveal(const Shot& shot);
   /// Puts the picture on the pasteboard. Where the file cannot be read nothing happens. Blocks while it is decoded.

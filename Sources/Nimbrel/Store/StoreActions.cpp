@@ -39,6 +39,8 @@ void discardOldEvents(const std::string& folder, Timestamp now) {
 
 void Store::open(const Shot& shot) { context_.services.workspace->openFile(shot.path); }
 
+void Store::openURL(const std::string& url) { context_.services.workspace->openURL(url); }
+
 void Store::reveal(const Shot& shot) { context_.services.workspace->reveal(shot.path); }
 
 void Store::copyImage(const Shot& shot) {

@@ -52,8 +52,9 @@ IconButton::IconButton(const QString& symbol, const QString& title, QWidget* par
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void IconButton::setSymbol(const QString& symbol, const QString& title) {
+void IconButton::setSymbol(const QString& symbol, const QString& title, Token color) {
   symbol_ = symbol;
+  color_ = color;
   setAccessibleName(title);
   setToolTip(title);
   update();
@@ -75,7 +76,7 @@ void IconButton::paintEvent(QPaintEvent* /*event*/) {
   }
   Painting::fillOutlined(painter, rect(), Measures::toolRadius, fill, outline);
   Symbols::paint(painter, rect(), symbol_, scaled(Measures::toolSymbol),
-                 themeColor(isEnabled() ? Token::Text : Token::Glyph));
+                 themeColor(isEnabled() ? color_ : Token::Glyph));
 }
 
 LinkButton::LinkButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {

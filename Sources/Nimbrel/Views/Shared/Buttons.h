@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Views/Shared/Theme.h"
+
 #include <QAction>
 #include <QPushButton>
 #include <QWidget>
@@ -28,7 +30,7 @@ class IconButton final : public QPushButton {
  public:
   IconButton(const QString& symbol, const QString& title, QWidget* parent = nullptr);
 
-  void setSymbol(const QString& symbol, const QString& title);
+  void setSymbol(const QString& symbol, const QString& title, Token color = Token::Text);
   [[nodiscard]] QString symbol() const { return symbol_; }
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -38,6 +40,7 @@ class IconButton final : public QPushButton {
 
  private:
   QString symbol_;
+  Token color_ = Token::Text;
 };
 
 /// Words in the colour of the accent that do something.

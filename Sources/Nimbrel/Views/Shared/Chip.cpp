@@ -1,9 +1,8 @@
 #include "Views/Shared/Chip.h"
 
 #include "Views/Shared/ElidedLabel.h"
-#include "Views/Shared/Measures.h"
+#include "Views/Shared/GlyphButton.h"
 #include "Views/Shared/Painting.h"
-#include "Views/Shared/Symbols.h"
 
 #include <QHBoxLayout>
 
@@ -13,22 +12,6 @@ namespace {
 
 constexpr int chipPaddingAcross = 7;
 constexpr int chipPaddingAlong = 3;
-
-class RemoveButton final : public QAbstractButton {
- public:
-  explicit RemoveButton(QWidget* parent) : QAbstractButton(parent) {
-    setFocusPolicy(Qt::TabFocus);
-    setAttribute(Qt::WA_Hover);
-    setFixedSize(scaled(Measures::metaSymbol), scaled(Measures::metaSymbol));
-  }
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    const auto token = underMouse() || isDown() ? Token::Secondary : Token::Glyph;
-    Symbols::paint(painter, rect(), QStringLiteral("xmark.circle.fill"), width(), themeColor(token));
-  }
-};
 
 }  // namespace
 
@@ -42,9 +25,7 @@ Chip::Chip(const QString& text, Kind kind, QWidget* parent) : QWidget(parent), t
   row->addWidget(label);
   setAccessibleName(label->fullText());
   if (kind == Kind::Fixed) return;
-  remove_ = new RemoveButton(this);
-  remove_->setAccessibleName(tr("Remove %1").arg(label->fullText()));
-  remove_->setToolTip(remove_->accessibleName().toHtmlEscaped());
+  remove_ = new GlyphButton(QStringLiteral("xmark.circle.fill"), tr("Remove %1").arg(label->fullText()), this);
   connect(remove_, &QAbstractButton::clicked, this, &Chip::removeRequested);
   row->addWidget(remove_);
 }

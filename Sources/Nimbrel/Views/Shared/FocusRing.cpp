@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QToolButton>
 
@@ -22,12 +23,14 @@ constexpr int ringMargin = static_cast<int>(Measures::focusRingGap + Measures::f
 constexpr int haloMargin = 2;
 
 bool takesHalo(const QWidget& widget) {
+  if (const auto* text = qobject_cast<const QPlainTextEdit*>(&widget)) return !text->isReadOnly();
   const auto* field = qobject_cast<const QLineEdit*>(&widget);
   return field != nullptr && field->hasFrame() && qobject_cast<const QComboBox*>(field->parentWidget()) == nullptr;
 }
 
 bool takesRing(const QWidget& widget) {
-  return qobject_cast<const QAbstractButton*>(&widget) != nullptr || qobject_cast<const QComboBox*>(&widget) != nullptr;
+  return qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
+         qobject_cast<const QComboBox*>(&widget) != nullptr || qobject_cast<const QPlainTextEdit*>(&widget) != nullptr;
 }
 
 bool isByKeyboard(Qt::FocusReason reason) {

@@ -1,74 +1,8 @@
 #include "Views/Shared/GroupedForm.h"
 
-#include "Views/Shared/ElidedLabel.h"
-#include "Views/Shared/Hairline.h"
 #include "Views/Shared/Measures.h"
-#include "Views/Shared/Painting.h"
-#include "Views/Shared/TextStyles.h"
-
-#include <QHBoxLayout>
 
 namespace Nimbrel {
-
-namespace {
-
-constexpr int rowPaddingAlong = 5;
-constexpr int rowSpacing = 10;
-constexpr int titleInset = 2;
-constexpr int titleGap = 5;
-
-QWidget* labelColumn(const QString& label, const QString& explanation) {
-  auto* column = new QWidget;
-  auto* lines = new QVBoxLayout(column);
-  lines->setContentsMargins(0, 0, 0, 0);
-  lines->setSpacing(Measures::step2);
-  auto* first = new QLabel(label);
-  setTextLook(*first, TextStyle::Body);
-  lines->addWidget(first);
-  if (!explanation.isEmpty()) {
-    auto* second = new QLabel(explanation);
-    setTextLook(*second, TextStyle::Caption, Token::Secondary);
-    second->setWordWrap(true);
-    lines->addWidget(second);
-  }
-  return column;
-}
-
-}  // namespace
-
-class GroupedForm::Box final : public QWidget {
- public:
-  Box() : rows_(new QVBoxLayout(this)) {
-    rows_->setContentsMargins(1, 1, 1, 1);
-    rows_->setSpacing(0);
-  }
-
-  void add(QWidget* row) {
-    if (rows_->count() > 0) rows_->addWidget(new Hairline(Qt::Horizontal, Measures::rowPadding));
-    rows_->addWidget(row);
-  }
-
-  QHBoxLayout* addRow() {
-    auto* row = new QWidget;
-    auto* line = new QHBoxLayout(row);
-    line->setContentsMargins(Measures::rowPadding, rowPaddingAlong, Measures::rowPadding, rowPaddingAlong);
-    line->setSpacing(rowSpacing);
-    // Not a minimum of the row itself, which would hide that of two lines of text.
-    line->addStrut(scaled(Measures::formRowHeight) - 2 * rowPaddingAlong);
-    add(row);
-    return line;
-  }
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    Painting::fillOutlined(painter, rect(), Measures::groupRadius, themeColor(Token::Group),
-                           themeColor(Token::Separator));
-  }
-
- private:
-  QVBoxLayout* rows_;
-};
 
 GroupedForm::GroupedForm(QWidget* parent) : QWidget(parent), column_(new QVBoxLayout(this)) {
   column_->setContentsMargins(Measures::formMargin, Measures::rowPadding, Measures::formMargin, 0);
@@ -76,45 +10,28 @@ GroupedForm::GroupedForm(QWidget* parent) : QWidget(parent), column_(new QVBoxLa
   column_->addStretch();
 }
 
-void GroupedForm::addSection(const QString& title) {
-  const auto add = [this](QWidget* widget) { column_->insertWidget(column_->count() - 1, widget); };
-  if (!title.isEmpty()) {
-    auto* label = new QLabel(title);
-    setTextLook(*label, TextStyle::CaptionTitle, Token::Secondary);
-    label->setContentsMargins(titleInset, 0, titleInset, titleGap);
-    add(label);
-  }
-  box_ = new Box;
-  box_->setAccessibleName(title);
-  add(box_);
-  column_->insertSpacing(column_->count() - 1, Measures::sectionGap);
+void GroupedForm::addSection(const QString& title) { add(new FormSection(title)); }
+
+void GroupedForm::add(FormSection* section) {
+  section_ = section;
+  column_->insertWidget(column_->count() - 1, section);
 }
 
-void GroupedForm::addValueRow(const QString& label, const QString& value) {
-  auto* shown = new ElidedLabel(TextStyle::Body, Token::Secondary);
-  shown->setFullText(value);
-  shown->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  addRow(label, shown, Fit::Fill);
-}
+void GroupedForm::addValueRow(const QString& label, const QString& value) { section().addValueRow(label, value); }
 
 void GroupedForm::addRow(const QString& label, QWidget* control, Fit fit, const QString& explanation) {
-  if (box_ == nullptr) addSection({});
-  if (control->accessibleName().isEmpty()) control->setAccessibleName(label);
-  if (!explanation.isEmpty()) control->setAccessibleDescription(explanation);
-  auto* line = box_->addRow();
-  line->addWidget(labelColumn(label, explanation), fit == Fit::Keep ? 1 : 0);
-  line->addWidget(control, fit == Fit::Fill ? 1 : 0);
+  section().addRow(label, control, fit, explanation);
 }
 
 QCheckBox* GroupedForm::addToggle(const QString& label, const QString& explanation) {
-  auto* toggle = new QCheckBox;
-  addRow(label, toggle, Fit::Keep, explanation);
-  return toggle;
+  return section().addToggle(label, explanation);
 }
 
-void GroupedForm::addWidgetRow(QWidget* widget) {
-  if (box_ == nullptr) addSection({});
-  box_->addRow()->addWidget(widget);
+void GroupedForm::addWidgetRow(QWidget* widget) { section().addWidgetRow(widget); }
+
+FormSection& GroupedForm::section() {
+  if (section_ == nullptr) add(new FormSection);
+  return *section_;
 }
 
 }  // namespace Nimbrel

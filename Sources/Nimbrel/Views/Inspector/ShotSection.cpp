@@ -1,0 +1,25 @@
+#include "Views/Inspector/ShotSection.h"
+
+#include "Views/Shared/Measures.h"
+#include "Views/Shared/TextStyles.h"
+
+namespace Nimbrel {
+
+namespace {
+
+constexpr int rowLinkHeight = 22;
+
+}  // namespace
+
+LinkButton* rowLink(const QString& text, const QString& objectName) {
+  auto* link = new LinkButton(text);
+  link->setObjectName(objectName);
+  link->setFixedHeight(scaled(rowLinkHeight));
+  return link;
+}
+
+void setFieldText(QLineEdit& field, const QString& text) {
+  if (field.text() != text) field.setText(text);
+}
+
+}  // namespace Nimbrel

@@ -1,0 +1,130 @@
+#include "Views/Shared/FormSection.h"
+
+#include "Views/Shared/Hairline.h"
+#include "Views/Shared/Measures.h"
+#include "Views/Shared/Painting.h"
+#include "Views/Shared/TextStyles.h"
+
+namespace Nimbrel {
+
+namespace {
+
+constexpr int rowPaddingAlong = 5;
+constexpr int rowSpacing = 10;
+constexpr int titleInset = 2;
+constexpr int titleGap = 5;
+
+QWidget* labelColumn(const QString& label, const QString& explanation) {
+  auto* column = new QWidget;
+  auto* lines = new QVBoxLayout(column);
+  lines->setContentsMargins(0, 0, 0, 0);
+  lines->setSpacing(Measures::step2);
+  auto* first = new QLabel(label);
+  setTextLook(*first, TextStyle::Body);
+  lines->addWidget(first);
+  if (!explanation.isEmpty()) {
+    auto* second = new QLabel(explanation);
+    setTextLook(*second, TextStyle::Caption, Token::Secondary);
+    second->setWordWrap(true);
+    lines->addWidget(second);
+  }
+  return column;
+}
+
+}  // namespace
+
+class FormSection::Box final : public QWidget {
+ public:
+  Box() : rows_(new QVBoxLayout(this)) {
+    rows_->setContentsMargins(1, 1, 1, 1);
+    rows_->setSpacing(0);
+  }
+
+  void add(QWidget* row) {
+    if (rows_->count() > 0) rows_->addWidget(new Hairline(Qt::Horizontal, Measures::rowPadding));
+    rows_->addWidget(row);
+  }
+
+  QHBoxLayout* addRow() {
+    auto* row = new QWidget;
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(Measures::rowPadding, rowPaddingAlong, Measures::rowPadding, rowPaddingAlong);
+    line->setSpacing(rowSpacing);
+    // Not a minimum of the row itself, which would hide that of two lines of text.
+    line->addStrut(scaled(Measures::formRowHeight) - 2 * rowPaddingAlong);
+    add(row);
+    return line;
+  }
+
+  void clear() {
+    while (const auto* item = rows_->takeAt(0)) {
+      if (auto* row = item->widget()) {
+        row->hide();
+        row->setParent(nullptr);
+        row->deleteLater();
+      }
+      delete item;
+    }
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    Painting::fillOutlined(painter, rect(), Measures::groupRadius, themeColor(Token::Group),
+                           themeColor(Token::Separator));
+  }
+
+ private:
+  QVBoxLayout* rows_;
+};
+
+FormSection::FormSection(const QString& title, QWidget* parent)
+    : QWidget(parent), column_(new QVBoxLayout(this)), box_(new Box) {
+  column_->setContentsMargins(0, 0, 0, Measures::sectionGap);
+  column_->setSpacing(0);
+  if (!title.isEmpty()) {
+    auto* label = new QLabel(title);
+    setTextLook(*label, TextStyle::CaptionTitle, Token::Secondary);
+    heading_ = new QHBoxLayout;
+    heading_->setContentsMargins(titleInset, 0, titleInset, titleGap);
+    heading_->setSpacing(Measures::step8);
+    heading_->addWidget(label, 1);
+    column_->addLayout(heading_);
+  }
+  box_->setAccessibleName(title);
+  column_->addWidget(box_);
+}
+
+void FormSection::setAccessory(QWidget* widget) {
+  if (heading_ != nullptr) heading_->addWidget(widget);
+}
+
+void FormSection::addRow(const QString& label, QWidget* control, Fit fit, const QString& explanation) {
+  if (control->accessibleName().isEmpty()) control->setAccessibleName(label);
+  if (!explanation.isEmpty()) control->setAccessibleDescription(explanation);
+  auto* line = box_->addRow();
+  line->addWidget(labelColumn(label, explanation), fit == Fit::Keep ? 1 : 0);
+  line->addWidget(control, fit == Fit::Fill ? 1 : 0);
+}
+
+ElidedLabel* FormSection::addValueRow(const QString& label, const QString& value) {
+  auto* shown = new ElidedLabel(TextStyle::Body, Token::Secondary);
+  shown->setFullText(value);
+  shown->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  addRow(label, shown, Fit::Fill);
+  return shown;
+}
+
+QCheckBox* FormSection::addToggle(const QString& label, const QString& explanation) {
+  auto* toggle = new QCheckBox;
+  addRow(label, toggle, Fit::Keep, explanation);
+  return toggle;
+}
+
+void FormSection::addWidgetRow(QWidget* widget) { box_->addRow()->addWidget(widget); }
+
+void FormSection::addBareRow(QWidget* widget) { box_->add(widget); }
+
+void FormSection::clear() { box_->clear(); }
+
+}  // namespace Nimbrel
