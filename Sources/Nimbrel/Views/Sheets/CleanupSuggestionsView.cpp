@@ -38,13 +38,13 @@ CleanupSuggestionsView::CleanupSuggestionsView(Store& store, QWidget* parent)
   cleanUp_->setObjectName(QStringLiteral("cleanup.confirm"));
   connect(cleanUp_, &QPushButton::clicked, this, &CleanupSuggestionsView::cleanUp);
   connect(table_, &ShotTable::selectedShotsChanged, this, &CleanupSuggestionsView::showSelection);
-  connect(&store_, &Store::shotsChanged, this, &CleanupSuggestionsView::update);
-  update();
+  connect(&store_, &Store::shotsChanged, this, &CleanupSuggestionsView::refresh);
+  refresh();
   table_->selectAll();
   showSelection();
 }
 
-void CleanupSuggestionsView::update() {
+void CleanupSuggestionsView::refresh() {
   std::vector<ShotTableRow> rows;
   for (const auto& candidate : cleanupCandidates(store_.shots(), store_.now())) {
     rows.push_back({.shot = candidate.shot, .suggestion = shownText(candidate.reason)});

@@ -19,7 +19,7 @@ class CleanupSuggestionsView final : public ShotSheet {
   CleanupSuggestionsView(Store& store, QWidget* parent);
 
  private:
-  void update();
+  void refresh();
   void showSelection();
   void cleanUp();
 

@@ -32,8 +32,8 @@ PurgeView::PurgeView(Store& store, QWidget* parent)
   addNote(tr("Favorites are always kept. Files go to the Trash, so you can put them back."));
   addPlace(table_, placeholder_, tableHeight);
   addButtons();
-  connect(&store_, &Store::shotsChanged, this, &PurgeView::update);
-  update();
+  connect(&store_, &Store::shotsChanged, this, &PurgeView::refresh);
+  refresh();
 }
 
 void PurgeView::addControls() {
@@ -48,8 +48,8 @@ void PurgeView::addControls() {
   inboxOnly_ = form->addToggle(tr("Only unfiled shots in the Inbox"));
   inboxOnly_->setObjectName(QStringLiteral("purge.inboxOnly"));
   addForm(form);
-  connect(days_, &QComboBox::currentIndexChanged, this, &PurgeView::update);
-  connect(inboxOnly_, &QCheckBox::toggled, this, &PurgeView::update);
+  connect(days_, &QComboBox::currentIndexChanged, this, &PurgeView::refresh);
+  connect(inboxOnly_, &QCheckBox::toggled, this, &PurgeView::refresh);
 }
 
 void PurgeView::addButtons() {
@@ -61,7 +61,7 @@ void PurgeView::addButtons() {
 
 int PurgeView::days() const { return days_->currentData().toInt(); }
 
-void PurgeView::update() {
+void PurgeView::refresh() {
   const auto scope = inboxOnly_->isChecked() ? PurgeScope::Inbox : PurgeScope::All;
   const auto matches = purgeMatches(store_.shots(), days(), scope, store_.now());
   std::vector<ShotTableRow> rows;

@@ -22,7 +22,7 @@ class PurgeView final : public ShotSheet {
  private:
   void addControls();
   void addButtons();
-  void update();
+  void refresh();
   [[nodiscard]] int days() const;
   void purge();
 

@@ -46,9 +46,9 @@ ShrinkView::ShrinkView(Store& store, QWidget* parent)
                            tr("Everything is already HEIC.")),
            tableHeight);
   addButtons();
-  connect(&store_, &Store::shotsChanged, this, &ShrinkView::update);
+  connect(&store_, &Store::shotsChanged, this, &ShrinkView::refresh);
   connect(&store_, &Store::shrinkProgressChanged, this, &ShrinkView::showProgress);
-  update();
+  refresh();
 }
 
 void ShrinkView::addControls() {
@@ -74,7 +74,7 @@ void ShrinkView::addControls() {
   qualityText_->setText(QString::number(store_.settings().heicQuality(), 'f', 2));
   form_->addRow(tr("Quality"), row);
   addForm(form_);
-  connect(filedOnly_, &QCheckBox::toggled, this, &ShrinkView::update);
+  connect(filedOnly_, &QCheckBox::toggled, this, &ShrinkView::refresh);
   connect(quality_, &QSlider::valueChanged, this, &ShrinkView::setQuality);
 }
 
@@ -89,7 +89,7 @@ void ShrinkView::addButtons() {
   connect(shrink_, &QPushButton::clicked, this, &ShrinkView::shrink);
 }
 
-void ShrinkView::update() {
+void ShrinkView::refresh() {
   // What is being shrunk stays listed until the end.
   if (isShrinking_) return;
   const auto scope = filedOnly_->isChecked() ? ShrinkScope::Filed : ShrinkScope::All;

@@ -26,7 +26,7 @@ class ShrinkView final : public ShotSheet {
  private:
   void addControls();
   void addButtons();
-  void update();
+  void refresh();
   void setQuality();
   void shrink();
   void showProgress();
