@@ -24,6 +24,7 @@ DuplicateButton::DuplicateButton(QWidget* parent) : QAbstractButton(parent) {
 }
 
 void DuplicateButton::setShot(const ShotPtr& shot, const QString& name) {
+  if (!shot_ || shot_->path != shot->path) thumb_ = {};
   shot_ = shot;
   name_ = name;
   tellName();

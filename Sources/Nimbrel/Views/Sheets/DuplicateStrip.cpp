@@ -139,7 +139,7 @@ void DuplicateStrip::show(DuplicateButton& button) {
   button.setShot(shot, shownName(store_, *shot));
   button.setKeeper(shot == keeper_);
   button.setLocked(store_.isProtected(*shot));
-  button.setThumb(thumbs_.image(shot->path));
+  if (!button.hasThumb()) button.setThumb(thumbs_.image(shot->path));
 }
 
 bool DuplicateStrip::eventFilter(QObject* object, QEvent* event) {
