@@ -251,6 +251,16 @@ class Store : public QObject {
   void open(const Shot& shot);
   /// Shows the file in the file manager.
   void reveal(const Shot& shot);
+  /// The applications that open the file, the user's own first; their names and icons are for a menu.
+  [[nodiscard]] std::vector<Workspace::Taker> openers(const Shot& shot) const;
+  void openWith(const Shot& shot, const std::string& opener);
+  /// Begins an e-mail with the file.
+  void mail(const Shot& shot);
+  /// What the desktop has to send files elsewhere.
+  [[nodiscard]] std::vector<Workspace::Taker> senders() const;
+  void send(const Shot& shot, const std::string& sender);
+  /// Puts the file on the pasteboard, for file managers.
+  void copyFile(const Shot& shot);
   /// Puts the picture on the pasteboard. Where the file cannot be read nothing happens. Blocks while it is decoded.
   void copyImage(const Shot& shot);
   /// Puts the recognised text on the pasteboard, which is emptied even if there is none.

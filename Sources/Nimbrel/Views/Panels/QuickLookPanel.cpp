@@ -44,6 +44,7 @@ QuickLookPanel::QuickLookPanel(Decoder decoder, QWidget* parent)
   setObjectName(QStringLiteral("quickLook"));
   setWindowTitle(tr("Quick Look"));
   setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_QuitOnClose, false);
   resize(defaultSize);
   setUp();
 }
