@@ -2,6 +2,7 @@
 
 #include "Foundation/FilePath.h"
 #include "Foundation/Log.h"
+#include "Linux/Desktop/AppInfo.h"
 #include "Linux/Desktop/FileMail.h"
 #include "Linux/Desktop/FileSenders.h"
 #include "Linux/Desktop/FileUri.h"
@@ -47,15 +48,6 @@ void show(const std::string& path) {
   const auto uri = fileUri(path);
   if (uri.empty() || isShownByFileManager(uri)) return;
   launch(fileUri(std::string(FilePath::folder(path))));
-}
-
-std::string textOf(const char* text) { return text == nullptr ? std::string() : std::string(text); }
-
-std::string iconOf(GAppInfo* application) {
-  const GLibText name(g_app_info_get_icon(application) == nullptr ? nullptr
-                                                                  : g_icon_to_string(g_app_info_get_icon(application)));
-  // Several names, or none that a theme could look up, are told in a form of the library's own.
-  return name && name.get()[0] != '.' ? std::string(name.get()) : std::string();
 }
 
 std::string kindOf(const std::string& path) {

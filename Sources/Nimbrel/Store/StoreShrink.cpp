@@ -54,9 +54,10 @@ void Store::continueShrinking() {
   publish(shrinkProgress_, std::optional(shrinkRun_->progress()), Fact::shrinkProgress);
   shrinkRun_->whenReady(this, [this, awaited = std::weak_ptr(shrinkRun_)] {
     // A run that was cancelled meanwhile has ended.
-    if (const auto run = awaited.lock(); !run || run != shrinkRun_) return;
-    shrinkRun_->takeNext();
-    continueShrinking();
+    const auto run = awaited.lock();
+    if (!run || run != shrinkRun_) return;
+    run->takeNext();
+    if (run == shrinkRun_) continueShrinking();
   });
 }
 

@@ -23,7 +23,8 @@ constexpr double shakeReach = 8;
 /// Takes the text out of the field and leaves as little of it behind as can be reached.
 std::string takenFrom(QLineEdit& field) {
   auto text = field.text();
-  field.clear();
+  // Other than clear(), this forgets what could be undone.
+  field.setText({});
   auto bytes = text.toUtf8();
   std::string secret;
   secret.reserve(secretRoom);
@@ -97,7 +98,7 @@ void AuthenticationSheet::ask(const QString& question, CredentialPrompt::Echo ec
   field_->setInputMethodHints(isHidden ? Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText |
                                              Qt::ImhNoAutoUppercase
                                        : Qt::ImhSensitiveData | Qt::ImhNoPredictiveText);
-  field_->clear();
+  field_->setText({});
   answer_ = std::move(answer);
   setBusy(false);
   field_->setFocus(Qt::OtherFocusReason);
@@ -124,7 +125,7 @@ void AuthenticationSheet::setBusy(bool isBusy) {
 
 void AuthenticationSheet::hideEvent(QHideEvent* event) {
   shaking_.stop();
-  field_->clear();
+  field_->setText({});
   SheetDialog::hideEvent(event);
 }
 

@@ -13,6 +13,7 @@ constexpr int sheetWidth = 620;
 constexpr int tableHeight = 262;
 constexpr int takenWidth = 202;
 constexpr int sizeWidth = 90;
+constexpr int pickerWidth = 130;
 constexpr int defaultDays = 90;
 
 }  // namespace
@@ -43,6 +44,7 @@ void PurgeView::addControls() {
   days_->addItem(tr("6 months"), 180);
   days_->addItem(tr("1 year"), 365);
   days_->setCurrentIndex(days_->findData(defaultDays));
+  days_->setMinimumWidth(scaled(pickerWidth));
   auto* form = new GroupedForm;
   form->addRow(tr("Older than"), days_);
   inboxOnly_ = form->addToggle(tr("Only unfiled shots in the Inbox"));
