@@ -86,9 +86,8 @@ class DesktopWorkspaceTest : public ::testing::Test {
     std::filesystem::create_symlink("/bin/mv", folder_.path("programs/mv"));
     for (const auto& name : scripts) {
       const auto script = folder_.write("programs/" + name, "#!/bin/sh\nprintf '%s ' \"$0\" \"$@\" > '" +
-                                                                desktop_->note() + ".part' && mv '" +
-                                                                desktop_->note() + ".part' '" + desktop_->note() +
-                                                                "'\n");
+                                                                desktop_->note() + ".part' && mv '" + desktop_->note() +
+                                                                ".part' '" + desktop_->note() + "'\n");
       std::filesystem::permissions(script, std::filesystem::perms::owner_all);
     }
     return folder_.path("programs");

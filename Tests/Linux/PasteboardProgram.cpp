@@ -1,6 +1,6 @@
 // A program with a clipboard, as the tests of it need one in a process of its own: copies what its arguments tell,
-// "picture FILE", "text TEXT" or "file PATH", says "copied", and ends through its pasteboard once its input has. "watch" copies
-// nothing.
+// "picture FILE", "text TEXT" or "file PATH", says "copied", and ends through its pasteboard once its input has.
+// "watch" copies nothing.
 
 #include "Linux/Factory.h"
 

@@ -52,8 +52,8 @@ void show(const std::string& path) {
 
 std::string kindOf(const std::string& path) {
   const GLibObject<GFile> file(g_file_new_for_path(path.c_str()));
-  const GLibObject<GFileInfo> info(g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_CONTENT_TYPE,
-                                                     G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
+  const GLibObject<GFileInfo> info(
+      g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_CONTENT_TYPE, G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
   return info ? textOf(g_file_info_get_content_type(info.get())) : std::string();
 }
 
@@ -63,9 +63,11 @@ std::vector<Workspace::Taker> openersOfKind(const std::string& kind) {
     auto id = textOf(g_app_info_get_id(application));
     const bool isKnown = std::ranges::find(openers, id, &Workspace::Taker::id) != openers.end();
     if (id.empty() || isKnown) return;
-    openers.push_back({.id = std::move(id), .name = textOf(g_app_info_get_name(application)), .icon = iconOf(application)});
+    openers.push_back(
+        {.id = std::move(id), .name = textOf(g_app_info_get_name(application)), .icon = iconOf(application)});
   };
-  if (const GLibObject<GAppInfo> chosen(g_app_info_get_default_for_type(kind.c_str(), FALSE)); chosen) add(chosen.get());
+  if (const GLibObject<GAppInfo> chosen(g_app_info_get_default_for_type(kind.c_str(), FALSE)); chosen)
+    add(chosen.get());
   GList* all = g_app_info_get_all_for_type(kind.c_str());
   for (const GList* link = all; link != nullptr; link = link->next) add(static_cast<GAppInfo*>(link->data));
   g_list_free_full(all, g_object_unref);

@@ -180,8 +180,8 @@ TEST_F(QuickLookPanelTest, TheWheelWithCtrlZoomsAroundThePointer) {
   auto* bar = view()->horizontalScrollBar();
   bar->setValue(1000);
   const QPointF pointer(100, 50);
-  QWheelEvent wheel(pointer, view()->viewport()->mapToGlobal(pointer), {}, {0, 120}, Qt::NoButton,
-                    Qt::ControlModifier, Qt::NoScrollPhase, false);
+  QWheelEvent wheel(pointer, view()->viewport()->mapToGlobal(pointer), {}, {0, 120}, Qt::NoButton, Qt::ControlModifier,
+                    Qt::NoScrollPhase, false);
   QCoreApplication::sendEvent(view()->viewport(), &wheel);
   EXPECT_DOUBLE_EQ(view()->scale(), 1.25);
   EXPECT_EQ(bar->value(), 1275) << "the same point of the picture is under the pointer";

@@ -113,7 +113,8 @@ TEST_F(CleanupSuggestionsViewTest, CtrlASelectsAllRowsAndReturnIsTheDefaultButto
   add({.name = "a.png", .daysAgo = 31, .filed = false});
   add({.name = "b.png", .daysAgo = 32, .filed = false});
   openSheet();
-  QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, table()->visualRect(table()->model()->index(1, 0)).center());
+  QTest::mouseClick(table()->viewport(), Qt::LeftButton, {},
+                    table()->visualRect(table()->model()->index(1, 0)).center());
   EXPECT_EQ(footerOf(*sheet_), "1 selected");
   QTest::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(footerOf(*sheet_), "2 selected");

@@ -57,7 +57,9 @@ ShotPtr SheetFixture::add(const NewShot& given) {
   return shotNamed(*store_, given.name);
 }
 
-void SheetFixture::addFile(const std::string& name, int seed) const { writePicture(home_.desktop(name), 240, 160, seed); }
+void SheetFixture::addFile(const std::string& name, int seed) const {
+  writePicture(home_.desktop(name), 240, 160, seed);
+}
 
 std::string SheetFixture::footerOf(const QWidget& sheet) {
   return in<QLabel>(sheet, "footerText")->text().toStdString();
@@ -89,8 +91,9 @@ void SheetFixture::keepPictures(QWidget& window, const QString& what) {
   const QDir folder(QStringLiteral(NIMBREL_PICTURES));
   folder.mkpath(QStringLiteral("."));
   for (const bool isDark : {false, true}) {
-    Theme::shared().setAppearance(
-        {.scheme = isDark ? Appearance::Scheme::Dark : Appearance::Scheme::Light, .accent = {}, .hasHighContrast = false});
+    Theme::shared().setAppearance({.scheme = isDark ? Appearance::Scheme::Dark : Appearance::Scheme::Light,
+                                   .accent = {},
+                                   .hasHighContrast = false});
     QCoreApplication::sendPostedEvents();
     for (const int scale : {1, 2}) {
       QImage image(window.size() * scale, QImage::Format_ARGB32_Premultiplied);

@@ -19,11 +19,12 @@ SharingMenu::SharingMenu(Store& store, const ShotPtr& shot, QWidget* parent)
     : QMenu(parent), store_(store), shot_(shot) {
   setObjectName(QStringLiteral("sharingMenu"));
   setAccessibleName(tr("Share"));
-  addAction(Symbols::icon(QStringLiteral("square.on.square")), tr("Copy File"), this,
-            [this] { store_.copyFile(*shot_); })
-      ->setObjectName(QStringLiteral("share.copyFile"));
-  addAction(Symbols::icon(QStringLiteral("envelope")), tr("Email…"), this, [this] { store_.mail(*shot_); })
-      ->setObjectName(QStringLiteral("share.mail"));
+  addAction(Symbols::icon(QStringLiteral("square.on.square")), tr("Copy File"), this, [this] {
+    store_.copyFile(*shot_);
+  })->setObjectName(QStringLiteral("share.copyFile"));
+  addAction(Symbols::icon(QStringLiteral("envelope")), tr("Email…"), this, [this] {
+    store_.mail(*shot_);
+  })->setObjectName(QStringLiteral("share.mail"));
   auto* openers = addMenu(Symbols::icon(QStringLiteral("arrow.up.forward.app")), tr("Open With"));
   openers->setObjectName(QStringLiteral("share.openWith"));
   // Asked for when they are looked at, since the file is.

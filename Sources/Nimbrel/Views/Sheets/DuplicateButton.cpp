@@ -63,15 +63,15 @@ void DuplicateButton::paintEvent(QPaintEvent* /*event*/) {
   Painting::fillRounded(painter, box, outlineRadius, themeColor(Token::Quaternary));
   paintThumb(painter, box);
   const auto width = isKeeper_ ? Measures::selectionStroke : Painting::hairlineWidth(Painting::scaleOf(painter));
-  Painting::strokeRounded(painter, box, outlineRadius, width,
-                          themeColor(isKeeper_ ? Token::Accent : Token::Separator));
+  Painting::strokeRounded(painter, box, outlineRadius, width, themeColor(isKeeper_ ? Token::Accent : Token::Separator));
   painter.setFont(textFont(isKeeper_ ? TextStyle::CaptionTitle : TextStyle::Caption));
   painter.setPen(themeColor(isKeeper_ ? Token::Accent : Token::Secondary));
   painter.drawText(rect().adjusted(0, thumbHeight + gap, 0, 0), Qt::AlignHCenter | Qt::AlignTop, text());
 }
 
 void DuplicateButton::paintThumb(QPainter& painter, const QRect& box) const {
-  if (isLocked_) return Symbols::paint(painter, box, QStringLiteral("lock.fill"), lockSize, themeColor(Token::Secondary));
+  if (isLocked_)
+    return Symbols::paint(painter, box, QStringLiteral("lock.fill"), lockSize, themeColor(Token::Secondary));
   if (thumb_.isNull()) {
     return Symbols::paint(painter, box, QStringLiteral("photo"), lockSize, themeColor(Token::Glyph));
   }

@@ -48,10 +48,10 @@ void DuplicatesView::showGroups() {
   const auto doomed = doomedDuplicates(groups_, keepers_);
   list_->setGroups(groups_, keepers_);
   showPlaceholder(groups_.empty());
-  setFooterText(doomed.empty() ? tr("Nothing selected")
-                               : tr("%1 to trash · %2")
-                                     .arg(QString::number(doomed.size()),
-                                          shownText(Formats::byteCount(totalBytes(doomed)))));
+  setFooterText(doomed.empty()
+                    ? tr("Nothing selected")
+                    : tr("%1 to trash · %2")
+                          .arg(QString::number(doomed.size()), shownText(Formats::byteCount(totalBytes(doomed)))));
   trash_->setEnabled(!doomed.empty());
 }
 

@@ -144,7 +144,8 @@ int ShotTable::widthOf(int column) const {
   int text = QFontMetrics(textFont(TextStyle::CaptionTitle))
                  .horizontalAdvance(rows_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
   for (int row = 0; row < std::min(rows_->rowCount(), measuredRows); ++row) {
-    text = std::max(text, metrics.horizontalAdvance(rows_->data(rows_->index(row, column), Qt::DisplayRole).toString()));
+    text =
+        std::max(text, metrics.horizontalAdvance(rows_->data(rows_->index(row, column), Qt::DisplayRole).toString()));
   }
   return std::max(columns_[static_cast<std::size_t>(column)].width, text + 2 * Measures::rowPadding + Measures::step2);
 }

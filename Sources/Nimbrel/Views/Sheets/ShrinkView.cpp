@@ -41,10 +41,10 @@ ShrinkView::ShrinkView(Store& store, QWidget* parent)
       tr("Screenshots are stored as PNG, which is generous with space. HEIC typically reclaims 75–90% of it. Originals "
          "go to the Trash, so nothing is lost until you empty it."));
   addControls();
-  addPlace(table_,
-           new Placeholder(QStringLiteral("checkmark.circle"), tr("Nothing to Shrink"),
-                           tr("Everything is already HEIC.")),
-           tableHeight);
+  addPlace(
+      table_,
+      new Placeholder(QStringLiteral("checkmark.circle"), tr("Nothing to Shrink"), tr("Everything is already HEIC.")),
+      tableHeight);
   addButtons();
   connect(&store_, &Store::shotsChanged, this, &ShrinkView::refresh);
   connect(&store_, &Store::shrinkProgressChanged, this, &ShrinkView::showProgress);
