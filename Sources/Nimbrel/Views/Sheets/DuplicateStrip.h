@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Analysis/Cleanup.h"
 #include "Model/Models.h"
 #include "Views/Gallery/ThumbCache.h"
 #include "Views/Gallery/ThumbLoader.h"
