@@ -67,13 +67,13 @@ void DuplicateStrip::setGroup(const ShotList& group, const ShotPtr& keeper) {
   });
   for (const auto& [index, button] : buttons_) {
     button->setShot(group_[static_cast<std::size_t>(index)], {});
-    show(*button);
+    showState(*button);
   }
   layOut();
 }
 
 void DuplicateStrip::refresh() {
-  for (const auto& [index, button] : buttons_) show(*button);
+  for (const auto& [index, button] : buttons_) showState(*button);
 }
 
 std::vector<ThumbLoader::Place> DuplicateStrip::places() const {
@@ -130,12 +130,12 @@ DuplicateButton* DuplicateStrip::makeButton(int index) {
   connect(button, &QAbstractButton::clicked, this, [this, button] { Q_EMIT chosen(button->shot()); });
   const QRect place(Measures::step16 + index * pitch, ringRoom, DuplicateButton::thumbWidth, buttonHeight());
   button->setGeometry(QStyle::visualRect(layoutDirection(), row_->rect(), place));
-  show(*button);
+  showState(*button);
   button->show();
   return button;
 }
 
-void DuplicateStrip::show(DuplicateButton& button) {
+void DuplicateStrip::showState(DuplicateButton& button) {
   const auto shot = button.shot();
   button.setShot(shot, shownName(store_, *shot));
   button.setKeeper(shot == keeper_);

@@ -49,7 +49,7 @@ class DuplicateStrip final : public QWidget {
   void layOut();
   void removeUnseen(int first, int last);
   DuplicateButton* makeButton(int index);
-  void show(DuplicateButton& button);
+  void showState(DuplicateButton& button);
   void focusShot(int index);
 
   const Store& store_;
