@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QTemporaryDir>
+#include <QThreadPool>
 
 #include <chrono>
 #include <cstdio>
@@ -47,11 +48,12 @@ double cpuSeconds() {
 Usage ours(const Pictures& pictures) {
   const double cpu = cpuSeconds();
   const auto start = std::chrono::steady_clock::now();
-  HeicEncodings encodings(pictures, quality);
+  QThreadPool threads;
+  HeicEncodings encodings(threads, pictures, quality);
   std::size_t kept = 0;
   for (const auto& picture : pictures) {
     const auto file = encodings.next();
-    if (file && std::cmp_greater_equal(file->size(), picture.limit)) std::exit(1);
+    if (file && std::cmp_greater_equal(file->content.size(), picture.limit)) std::exit(1);
     kept += file ? 1 : 0;
   }
   std::printf("%zu of %zu have become smaller\n", kept, pictures.size());

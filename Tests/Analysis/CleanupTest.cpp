@@ -164,5 +164,24 @@ TEST_F(DoomedDuplicates, AChosenShotThatHasLeftTheGroupLeavesItsFirst) {
 
 TEST_F(DoomedDuplicates, WithoutGroupsThereAreNone) { EXPECT_THAT(doomedDuplicates({}, {{1, 3}}), IsEmpty()); }
 
+Shot sized(ShotID id, const std::string& path, std::int64_t bytes, bool filed = true) {
+  auto shot = kept(id);
+  shot.path = path;
+  shot.bytes = bytes;
+  shot.filed = filed;
+  return shot;
+}
+
+TEST(ShrinkCandidates, AreAllThatAreNotHeicTheLargestFirst) {
+  const auto shots = listOf({sized(1, "/a/1.png", 10), sized(2, "/a/2.HEIC", 99), sized(3, "/a/3.jpg", 30, false),
+                             sized(4, "/a/4.png", 30), sized(5, "/a/heic", 5)});
+  EXPECT_THAT(idsOf(shrinkCandidates(shots, ShrinkScope::All)), ElementsAre(3, 4, 1, 5));
+}
+
+TEST(ShrinkCandidates, MayBeThoseInTheLibraryAlone) {
+  const auto shots = listOf({sized(1, "/a/1.png", 10), sized(2, "/a/2.png", 30, false)});
+  EXPECT_THAT(idsOf(shrinkCandidates(shots, ShrinkScope::Filed)), ElementsAre(1));
+}
+
 }  // namespace
 }  // namespace Nimbrel

@@ -34,7 +34,13 @@ class ListedAnswers final : public CredentialPrompt {
     if (onQuestion) onQuestion();
   }
   void show(const std::string& message) override { say(message); }
+  bool wantsAnotherTry() override {
+    if (tries > 0) say("once more");
+    return tries-- > 0;
+  }
   void end() override { say("end"); }
+
+  int tries = 0;  ///< after the first
 
   Answer open;  ///< that of the last question
   std::function<void()> onQuestion;
@@ -51,6 +57,10 @@ class Run {
   int once() {
     ask([] { QCoreApplication::quit(); });
     return QCoreApplication::exec();
+  }
+  int trying(int tries) {
+    prompt_.tries = tries;
+    return once();
   }
   int twice() {
     ask([this] { ask([] { QCoreApplication::quit(); }); });
@@ -114,6 +124,7 @@ int runAuthentication(std::string_view task, std::vector<std::string> answers) {
   if (task == "authenticate-with-zero") answers.front() += std::string("\0rest", 5);
   Run run(std::move(answers));
   if (task == "authenticate-twice") return run.twice();
+  if (task == "authenticate-trying-again") return run.trying(2);
   if (task == "authenticate-without-prompt") return run.withoutPrompt();
   if (task == "authenticate-at-once") return run.atOnce();
   if (task == "authenticate-and-take-back") return run.takeBack();

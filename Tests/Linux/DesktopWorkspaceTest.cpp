@@ -11,6 +11,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDBusUnixFileDescriptor>
 #include <QFile>
@@ -48,7 +49,8 @@ class Desktop {
                                             "[Default Applications]\n"
                                             "image/png=org.example.Viewer.desktop\n"
                                             "inode/directory=org.example.Viewer.desktop\n"
-                                            "x-scheme-handler/https=org.example.Browser.desktop\n"),
+                                            "x-scheme-handler/https=org.example.Browser.desktop\n"
+                                            "x-scheme-handler/mailto=org.example.Browser.desktop\n"),
                                configuration / "mimeapps.list");
   }
   ~Desktop() {
@@ -77,6 +79,18 @@ class DesktopWorkspaceTest : public ::testing::Test {
   [[nodiscard]] static std::string opened() {
     if (!waitUntil([] { return std::filesystem::exists(desktop_->note()); })) return "nothing";
     return Testing::contentOf(desktop_->note());
+  }
+  /// A folder in which programs are found: our own script among them, if named so, and what that needs.
+  [[nodiscard]] std::string searchPath(const std::vector<std::string>& scripts) const {
+    folder_.makeFolder("programs");
+    std::filesystem::create_symlink("/bin/mv", folder_.path("programs/mv"));
+    for (const auto& name : scripts) {
+      const auto script = folder_.write("programs/" + name, "#!/bin/sh\nprintf '%s ' \"$0\" \"$@\" > '" +
+                                                                desktop_->note() + ".part' && mv '" + desktop_->note() +
+                                                                ".part' '" + desktop_->note() + "'\n");
+      std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+    }
+    return folder_.path("programs");
   }
   [[nodiscard]] std::string addPicture(const std::string& name) const {
     Testing::writePicture(folder_.path("picture.png"));
@@ -121,6 +135,77 @@ TEST_F(DesktopWorkspaceTest, WhatNothingOpensIsAMatterForTheLog) {
   EXPECT_THAT(log.lines(), Each(HasSubstr("Nothing opens what was to be opened: ")));
   EXPECT_EQ(log.lines().size(), 2U);
   EXPECT_FALSE(std::filesystem::exists(desktop_->note()));
+}
+
+TEST_F(DesktopWorkspaceTest, TheApplicationThatTheUserHasChosenIsTheFirstThatOpensAFile) {
+  const auto openers = workspace_->openersOf(addPicture("Screenshot 1.png"));
+  ASSERT_FALSE(openers.empty());
+  EXPECT_EQ(openers.front(), (Workspace::Taker{.id = "org.example.Viewer.desktop", .name = "Viewer", .icon = {}}));
+  EXPECT_THAT(openers, ::testing::Contains(openers.front()).Times(1));
+  EXPECT_TRUE(workspace_->openersOf(folder_.path("gone.png")).empty());
+}
+
+TEST_F(DesktopWorkspaceTest, AFileIsOpenedWithAnotherApplication) {
+  const auto path = addPicture("Screenshot 1.png");
+  workspace_->openFileWith(path, "org.example.Browser.desktop");
+  EXPECT_THAT(opened(), HasSubstr("Screenshot%201.png"));
+}
+
+TEST_F(DesktopWorkspaceTest, AnApplicationThatIsGoneIsAMatterForTheLog) {
+  const Testing::LogRecorder log;
+  workspace_->openFileWith(addPicture("Screenshot 1.png"), "org.example.Gone.desktop");
+  workspace_.reset();
+  EXPECT_THAT(log.lines(), ::testing::ElementsAre("There is no application org.example.Gone.desktop any more"));
+}
+
+TEST_F(DesktopWorkspaceTest, AnEMailIsBegunThroughThePortal) {
+  const SessionBus bus;
+  Testing::PortalDouble portal;
+  portal.offer(QStringLiteral("Email"), {{QStringLiteral("version"), 4U}});
+  std::string attached;
+  portal.behave(QStringLiteral("ComposeEmail"), [&](const QDBusMessage& call) {
+    const auto options = qdbus_cast<QVariantMap>(call.arguments().at(1));
+    const auto files = qdbus_cast<QList<QDBusUnixFileDescriptor>>(options.value(QStringLiteral("attachment_fds")));
+    ASSERT_EQ(files.size(), 1);
+    attached =
+        std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(files.constFirst().fileDescriptor())).string();
+    portal.reply(call, QVariant::fromValue(QDBusObjectPath("/org/freedesktop/portal/desktop/request/1")));
+  });
+  const auto path = addPicture("Screenshot 1.png");
+  workspace_->composeMail(path);
+  EXPECT_TRUE(waitUntil([&] { return !attached.empty(); }));
+  EXPECT_EQ(attached, path);
+}
+
+TEST_F(DesktopWorkspaceTest, WithoutAPortalTheDesktopsScriptBeginsTheEMail) {
+  const EnvironmentVariable programs("PATH", searchPath({"xdg-email"}));
+  const auto path = addPicture("Screenshot 1.png");
+  workspace_->composeMail(path);
+  EXPECT_THAT(opened(), ::testing::EndsWith("/xdg-email --attach " + path + " "));
+}
+
+TEST_F(DesktopWorkspaceTest, WithoutTheScriptTheAddressNamesTheFile) {
+  const EnvironmentVariable programs("PATH", searchPath({}));
+  const auto path = addPicture("Screenshot 1.png");
+  workspace_->composeMail(path);
+  const auto address = opened();
+  EXPECT_THAT(address, ::testing::StartsWith("mailto:?attach=file"));
+  EXPECT_THAT(address, ::testing::EndsWith("Screenshot%25201.png"));
+}
+
+TEST_F(DesktopWorkspaceTest, WhatSendsFilesIsFoundInTheSearchPath) {
+  const EnvironmentVariable programs("PATH", searchPath({"blueman-sendto", "kdeconnect-handler"}));
+  std::vector<std::string> ids;
+  for (const auto& sender : workspace_->senders()) ids.push_back(sender.id);
+  EXPECT_THAT(ids, ::testing::ElementsAre("blueman-sendto", "kdeconnect-handler"));
+  const auto path = addPicture("Screenshot 1.png");
+  workspace_->sendFile(path, "blueman-sendto");
+  EXPECT_THAT(opened(), ::testing::EndsWith("/blueman-sendto -- " + path + " "));
+}
+
+TEST_F(DesktopWorkspaceTest, TwoThatSendTheSameWayAreOne) {
+  const EnvironmentVariable programs("PATH", searchPath({"bluetooth-sendto", "blueman-sendto"}));
+  EXPECT_EQ(workspace_->senders().size(), 1U);
 }
 
 TEST_F(DesktopWorkspaceTest, TheFileManagerShowsAFile) {

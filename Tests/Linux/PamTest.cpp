@@ -58,6 +58,22 @@ TEST_F(PamTest, AfterARefusalItCanBeAskedAgain) {
             once + "refused\n" + once + "granted\n");
 }
 
+TEST_F(PamTest, WhoWantsAnotherTryIsAskedAnewUntilItIsGranted) {
+  EXPECT_EQ(outcomeOf({QStringLiteral("guess"), QStringLiteral("worse"), QStringLiteral("secret")},
+                      "authenticate-trying-again"),
+            std::string(asked) + "once more\n" + asked + "once more\n" + asked + "end\ngranted\n");
+}
+
+TEST_F(PamTest, ACancelledQuestionEndsTheTrying) {
+  EXPECT_EQ(outcomeOf({QStringLiteral("guess"), QStringLiteral("-")}, "authenticate-trying-again"),
+            std::string(asked) + "once more\n" + asked + "end\nrefused\n");
+}
+
+TEST_F(PamTest, WhereNothingIsAskedNothingIsTriedAgain) {
+  services_.setModules("auth required pam_deny.so\naccount required MATRIX\n");
+  EXPECT_EQ(outcomeOf({}, "authenticate-trying-again"), "Reveal it\nend\nrefused\n");
+}
+
 TEST_F(PamTest, MessagesAreShownAndOpenQuestionsAskedOpenly) {
   services_.setModules(
       "auth optional pam_echo.so Put your finger on the reader\nauth optional CHATTY error\n"

@@ -1,6 +1,6 @@
 // A program with a clipboard, as the tests of it need one in a process of its own: copies what its arguments tell,
-// "picture FILE" or "text TEXT", says "copied", and ends through its pasteboard once its input has. "watch" copies
-// nothing.
+// "picture FILE", "text TEXT" or "file PATH", says "copied", and ends through its pasteboard once its input has.
+// "watch" copies nothing.
 
 #include "Linux/Factory.h"
 
@@ -18,6 +18,7 @@ namespace {
 void copy(Nimbrel::Pasteboard& pasteboard, std::string_view kind, const char* argument) {
   if (kind == "picture") pasteboard.writePicture(QImage(QString::fromLocal8Bit(argument)));
   if (kind == "text") pasteboard.writeText(argument);
+  if (kind == "file") pasteboard.writeFile(argument);
 }
 
 void say(const char* line) {

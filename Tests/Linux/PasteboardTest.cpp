@@ -143,6 +143,13 @@ TEST_F(PasteboardTest, ATextIsOfferedPlainAndNothingElse) {
                                    "TARGETS", "MULTIPLE", "TIMESTAMP", "SAVE_TARGETS")));
 }
 
+TEST_F(PasteboardTest, AFileIsOfferedAsFileManagersPasteIt) {
+  const auto program = copied({QStringLiteral("file"), QStringLiteral("/shots/Screenshot 1.png")});
+  EXPECT_EQ(pasted(QStringLiteral("text/uri-list")).bytes.trimmed().toStdString(), "file:///shots/Screenshot%201.png");
+  EXPECT_EQ(pasted(QStringLiteral("x-special/gnome-copied-files")).bytes.toStdString(),
+            "copy\nfile:///shots/Screenshot%201.png");
+}
+
 TEST_F(PasteboardTest, AnEmptyTextLeavesNothing) {
   const OtherProgram other("before");
   const auto program = copiedText(QString());

@@ -53,6 +53,27 @@ class ActionsTest : public ::testing::Test {
   Shot shot_;
 };
 
+TEST_F(ActionsTest, CopyingTheFileOffersItAndNothingElse) {
+  store_->copyFile(shot_);
+  EXPECT_EQ(pasteboard_->file, shot_.path);
+  EXPECT_FALSE(pasteboard_->text);
+  EXPECT_EQ(store_->status(), "Copied file");
+}
+
+TEST_F(ActionsTest, TheFileIsHandedToWhomeverTheUserNames) {
+  workspace_->openers = {{.id = "viewer", .name = "Viewer", .icon = {}}};
+  workspace_->sendersThere = {{.id = "sender", .name = "Sender", .icon = {}}};
+  EXPECT_EQ(store_->openers(shot_), workspace_->openers);
+  EXPECT_EQ(store_->senders(), workspace_->sendersThere);
+  store_->openWith(shot_, "viewer");
+  store_->send(shot_, "sender");
+  store_->mail(shot_);
+  EXPECT_THAT(workspace_->taken,
+              ElementsAre(::testing::Pair("viewer", shot_.path), ::testing::Pair("sender", shot_.path)));
+  EXPECT_THAT(workspace_->mailed, ElementsAre(shot_.path));
+  EXPECT_EQ(store_->status(), "");
+}
+
 TEST_F(ActionsTest, OpeningAsksForTheFile) {
   store_->open(shot_);
   EXPECT_THAT(workspace_->files, ElementsAre(shot_.path));

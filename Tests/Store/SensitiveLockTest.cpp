@@ -264,5 +264,13 @@ TEST_F(SensitiveLock, AShotThatTookTheIdDuringTheAuthenticationIsNotUnlocked) {
   EXPECT_THAT(store_->unlockedSensitiveIDs(), IsEmpty());
 }
 
+TEST_F(SensitiveLock, WhateverShowsShotsIsToldToClose) {
+  const QSignalSpy told(store_.get(), &Store::sensitiveLocked);
+  store_->setApplicationActive(false);
+  EXPECT_EQ(told.count(), 1);
+  store_->settings().protectSensitive.set(false);
+  EXPECT_EQ(told.count(), 2);
+}
+
 }  // namespace
 }  // namespace Nimbrel

@@ -3,11 +3,14 @@
 #include "Support/SmallDisk.h"
 #include "Support/StoreHome.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/Waiting.h"
 
 #include "Foundation/Formats.h"
 #include "Platform/ImageFile.h"
 
 #include <gmock/gmock.h>
+#include <QSignalSpy>
+
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -235,6 +238,119 @@ TEST_F(Shrinking, ManyShotsKeepTheirOrder) {
   }
   store_->recompress(shots);
   EXPECT_THAT(trash_->asked, ElementsAre(paths));
+}
+
+TEST_F(Shrinking, TheOldPathIsToldForWhoeverKeepsItsPicture) {
+  const auto shot = addShrinkable("Screenshot 1.png");
+  const auto plain = addPlain("Screenshot 2.png");
+  std::vector<std::string> replaced;
+  QObject::connect(store_.get(), &Store::fileReplaced, store_.get(),
+                   [&](const std::string& path) { replaced.push_back(path); });
+  store_->recompress({shot, plain});
+  EXPECT_THAT(replaced, ElementsAre(shot->path));
+}
+
+class ShrinkingInBackground : public Shrinking {
+ protected:
+  ShotList addMany(int count) {
+    ShotList shots;
+    for (int i = 0; i < count; ++i) shots.push_back(addShrinkable("Screenshot " + std::to_string(i) + ".png", i));
+    return shots;
+  }
+  [[nodiscard]] bool hasEnded() const { return !store_->shrinkProgress(); }
+};
+
+TEST_F(ShrinkingInBackground, ComesBackBeforeAnythingIsReplacedAndEndsAsTheOtherDoes) {
+  const auto shots = addMany(5);
+  store_->recompressInBackground(shots);
+  EXPECT_EQ(store_->shrinkProgress(), (ShrinkProgress{.done = 0, .total = 5}));
+  EXPECT_FALSE(fs::exists(home_.desktop("Screenshot 0.heic")));
+  ASSERT_TRUE(Testing::waitUntil([this] { return hasEnded(); }));
+  std::vector<std::string> paths;
+  std::int64_t saved = 0;
+  for (const auto& shot : shots) {
+    paths.push_back(shot->path);
+    saved += shot->bytes - row(shot->id).bytes;
+  }
+  EXPECT_THAT(trash_->asked, ElementsAre(paths)) << "in one call, in the order given";
+  trash_->succeed();
+  EXPECT_EQ(store_->status(), "Shrank 5 · saved " + Formats::byteCount(saved));
+}
+
+TEST_F(ShrinkingInBackground, TellsItsProgressShotByShot) {
+  const auto shots = addMany(3);
+  std::vector<std::size_t> done;
+  QObject::connect(store_.get(), &Store::shrinkProgressChanged, store_.get(), [&] {
+    if (store_->shrinkProgress()) done.push_back(store_->shrinkProgress()->done);
+  });
+  store_->recompressInBackground(shots);
+  ASSERT_TRUE(Testing::waitUntil([this] { return hasEnded(); }));
+  EXPECT_THAT(done, ElementsAre(0U, 1U, 2U));
+}
+
+TEST_F(ShrinkingInBackground, CancellingStopsBeforeTheNextShotAndKeepsWhatIsDone) {
+  const auto shots = addMany(5);
+  QObject::connect(store_.get(), &Store::shrinkProgressChanged, store_.get(), [&] {
+    if (store_->shrinkProgress() && store_->shrinkProgress()->done == 2) store_->cancelRecompress();
+  });
+  store_->recompressInBackground(shots);
+  ASSERT_TRUE(Testing::waitUntil([this] { return hasEnded(); }));
+  EXPECT_THAT(trash_->asked, ElementsAre(ElementsAre(shots[0]->path, shots[1]->path)));
+  trash_->succeed();
+  EXPECT_THAT(store_->status(), ::testing::StartsWith("Shrank 2 · "));
+  EXPECT_EQ(row(shots[2]->id).path, shots[2]->path);
+  Testing::runEventLoopFor(std::chrono::milliseconds(100));
+  EXPECT_FALSE(fs::exists(home_.desktop("Screenshot 2.heic"))) << "what was being encoded comes to nothing";
+}
+
+TEST_F(ShrinkingInBackground, HeicFilesAloneEndAtOnce) {
+  home_.folder().write("Desktop/Screenshot 1.HEIC", std::string(1000, 'x'));
+  store_->importFiles({home_.desktop("Screenshot 1.HEIC")});
+  store_->recompressInBackground(store_->shots());
+  EXPECT_TRUE(hasEnded());
+  EXPECT_EQ(store_->status(), "Nothing to shrink");
+}
+
+TEST_F(ShrinkingInBackground, WhatIsAskedForMeanwhileFollows) {
+  const auto shots = addMany(2);
+  store_->recompressInBackground({shots[0]});
+  store_->recompressInBackground({shots[1]});
+  ASSERT_TRUE(Testing::waitUntil([&] { return trash_->asked.size() == 2; }));
+  EXPECT_THAT(trash_->asked, ElementsAre(ElementsAre(shots[0]->path), ElementsAre(shots[1]->path)));
+  EXPECT_TRUE(hasEnded());
+}
+
+TEST_F(ShrinkingInBackground, AShotRemovedMeanwhileIsPassedOver) {
+  const auto shots = addMany(4);
+  QObject::connect(store_.get(), &Store::shrinkProgressChanged, store_.get(), [&] {
+    if (store_->shrinkProgress() && store_->shrinkProgress()->done == 1) store_->forget({shots[2]});
+  });
+  store_->recompressInBackground(shots);
+  ASSERT_TRUE(Testing::waitUntil([this] { return hasEnded(); }));
+  EXPECT_THAT(trash_->asked, ElementsAre(ElementsAre(shots[0]->path, shots[1]->path, shots[3]->path)));
+  EXPECT_TRUE(fs::exists(shots[2]->path));
+}
+
+TEST_F(ShrinkingInBackground, APictureSavedOverWhileItIsEncodedKeepsItsFile) {
+  const auto shot = addShrinkable("Screenshot 1.png");
+  QObject::connect(store_.get(), &Store::shrinkProgressChanged, store_.get(), [&] {
+    if (!store_->shrinkProgress()) return;
+    // The encoder has begun, or finds the new content whole: the file is replaced at once as editors do it.
+    std::ofstream(home_.desktop("new")) << std::string(10, 'x');
+    fs::rename(home_.desktop("new"), shot->path);
+  });
+  store_->recompressInBackground({shot});
+  ASSERT_TRUE(Testing::waitUntil([this] { return hasEnded(); }));
+  EXPECT_EQ(row(shot->id).path, shot->path);
+  EXPECT_EQ(contentOf(shot->path), std::string(10, 'x'));
+  EXPECT_THAT(trash_->asked, IsEmpty());
+}
+
+TEST_F(ShrinkingInBackground, AStoreThatGoesMeanwhileLeavesWholeFiles) {
+  const auto shots = addMany(3);
+  store_->recompressInBackground(shots);
+  store_.reset();
+  for (const auto& shot : shots) EXPECT_TRUE(fs::exists(shot->path));
 }
 
 }  // namespace

@@ -32,6 +32,11 @@ void Conversation::finish(bool granted) {
   inMainThread([this, granted] { finished_(granted); });
 }
 
+bool Conversation::wasAnswered() {
+  const std::scoped_lock lock(mutex_);
+  return questions_ > 0 && !isCancelled_;
+}
+
 void Conversation::end() {
   const std::scoped_lock lock(mutex_);
   receiver_ = nullptr;

@@ -34,6 +34,8 @@ class Conversation : public std::enable_shared_from_this<Conversation> {
 
   // On the main thread
 
+  /// Whether at least one question was put and none was cancelled.
+  [[nodiscard]] bool wasAnswered();
   /// Nobody hears of it any more, and whoever waits goes on at once.
   void end();
 

@@ -46,6 +46,8 @@ class PamOwnerAuthentication final : public OwnerAuthentication {
 
  private:
   static void refuseLater(QObject* context, Then then);
+  void begin();
+  void take(bool granted);
   void end();
 
   std::string user_ = Account::ofRealUser().value_or(Account{}).name;  ///< empty when the system knows none
@@ -53,6 +55,7 @@ class PamOwnerAuthentication final : public OwnerAuthentication {
   QObject receiver_;
   std::shared_ptr<Conversation> conversation_;  ///< the one that runs
   QPointer<QObject> context_;
+  std::string reason_;
   Then then_;
 };
 
@@ -68,16 +71,28 @@ void PamOwnerAuthentication::setPrompt(CredentialPrompt* prompt) {
 void PamOwnerAuthentication::evaluate(QObject* context, const std::string& reason, Then then) {
   if (!canEvaluate() || conversation_) return refuseLater(context, std::move(then));
   context_ = context;
+  reason_ = reason;
   then_ = std::move(then);
-  conversation_ = std::make_shared<Conversation>(*prompt_, receiver_, [this](bool granted) {
-    end();
-    const auto finished = std::exchange(then_, {});
-    if (context_) finished(granted);
-  });
-  conversation_->show(reason);
+  begin();
+}
+
+void PamOwnerAuthentication::begin() {
+  conversation_ = std::make_shared<Conversation>(*prompt_, receiver_, [this](bool granted) { take(granted); });
+  conversation_->show(reason_);
   if (!startThread(pamService({"/etc/pam.d", "/usr/lib/pam.d"}), user_, conversation_)) {
     conversation_->finish(false);
   }
+}
+
+void PamOwnerAuthentication::take(bool granted) {
+  // Without a question nothing would be another the next time.
+  if (!granted && context_ && conversation_->wasAnswered() && prompt_->wantsAnotherTry()) {
+    std::exchange(conversation_, nullptr)->end();
+    return begin();
+  }
+  end();
+  const auto finished = std::exchange(then_, {});
+  if (context_) finished(granted);
 }
 
 void PamOwnerAuthentication::refuseLater(QObject* context, Then then) {

@@ -2,6 +2,7 @@
 
 #include "Foundation/FilePath.h"
 #include "Foundation/Text.h"
+#include "Linux/Desktop/AppInfo.h"
 #include "Linux/Desktop/GLibHandles.h"
 
 #include <gio/gdesktopappinfo.h>
@@ -18,16 +19,6 @@ namespace Nimbrel {
 namespace {
 
 constexpr std::string_view extension = ".desktop";
-
-std::string textOf(const char* text) { return text == nullptr ? std::string() : std::string(text); }
-
-/// Without what the formats of old have at the end of a name.
-std::string iconOf(GAppInfo* application) {
-  GIcon* icon = g_app_info_get_icon(application);
-  if (G_IS_FILE_ICON(icon)) return textOf(g_file_peek_path(g_file_icon_get_file(G_FILE_ICON(icon))));
-  if (!G_IS_THEMED_ICON(icon)) return {};
-  return textOf(*g_themed_icon_get_names(G_THEMED_ICON(icon)));
-}
 
 DesktopEntry entryOf(GAppInfo* application) {
   DesktopEntry entry;

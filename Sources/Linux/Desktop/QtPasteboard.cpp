@@ -1,9 +1,11 @@
 #include "Linux/Desktop/QtPasteboard.h"
 
+#include "Linux/Desktop/FileUri.h"
 #include "Linux/X11/X11ClipboardManager.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMimeData>
 
 #include <utility>
 
@@ -48,6 +50,15 @@ class QtPasteboard final : public Pasteboard {
     auto* clipboard = QGuiApplication::clipboard();
     if (text.empty()) return clipboard->clear();
     clipboard->setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+  }
+
+  void writeFile(const std::string& path) override {
+    const auto uri = QByteArray::fromStdString(fileUri(path));
+    auto offered = std::make_unique<QMimeData>();
+    offered->setData(QStringLiteral("text/uri-list"), uri + "\r\n");
+    // Some file managers look for what they call this alone.
+    offered->setData(QStringLiteral("x-special/gnome-copied-files"), "copy\n" + uri);
+    QGuiApplication::clipboard()->setMimeData(offered.release());
   }
 
   void handOver(QObject* context, std::function<void()> then) override { new HandOver(context, x11_, std::move(then)); }

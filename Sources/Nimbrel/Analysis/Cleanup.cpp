@@ -1,9 +1,12 @@
 #include "Analysis/Cleanup.h"
 
 #include "Analysis/Perceptual.h"
+#include "Foundation/FilePath.h"
+#include "Foundation/Text.h"
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <iterator>
 
 namespace Nimbrel {
@@ -60,6 +63,15 @@ ShotList purgeMatches(const ShotList& shots, int days, PurgeScope scope, Timesta
   });
   std::ranges::stable_sort(matches, {}, [](const ShotPtr& shot) { return shot->date; });
   return matches;
+}
+
+ShotList shrinkCandidates(const ShotList& shots, ShrinkScope scope) {
+  ShotList candidates;
+  std::ranges::copy_if(shots, std::back_inserter(candidates), [&](const ShotPtr& shot) {
+    return Text::lowered(FilePath::extension(shot->path)) != "heic" && (scope == ShrinkScope::All || shot->filed);
+  });
+  std::ranges::stable_sort(candidates, std::greater(), [](const ShotPtr& shot) { return shot->bytes; });
+  return candidates;
 }
 
 const ShotPtr& keeperOf(const ShotList& group, const DuplicateKeepers& keepers) {

@@ -28,6 +28,11 @@ enum class PurgeScope { All, Inbox };
 /// The shots taken more than so many times 24 hours ago, the oldest first; no favourites.
 [[nodiscard]] ShotList purgeMatches(const ShotList& shots, int days, PurgeScope scope, Timestamp now);
 
+enum class ShrinkScope { All, Filed };
+
+/// The shots whose name does not say that they are HEIC, the largest first.
+[[nodiscard]] ShotList shrinkCandidates(const ShotList& shots, ShrinkScope scope);
+
 /// The shot to be kept of each group, by the id of the group's first shot.
 using DuplicateKeepers = std::unordered_map<ShotID, ShotID>;
 

@@ -25,6 +25,8 @@ class CredentialPrompt {
   virtual void ask(const std::string& question, Echo echo, Answer answer) = 0;
   /// Shows a message that wants no answer: "Place your finger on the reader".
   virtual void show(const std::string& message) = 0;
+  /// The answers were not accepted. Whether the questions are to be put once more, from the beginning.
+  [[nodiscard]] virtual bool wantsAnotherTry() { return false; }
   /// The questions are over, whatever came of them.
   virtual void end() = 0;
 };

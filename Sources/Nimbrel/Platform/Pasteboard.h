@@ -4,6 +4,7 @@
 #include <QObject>
 
 #include <functional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -21,6 +22,9 @@ class Pasteboard {
   /// Offers the text, plain, and nothing else, in place of what was there. An empty text leaves nothing there.
   virtual void writeText(std::string_view text) = 0;
 
+  /// Offers the file for pasting in a file manager, in place of what was there. The name is bytes.
+  virtual void writeFile(const std::string& path) = 0;
+
   /// Calls `then`, in a later turn of the event loop, once nothing that was copied here would be lost with this
   /// process: a clipboard manager has it, or another program has taken the clipboard, which may take for ever. To be
   /// asked once, before the event loop ends; nothing is called once `context` is gone.
@@ -32,6 +36,7 @@ class NullPasteboard final : public Pasteboard {
  public:
   void writePicture(const QImage&) override {}
   void writeText(std::string_view) override {}
+  void writeFile(const std::string&) override {}
   void handOver(QObject* context, std::function<void()> then) override {
     QMetaObject::invokeMethod(context, std::move(then), Qt::QueuedConnection);
   }

@@ -192,6 +192,7 @@ void Store::tell() {
       &Store::showCleanupChanged,
       &Store::editRequestNonceChanged,
       &Store::showMenuBarChanged,
+      &Store::shrinkProgressChanged,
   };
   static_assert(signalOfFact.size() <= mostFacts);
   const auto facts = std::exchange(facts_, {});

@@ -17,17 +17,20 @@
 #include "Store/RuleEffect.h"
 #include "Store/RuleMemory.h"
 #include "Store/ScanPlan.h"
+#include "Store/ShrinkRun.h"
 #include "Store/StoreContext.h"
 #include "Store/SyncRun.h"
 #include "Store/Tags.h"
 #include "Store/UnlockedShots.h"
 
 #include <QObject>
+#include <QThreadPool>
 #include <QTimer>
 #include <QUuid>
 
 #include <bitset>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -168,6 +171,13 @@ class Store : public QObject {
   /// a file that is HEIC, cannot be read or would not become smaller stays as it is. Blocks until the new files are on
   /// the disk; the Trash and the status follow.
   void recompress(const ShotList& shots);
+  /// The same without blocking: pictures are encoded in the background, and files take their places one by one in the
+  /// turns of the event loop. What is asked for while it runs follows it. The Trash and the status come at the end.
+  void recompressInBackground(const ShotList& shots);
+  /// Ends that before the next shot, what waits behind it included; what is shrunk already stays so and is told.
+  void cancelRecompress();
+  /// How far recompressInBackground() is; absent when it does not run.
+  [[nodiscard]] const std::optional<ShrinkProgress>& shrinkProgress() const { return shrinkProgress_; }
 
   // Capture
 
@@ -243,6 +253,16 @@ class Store : public QObject {
   void openURL(const std::string& url);
   /// Shows the file in the file manager.
   void reveal(const Shot& shot);
+  /// The applications that open the file, the user's own first; their names and icons are for a menu.
+  [[nodiscard]] std::vector<Workspace::Taker> openers(const Shot& shot) const;
+  void openWith(const Shot& shot, const std::string& opener);
+  /// Begins an e-mail with the file.
+  void mail(const Shot& shot);
+  /// What the desktop has to send files elsewhere.
+  [[nodiscard]] std::vector<Workspace::Taker> senders() const;
+  void send(const Shot& shot, const std::string& sender);
+  /// Puts the file on the pasteboard, for file managers.
+  void copyFile(const Shot& shot);
   /// Puts the picture on the pasteboard. Where the file cannot be read nothing happens. Blocks while it is decoded.
   void copyImage(const Shot& shot);
   /// Puts the recognised text on the pasteboard, which is emptied even if there is none.
@@ -322,6 +342,11 @@ class Store : public QObject {
   void showCleanupChanged();
   void editRequestNonceChanged();
   void showMenuBarChanged();
+  void shrinkProgressChanged();
+  /// A shot has another file now: what is kept by the path of its old one is of no use any more.
+  void fileReplaced(const std::string& oldPath);
+  /// Everything sensitive is protected from now on: what still shows such shots is to close.
+  void sensitiveLocked();
   /// The application's windows would be in a picture that is about to be taken; then, that they need not hide any more.
   /// They come back without taking the focus.
   void hidingRequested();
@@ -394,13 +419,11 @@ class Store : public QObject {
   void dropTrashed(const ShotList& shots);
   void dropRowAt(const Shot& shot);
 
-  /// What recompress() has done so far.
-  struct Shrinkage {
-    std::vector<std::string> oldPaths;  ///< files that are no shot's any more
-    std::int64_t bytesSaved = 0;
-  };
+  [[nodiscard]] std::shared_ptr<ShrinkRun> newShrinkRun(const ShotList& shots);
+  void continueShrinking();
+  void endShrinking();
   [[nodiscard]] bool replaceFile(const Shot& shot, const std::string& heic);
-  void trashReplaced(Shrinkage shrinkage);
+  void trashReplaced(const ShrinkRun::Outcome& outcome);
 
   StoreContext context_;
   Settings settings_;
@@ -444,6 +467,11 @@ class Store : public QObject {
   CaptureControl capture_;
   RuleMemory ruleMemory_;
   SyncRun sync_;
+
+  std::optional<ShrinkProgress> shrinkProgress_;
+  std::deque<ShotList> waitingShrinks_;
+  QThreadPool shrinkThreads_;
+  std::shared_ptr<ShrinkRun> shrinkRun_;  ///< the one that runs; gives up before the threads are waited for
 };
 
 }  // namespace Nimbrel

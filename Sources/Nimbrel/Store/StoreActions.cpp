@@ -43,6 +43,27 @@ void Store::openURL(const std::string& url) { context_.services.workspace->openU
 
 void Store::reveal(const Shot& shot) { context_.services.workspace->reveal(shot.path); }
 
+std::vector<Workspace::Taker> Store::openers(const Shot& shot) const {
+  return context_.services.workspace->openersOf(shot.path);
+}
+
+void Store::openWith(const Shot& shot, const std::string& opener) {
+  context_.services.workspace->openFileWith(shot.path, opener);
+}
+
+void Store::mail(const Shot& shot) { context_.services.workspace->composeMail(shot.path); }
+
+std::vector<Workspace::Taker> Store::senders() const { return context_.services.workspace->senders(); }
+
+void Store::send(const Shot& shot, const std::string& sender) {
+  context_.services.workspace->sendFile(shot.path, sender);
+}
+
+void Store::copyFile(const Shot& shot) {
+  context_.services.pasteboard->writeFile(shot.path);
+  setStatus("Copied file");
+}
+
 void Store::copyImage(const Shot& shot) {
   const auto picture = ImageFile::picture(shot.path);
   if (picture.isNull()) return;

@@ -28,6 +28,7 @@ enum class Store::Fact : std::uint8_t {
   showCleanup,
   editRequestNonce,
   showMenuBar,
+  shrinkProgress,
   count
 };
 

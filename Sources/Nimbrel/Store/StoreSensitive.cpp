@@ -62,6 +62,7 @@ void Store::unlock(const ShotList& shots) {
 
 void Store::lockSensitive() {
   const Operation operation(*this);
+  Q_EMIT sensitiveLocked();
   publish(unlocked_, UnlockedShots(), Fact::unlockedSensitiveIDs);
   setStatus({});
   // Reading a large catalogue again each time that the user looks elsewhere would be felt.

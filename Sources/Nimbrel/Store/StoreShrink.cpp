@@ -1,66 +1,75 @@
 #include "Foundation/FilePath.h"
 #include "Foundation/Formats.h"
-#include "Foundation/Text.h"
 #include "Model/ShotFile.h"
-#include "Platform/FileSystem.h"
 #include "Platform/NewFile.h"
-#include "Platform/Process.h"
-#include "Store/HeicEncodings.h"
+#include "Store/ShrinkRun.h"
 #include "Store/Store.h"
 #include "Store/StoreOperation.h"
+
+#include <memory>
+#include <utility>
 
 namespace Nimbrel {
 
 namespace {
 
-constexpr std::string_view heicExtension = "heic";
-
-bool canShrink(const Shot& shot) {
-  return Text::lowered(FilePath::extension(shot.path)) != heicExtension && FileSystem::exists(shot.path);
-}
-
 std::string heicPath(const std::string& path) {
-  const auto name = std::string(FilePath::baseName(path)).append(".").append(heicExtension);
+  const auto name = std::string(FilePath::baseName(path)) + ".heic";
   return ShotFile::uniqueURL(FilePath::join(FilePath::folder(path), name));
-}
-
-/// What tells whether a file was written to.
-struct FileState {
-  std::optional<Timestamp> modified;
-  std::optional<std::int64_t> size;
-
-  bool operator==(const FileState&) const = default;
-};
-
-FileState stateOf(const std::string& path) {
-  return {.modified = FileSystem::modificationDate(path), .size = FileSystem::size(path)};
 }
 
 }  // namespace
 
-void Store::recompress(const ShotList& given) {
+void Store::recompress(const ShotList& shots) {
   const Operation operation(*this);
-  ShotList shots;
-  std::vector<FileState> states;
-  std::vector<HeicEncodings::Picture> pictures;
-  for (const auto& shot : given) {
-    if (!canShrink(*shot)) continue;
-    shots.push_back(shot);
-    states.push_back(stateOf(shot->path));
-    pictures.push_back({.path = shot->path, .limit = shot->bytes});
-  }
+  const auto run = newShrinkRun(shots);
+  while (!run->isOver()) run->takeNext();
+  trashReplaced(run->outcome());
+}
 
-  HeicEncodings encodings(std::move(pictures), settings_.heicQuality());
-  Shrinkage shrinkage;
-  for (std::size_t i = 0; i < shots.size() && !Process::isEnding(); ++i) {
-    const auto& shot = *shots[i];
-    const auto heic = encodings.next();
-    // What was saved over the picture meanwhile is not in the new file.
-    if (!heic || stateOf(shot.path) != states[i] || !replaceFile(shot, *heic)) continue;
-    shrinkage.oldPaths.push_back(shot.path);
-    shrinkage.bytesSaved += shot.bytes - static_cast<std::int64_t>(heic->size());
+void Store::recompressInBackground(const ShotList& shots) {
+  if (shrinkRun_) {
+    waitingShrinks_.push_back(shots);
+    return;
   }
-  trashReplaced(std::move(shrinkage));
+  shrinkRun_ = newShrinkRun(shots);
+  continueShrinking();
+}
+
+void Store::cancelRecompress() {
+  if (!shrinkRun_) return;
+  waitingShrinks_.clear();
+  endShrinking();
+}
+
+std::shared_ptr<ShrinkRun> Store::newShrinkRun(const ShotList& shots) {
+  return std::make_shared<ShrinkRun>(
+      shrinkThreads_, shots, settings_.heicQuality(),
+      [this](const Shot& shot, const std::string& heic) { return replaceFile(shot, heic); });
+}
+
+void Store::continueShrinking() {
+  if (shrinkRun_->isOver()) return endShrinking();
+  const Operation operation(*this);
+  publish(shrinkProgress_, std::optional(shrinkRun_->progress()), Fact::shrinkProgress);
+  shrinkRun_->whenReady(this, [this, awaited = std::weak_ptr(shrinkRun_)] {
+    // A run that was cancelled meanwhile has ended.
+    const auto run = awaited.lock();
+    if (!run || run != shrinkRun_) return;
+    run->takeNext();
+    if (run == shrinkRun_) continueShrinking();
+  });
+}
+
+void Store::endShrinking() {
+  const Operation operation(*this);
+  const auto run = std::exchange(shrinkRun_, nullptr);
+  publish(shrinkProgress_, std::optional<ShrinkProgress>(), Fact::shrinkProgress);
+  trashReplaced(run->outcome());
+  if (waitingShrinks_.empty()) return;
+  const auto next = std::move(waitingShrinks_.front());
+  waitingShrinks_.pop_front();
+  recompressInBackground(next);
 }
 
 bool Store::replaceFile(const Shot& shot, const std::string& heic) {
@@ -76,19 +85,20 @@ bool Store::replaceFile(const Shot& shot, const std::string& heic) {
     return false;
   }
   database_->setBytes(shot.id, static_cast<std::int64_t>(heic.size()));
+  Q_EMIT fileReplaced(shot.path);
   return true;
 }
 
-void Store::trashReplaced(Shrinkage shrinkage) {
-  if (shrinkage.oldPaths.empty()) {
+void Store::trashReplaced(const ShrinkRun::Outcome& outcome) {
+  if (outcome.oldPaths.empty()) {
     setStatus("Nothing to shrink");
     reload();
     return;
   }
-  const auto count = shrinkage.oldPaths.size();
-  for (const auto& path : shrinkage.oldPaths) announce(path);
+  const auto count = outcome.oldPaths.size();
+  for (const auto& path : outcome.oldPaths) announce(path);
   context_.services.trash->recycle(
-      this, std::move(shrinkage.oldPaths), [this, count, saved = shrinkage.bytesSaved](const std::optional<Error>&) {
+      this, outcome.oldPaths, [this, count, saved = outcome.bytesSaved](const std::optional<Error>&) {
         const Operation told(*this);
         reload();
         setStatus("Shrank " + std::to_string(count) + " · saved " + Formats::byteCount(saved));

@@ -57,6 +57,16 @@ TEST(ThumbCache, StoringTheFirstAgainAfterItWasPushedOutMakesItTheYoungest) {
   EXPECT_FALSE(cache.holds(pathOf(0)));
 }
 
+TEST(ThumbCache, ARemovedThumbnailLeavesItsPlace) {
+  auto cache = fullCache();
+  cache.remove(pathOf(7));
+  cache.remove("/shots/unknown.png");
+  EXPECT_FALSE(cache.holds(pathOf(7)));
+  EXPECT_EQ(cache.size(), 399U);
+  storeThumb(cache, pathOf(400));
+  EXPECT_TRUE(cache.holds(pathOf(0))) << "there was room";
+}
+
 TEST(ThumbCache, ReadingMakesNothingYounger) {
   auto cache = fullCache();
   EXPECT_FALSE(cache.image(pathOf(0)).isNull());

@@ -13,6 +13,10 @@ void ThumbCache::store(CompactImage image, const std::string& path) {
   }
 }
 
+void ThumbCache::remove(const std::string& path) {
+  if (cache_.erase(path) > 0) std::erase(order_, path);
+}
+
 QImage ThumbCache::image(const std::string& path) const {
   const auto found = cache_.find(path);
   return found == cache_.end() ? QImage() : found->second.image();

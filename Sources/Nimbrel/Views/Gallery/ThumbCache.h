@@ -19,6 +19,8 @@ class ThumbCache {
 
   /// Keeps a thumbnail. One for a path that is there already takes the place of the old one and is no younger for it.
   void store(CompactImage image, const std::string& path);
+  /// Forgets the thumbnail of a file that is no shot's any more, if there is one.
+  void remove(const std::string& path);
   [[nodiscard]] bool holds(const std::string& path) const { return cache_.contains(path); }
   /// Null when there is none. Reading makes nothing younger.
   [[nodiscard]] QImage image(const std::string& path) const;

@@ -10,7 +10,7 @@ namespace Nimbrel {
 /// A dialog modal to its window, of a size that the user cannot change: a heading, content, and a footer whose buttons
 /// stand at its end, the one that cancels first, the default one last. Escape cancels, Return does what the default
 /// button does. Shown with open().
-class SheetDialog final : public QDialog {
+class SheetDialog : public QDialog {
   Q_OBJECT
 
  public:
