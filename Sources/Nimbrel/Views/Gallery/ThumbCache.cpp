@@ -13,9 +13,11 @@ void ThumbCache::store(CompactImage image, const std::string& path) {
   }
 }
 
-QImage ThumbCache::image(const std::string& path) const {
+QImage ThumbCache::image(const std::string& path) const { return packed(path).image(); }
+
+CompactImage ThumbCache::packed(const std::string& path) const {
   const auto found = cache_.find(path);
-  return found == cache_.end() ? QImage() : found->second.image();
+  return found == cache_.end() ? CompactImage() : found->second;
 }
 
 }  // namespace Nimbrel
