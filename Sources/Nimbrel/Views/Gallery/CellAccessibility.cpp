@@ -17,9 +17,7 @@ class CellItem final : public QAccessibleInterface, public QAccessibleActionInte
 
   [[nodiscard]] bool isValid() const override { return widget_ && cell_ < host_.cellCount(); }
   [[nodiscard]] QObject* object() const override { return nullptr; }
-  [[nodiscard]] QWindow* window() const override {
-    return widget_ ? widget_->window()->windowHandle() : nullptr;
-  }
+  [[nodiscard]] QWindow* window() const override { return widget_ ? widget_->window()->windowHandle() : nullptr; }
   [[nodiscard]] QAccessibleInterface* parent() const override {
     return widget_ ? QAccessible::queryAccessibleInterface(widget_) : nullptr;
   }

@@ -47,8 +47,7 @@ StyledText styled(std::span<const SnippetRun> runs) {
   for (const auto& run : runs) {
     const auto text = oneLine(QString::fromStdString(run.text));
     if (run.isEmphasised) {
-      result.formats.append(
-          {static_cast<int>(result.text.size()), static_cast<int>(text.size()), emphasised});
+      result.formats.append({static_cast<int>(result.text.size()), static_cast<int>(text.size()), emphasised});
     }
     result.text += text;
     if (result.text.size() > longestSnippet) break;
@@ -153,8 +152,8 @@ void CellPainter::paintBox(const Box& box, bool isProtected, const Look& look) c
 }
 
 void CellPainter::paintStar(const QRect& box) const {
-  const QRect disc = mirrored(
-      {box.right() + 1 - starPadding - starDisc, box.top() + starPadding, starDisc, starDisc}, box);
+  const QRect disc =
+      mirrored({box.right() + 1 - starPadding - starDisc, box.top() + starPadding, starDisc, starDisc}, box);
   Painting::fillOutlined(painter_, disc, starDisc / 2.0, themeColor(Token::Popover), themeColor(Token::Separator));
   Symbols::paint(painter_, disc, QStringLiteral("star.fill"), Measures::metaSymbol, themeColor(Token::Star));
 }

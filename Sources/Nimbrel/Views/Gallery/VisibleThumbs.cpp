@@ -14,8 +14,7 @@ namespace {
 constexpr std::size_t unpackedAtATime = 3;
 
 QPixmap fitted(const QImage& image, QSize room, double scale) {
-  const auto small =
-      image.scaled((QSizeF(room) * scale).toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  const auto small = image.scaled((QSizeF(room) * scale).toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
   if (small.isNull()) return {};
   QPixmap pixmap(small.size());
   pixmap.fill(Qt::transparent);
