@@ -119,15 +119,17 @@ void Filmstrip::mousePressEvent(QMouseEvent* event) {
 void Filmstrip::mouseReleaseEvent(QMouseEvent* event) {
   const auto shot = std::exchange(pressed_, std::nullopt);
   const auto cell = cellAt(event->position().toPoint());
-  if (shot && cell && shots_[*cell]->id == (*shot)->id) chooseCell(*cell);
+  clicked_.reset();
+  if (!shot || !cell || shots_[*cell]->id != (*shot)->id) return;
+  clicked_ = shot;
+  chooseCell(*cell);
 }
 
 void Filmstrip::mouseDoubleClickEvent(QMouseEvent* event) {
-  // The first of the two clicks has selected, and may have moved the strip under the pointer: what is in front is
-  // meant.
+  // The first of the two clicks has selected, and may have moved the strip under the pointer: that shot is meant.
   pressed_.reset();
-  if (event->button() != Qt::LeftButton) return;
-  if (const auto shot = context_.store.focused()) Q_EMIT opened(*shot);
+  const auto shot = std::exchange(clicked_, std::nullopt);
+  if (shot && event->button() == Qt::LeftButton) Q_EMIT opened(*shot);
 }
 
 }  // namespace Nimbrel

@@ -57,6 +57,7 @@ class Filmstrip final : public QWidget, public CellHost {
   ShotList shots_;
   StripScroller* scroller_;
   std::optional<ShotPtr> pressed_;
+  std::optional<ShotPtr> clicked_;  ///< by the last click
 };
 
 }  // namespace Nimbrel

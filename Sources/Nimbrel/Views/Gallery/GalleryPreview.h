@@ -23,7 +23,8 @@ class GalleryPreview final : public QWidget {
   /// A null image has the ring shown.
   void setImage(const QImage& image);
   [[nodiscard]] bool isObscured() const { return isObscured_; }
-  [[nodiscard]] bool hasImage() const { return !image_.isNull(); }
+  /// Null while there is none.
+  [[nodiscard]] const QImage& image() const { return image_; }
   /// Where the picture is; the middle of the widget when there is none.
   [[nodiscard]] QRectF picturePlace() const;
 

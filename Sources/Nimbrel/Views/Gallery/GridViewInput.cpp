@@ -86,10 +86,12 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 void GridView::startDrag(const ShotPtr& shot) {
   auto data = dragData(context_.store, *shot);
   if (!data) return;
-  auto* drag = new QDrag(this);
+  // Of the window, and in a turn of its own: while it lasts the list may become another, and this grid go.
+  auto* drag = new QDrag(window());
   drag->setMimeData(data.release());
   drag->setPixmap(dragPreview(thumbs_.picture(shot->path), devicePixelRatioF()));
-  drag->exec(Qt::CopyAction);
+  QMetaObject::invokeMethod(
+      drag, [drag] { drag->exec(Qt::CopyAction); }, Qt::QueuedConnection);
 }
 
 }  // namespace Nimbrel

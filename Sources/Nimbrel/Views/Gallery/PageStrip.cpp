@@ -79,13 +79,20 @@ PageStrip::PageStrip(const GalleryContext& context, QWidget* parent)
 
 PageStrip::~PageStrip() { context_.loader.showPreviews({}); }
 
+QImage PageStrip::imageOf(const Shot& shot, const GalleryPage& page) {
+  if (context_.store.isProtected(shot)) return {};
+  // One that is too large to be kept is nowhere else.
+  const bool isShown = !page.isHidden() && page.shot() && (*page.shot())->path == shot.path;
+  return isShown && !page.preview().image().isNull() ? page.preview().image() : context_.previews.image(shot.path);
+}
+
 void PageStrip::showPage(std::size_t page) {
   auto* view = pages_[page % pages_.size()];
   const auto& shot = shots_[page];
   const bool isSame = !view->isHidden() && view->shot() == shot;
   const bool isObscured = context_.store.isProtected(*shot);
   if (!isSame || view->preview().isObscured() != isObscured) {
-    view->setShot(shot, context_.store, isObscured ? QImage() : context_.previews.image(shot->path));
+    view->setShot(shot, context_.store, imageOf(*shot, *view));
   }
   const auto along = (static_cast<double>(page) - scroller_->position()) * width();
   const auto left = static_cast<int>(std::lround(layoutDirection() == Qt::RightToLeft ? -along : along));

@@ -58,6 +58,7 @@ class PageStrip final : public QWidget {
 
  private:
   void arrange();
+  [[nodiscard]] QImage imageOf(const Shot& shot, const GalleryPage& page);
   void showPage(std::size_t page);
 
   GalleryContext context_;
