@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include <unordered_map>
+#include <utility>
 
 namespace Nimbrel {
 

@@ -6,6 +6,7 @@
 #include <QFileDialog>
 
 #include <algorithm>
+#include <utility>
 
 namespace Nimbrel {
 

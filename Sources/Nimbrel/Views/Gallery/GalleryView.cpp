@@ -75,6 +75,9 @@ void GalleryView::choose() {
   content_ = made(shown);
   setFocusProxy(content_);
   column_->addWidget(content_);
+  // At once, so that no frame shows the place empty.
+  if (isVisible()) content_->show();
+  column_->activate();
   if (hadFocus) content_->setFocus();
 }
 

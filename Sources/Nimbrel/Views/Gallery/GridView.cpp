@@ -16,6 +16,7 @@ namespace Nimbrel {
 namespace {
 
 constexpr int linePixels = 40;  ///< of which a notch of the wheel turns three
+constexpr int mostAttempts = 3;
 
 GridMetrics metricsFor(double thumbSize) {
   return {.thumbSize = thumbSize,
@@ -207,12 +208,17 @@ std::optional<std::size_t> GridView::selectedCell() const {
 }
 
 void GridView::reveal(std::size_t cell) {
-  const auto place = layout_.cell(cell);
   const auto margin = scaled(linePixels);
-  if (place.top() - margin < position()) {
-    verticalScrollBar()->setValue(place.top() - margin);
-  } else if (place.bottom() + margin > position() + viewport()->height()) {
-    verticalScrollBar()->setValue(place.bottom() + margin - viewport()->height());
+  // Rows that come onto the screen may turn out to be higher, and push the cell away once more.
+  for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    const auto place = layout_.cell(cell).adjusted(0, -margin, 0, margin);
+    const auto before = position();
+    if (place.top() < before) {
+      verticalScrollBar()->setValue(place.top());
+    } else if (place.bottom() > before + viewport()->height()) {
+      verticalScrollBar()->setValue(place.bottom() - viewport()->height());
+    }
+    if (position() == before) return;
   }
 }
 
