@@ -111,7 +111,6 @@ void GridView::arrange() {
   layout_.setDirection(layoutDirection());
   layout_.setMetrics(metricsFor(context_.store.settings().thumbSize()));
   layout_.setWidth(viewport()->width());
-  thumbs_.setRoom(CellPainter::pictureRoom(layout_.boxSize()), devicePixelRatioF());
   placeAt(anchor && !isAtTop ? layout_.position(*anchor) : 0);
 }
 
@@ -131,6 +130,8 @@ void GridView::placeAt(int position) {
 void GridView::settle() {
   while (askForSnippets()) {
   }
+  // The window may have come to a screen of another scale.
+  thumbs_.setRoom(CellPainter::pictureRoom(layout_.boxSize()), devicePixelRatioF());
   std::vector<ThumbLoader::Place> places;
   for (const auto cell : layout_.cellsIn(screen())) {
     places.push_back({.path = shots_[cell]->path, .isObscured = context_.store.isProtected(*shots_[cell])});
