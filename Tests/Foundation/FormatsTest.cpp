@@ -96,6 +96,10 @@ TEST(MediumDateShortTime, IsThatOfTheLocale) {
   EXPECT_EQ(mediumDateShortTime(at(2026y / March / 2, noon + Seconds{5 * 60})), "Mar 2, 2026, 12:05\u202FPM");
 }
 
+TEST(ShortTime, IsThatOfTheLocaleWithoutADate) {
+  EXPECT_EQ(shortTime(at(2026y / March / 2, noon + Seconds{5 * 60 + 59})), "12:05\u202FPM");
+}
+
 TEST(ByteCount, SmallNumbersAreSpelledOut) {
   EXPECT_EQ(byteCount(0), "Zero KB");
   EXPECT_EQ(byteCount(1), "1 byte");

@@ -123,6 +123,12 @@ std::string mediumDateShortTime(Timestamp moment) {
   return formatted(format.get(), moment);
 }
 
+std::string shortTime(Timestamp moment) {
+  thread_local const std::unique_ptr<icu::DateFormat> format(
+      icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, UserLocale::forDates()));
+  return formatted(format.get(), moment);
+}
+
 std::string byteCount(std::int64_t bytes) {
   struct Unit {
     const char* name;

@@ -22,6 +22,9 @@ namespace Nimbrel::Formats {
 /// Date in the locale's medium style and time in its short one.
 [[nodiscard]] std::string mediumDateShortTime(Timestamp moment);
 
+/// The time of day in the locale's short style.
+[[nodiscard]] std::string shortTime(Timestamp moment);
+
 /// A file's size for people, in powers of 1000: "Zero KB", "1 byte", "512 bytes", "24 KB", "1.2 MB", "3.46 GB".
 [[nodiscard]] std::string byteCount(std::int64_t bytes);
 

@@ -17,9 +17,11 @@ void ThumbCache::remove(const std::string& path) {
   if (cache_.erase(path) > 0) std::erase(order_, path);
 }
 
-QImage ThumbCache::image(const std::string& path) const {
+QImage ThumbCache::image(const std::string& path) const { return packed(path).image(); }
+
+CompactImage ThumbCache::packed(const std::string& path) const {
   const auto found = cache_.find(path);
-  return found == cache_.end() ? QImage() : found->second.image();
+  return found == cache_.end() ? CompactImage() : found->second;
 }
 
 }  // namespace Nimbrel

@@ -24,6 +24,8 @@ class ThumbCache {
   [[nodiscard]] bool holds(const std::string& path) const { return cache_.contains(path); }
   /// Null when there is none. Reading makes nothing younger.
   [[nodiscard]] QImage image(const std::string& path) const;
+  /// The same as it is kept, for who unpacks it later; null when there is none.
+  [[nodiscard]] CompactImage packed(const std::string& path) const;
   [[nodiscard]] std::size_t size() const { return cache_.size(); }
 
  private:

@@ -1,0 +1,70 @@
+#include "Views/Gallery/GalleryActions.h"
+
+#include <QMetaMethod>
+#include <QPointer>
+
+namespace Nimbrel {
+
+GalleryActions::GalleryActions(Store& store, QObject* parent) : QObject(parent), store_(store) {}
+
+void GalleryActions::withAccess(const ShotPtr& shot, const std::function<void(const Shot&)>& action) {
+  store_.withAccess({shot}, [shot, action] { action(*shot); });
+}
+
+void GalleryActions::request(const ShotPtr& shot, Request signal) {
+  // The owner may take their time, and the window be closed meanwhile.
+  store_.withAccess({shot}, [self = QPointer(this), shot, signal] {
+    if (self) Q_EMIT(self.data()->*signal)(shot);
+  });
+}
+
+void GalleryActions::open(const ShotPtr& shot) {
+  withAccess(shot, [&store = store_](const Shot& value) { store.open(value); });
+}
+
+void GalleryActions::reveal(const ShotPtr& shot) {
+  withAccess(shot, [&store = store_](const Shot& value) { store.reveal(value); });
+}
+
+void GalleryActions::copyImage(const ShotPtr& shot) {
+  withAccess(shot, [&store = store_](const Shot& value) { store.copyImage(value); });
+}
+
+void GalleryActions::copyText(const ShotPtr& shot) {
+  withAccess(shot, [&store = store_](const Shot& value) { store.copyText(value); });
+}
+
+void GalleryActions::edit(const ShotPtr& shot) { request(shot, &GalleryActions::editRequested); }
+
+void GalleryActions::pin(const ShotPtr& shot) { request(shot, &GalleryActions::pinRequested); }
+
+void GalleryActions::share(const ShotPtr& shot) { request(shot, &GalleryActions::shareRequested); }
+
+void GalleryActions::quickLook(const ShotList& shots) {
+  if (shots.empty()) return;
+  store_.withAccess(shots, [self = QPointer(this), shots] {
+    if (self) Q_EMIT self->quickLookRequested(shots);
+  });
+}
+
+void GalleryActions::toggleFavorite(const ShotPtr& shot) {
+  // While a menu was open the row may have gone, and its id to another.
+  const auto row = store_.database().shot(shot->id);
+  if (!row || row->added != shot->added) return;
+  store_.database().setFavorite(shot->id, !shot->favorite);
+  store_.reload();
+}
+
+bool GalleryActions::canEdit() const {
+  return isSignalConnected(QMetaMethod::fromSignal(&GalleryActions::editRequested));
+}
+
+bool GalleryActions::canPin() const {
+  return isSignalConnected(QMetaMethod::fromSignal(&GalleryActions::pinRequested));
+}
+
+bool GalleryActions::canShare() const {
+  return isSignalConnected(QMetaMethod::fromSignal(&GalleryActions::shareRequested));
+}
+
+}  // namespace Nimbrel
