@@ -43,8 +43,6 @@ void MainMenu::add(QMenu& menu, Command command) {
     action->setShortcut(QKeySequence(text(command.keys)));
     text_->keepFromFields(*action);
   }
-  // A menu that is not open has no window of its own to take keys in.
-  window_.addAction(action);
   connect(action, &QAction::triggered, this, std::move(command.act));
   if (command.isEnabled) conditions_.emplace_back(action, std::move(command.isEnabled));
 }
@@ -94,7 +92,6 @@ void MainMenu::fillEditMenu() {
   addShotCommands(menu);
   menu.addSeparator();
   addSelectionCommands(menu);
-  for (auto* action : menu.actions()) window_.addAction(action);
 }
 
 void MainMenu::addShotCommands(QMenu& menu) {
