@@ -44,7 +44,6 @@ void Store::importPicture(const QImage& picture) {
       this, *QThreadPool::globalInstance(), [picture, path] { return write(picture, path); },
       [this](const Written& written) {
         if (written.failure) return setStatus("Could not save the picture: " + written.failure->message);
-        announce(written.path);
         importFiles({written.path});
       });
 }

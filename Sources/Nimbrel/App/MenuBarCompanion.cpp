@@ -1,0 +1,45 @@
+#include "App/MenuBarCompanion.h"
+
+#include "Foundation/Log.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <stop_token>
+
+namespace Nimbrel {
+
+namespace {
+
+constexpr const char* companionProgram = "nimbrel-menubar";
+
+/// A look that waits for nobody.
+std::optional<FolderLock> holdAtOnce(const UserFolders& folders) {
+  std::stop_source impatience;
+  impatience.request_stop();
+  return FolderLock::take(folders.applicationSupport, impatience.get_token());
+}
+
+}  // namespace
+
+std::string MenuBarCompanion::bundleIdentifier() { return AppIdentity::bundleIdentifier() + ".menubar"; }
+
+std::optional<FolderLock> MenuBarCompanion::announce(const UserFolders& folders) { return holdAtOnce(folders); }
+
+bool MenuBarCompanion::isRunning(const UserFolders& folders) { return !holdAtOnce(folders).has_value(); }
+
+void MenuBarCompanion::launchIfNeeded(const AppIdentity& identity, const UserFolders& folders) {
+  if (identity.isMenuBarHelper() || isRunning(folders)) return;
+  const auto program = QDir(QCoreApplication::applicationDirPath()).filePath(QLatin1String(companionProgram));
+  if (!QFileInfo::exists(program)) return;
+  QProcess companion;
+  companion.setProgram(program);
+  companion.setStandardInputFile(QProcess::nullDevice());
+  if (!companion.startDetached()) {
+    Log::write("Nimbrel menu bar launch failed: " + companion.errorString().toStdString());
+  }
+}
+
+}  // namespace Nimbrel
