@@ -1,10 +1,10 @@
 #include "App/MenuBarCompanion.h"
 
+#include "Foundation/FilePath.h"
 #include "Foundation/Log.h"
+#include "Platform/FileSystem.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <QProcess>
 
 #include <stop_token>
@@ -30,12 +30,13 @@ std::optional<FolderLock> MenuBarCompanion::announce(const UserFolders& folders)
 
 bool MenuBarCompanion::isRunning(const UserFolders& folders) { return !holdAtOnce(folders).has_value(); }
 
-void MenuBarCompanion::launchIfNeeded(const AppIdentity& identity, const UserFolders& folders) {
+void MenuBarCompanion::launchIfNeeded(const AppIdentity& identity, const UserFolders& folders,
+                                      const std::string& programs) {
   if (identity.isMenuBarHelper() || isRunning(folders)) return;
-  const auto program = QDir(QCoreApplication::applicationDirPath()).filePath(QLatin1String(companionProgram));
-  if (!QFileInfo::exists(program)) return;
+  const auto program = FilePath::join(programs, companionProgram);
+  if (!FileSystem::exists(program)) return;
   QProcess companion;
-  companion.setProgram(program);
+  companion.setProgram(QFile::decodeName(program.c_str()));
   companion.setStandardInputFile(QProcess::nullDevice());
   if (!companion.startDetached()) {
     Log::write("Nimbrel menu bar launch failed: " + companion.errorString().toStdString());

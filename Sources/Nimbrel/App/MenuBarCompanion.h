@@ -21,8 +21,8 @@ namespace Nimbrel::MenuBarCompanion {
 /// Whether a companion of that catalogue runs, in whatever process.
 [[nodiscard]] bool isRunning(const UserFolders& folders);
 
-/// Starts the companion where this process is none and none runs. Without a program for it nothing happens; a failure
-/// goes to the log.
-void launchIfNeeded(const AppIdentity& identity, const UserFolders& folders);
+/// Starts the companion where this process is none and none runs. `programs` is the folder that ours lie in; without
+/// one for it nothing happens, and a failure goes to the log.
+void launchIfNeeded(const AppIdentity& identity, const UserFolders& folders, const std::string& programs);
 
 }  // namespace Nimbrel::MenuBarCompanion

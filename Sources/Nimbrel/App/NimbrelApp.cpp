@@ -11,6 +11,7 @@
 #include "Views/Shared/NimbrelStyle.h"
 
 #include <QApplication>
+#include <QFile>
 
 #include <algorithm>
 #include <cstdio>
@@ -56,7 +57,8 @@ std::unique_ptr<QCoreApplication> makeApplication(ProcessRole role, int& argc, c
 int runWindow(Store& store, const WindowServices& services, const AppIdentity& identity) {
   MainProcess process(store, services);
   process.raise();
-  if (const auto folders = UserFolders::ofCurrentUser()) MenuBarCompanion::launchIfNeeded(identity, *folders);
+  const auto programs = QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString();
+  if (const auto folders = UserFolders::ofCurrentUser()) MenuBarCompanion::launchIfNeeded(identity, *folders, programs);
   return QCoreApplication::exec();
 }
 
