@@ -1,6 +1,6 @@
 #include "Views/Window/Columns.h"
 
-#include "WindowFixture.h"
+#include "Views/Window/WindowFixture.h"
 
 #include <QMouseEvent>
 #include <QToolButton>

@@ -1,6 +1,6 @@
 #include "Views/Window/Sidebar.h"
 
-#include "WindowFixture.h"
+#include "Views/Window/WindowFixture.h"
 
 #include <QContextMenuEvent>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "Views/Window/Toolbar.h"
 
-#include "WindowFixture.h"
+#include "Views/Window/WindowFixture.h"
 
 #include <QApplication>
 #include <QMenuBar>
