@@ -1,13 +1,13 @@
 #include "App/MainProcess.h"
 
-#include "Support/FakePasteboard.h"
 #include "Support/StoreHome.h"
 
 #include <gmock/gmock.h>
 
 #include <QAction>
 #include <QApplication>
-#include <QTest>
+#include <QDialog>
+#include <QTimer>
 
 #include <functional>
 
