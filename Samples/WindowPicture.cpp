@@ -16,6 +16,9 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <utility>
 
 namespace Nimbrel {
 

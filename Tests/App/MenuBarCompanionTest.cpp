@@ -42,8 +42,7 @@ class MenuBarCompanionTest : public ::testing::Test {
 
 TEST_F(MenuBarCompanionTest, HasTheIdentifierOfTheApplicationWithASuffix) {
   EXPECT_EQ(MenuBarCompanion::bundleIdentifier(), AppIdentity::bundleIdentifier() + ".menubar");
-  EXPECT_EQ(MenuBarCompanion::bundleIdentifier(),
-            AppIdentity::fromProgramName("nimbrel-menubar").processIdentifier());
+  EXPECT_EQ(MenuBarCompanion::bundleIdentifier(), AppIdentity::fromProgramName("nimbrel-menubar").processIdentifier());
 }
 
 TEST_F(MenuBarCompanionTest, IsStartedWhereNoneRuns) {

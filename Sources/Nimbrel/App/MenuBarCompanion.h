@@ -8,7 +8,8 @@
 #include <string>
 
 /// The worker that runs beside the window and goes on without it: the same executable under another name. It is known
-/// by what it holds, the folder of the user's catalogue, so that each catalogue has a companion of its own. Main thread.
+/// by what it holds, the folder of the user's catalogue, so that each catalogue has a companion of its own. Main
+/// thread.
 namespace Nimbrel::MenuBarCompanion {
 
 /// The identifier of its process.

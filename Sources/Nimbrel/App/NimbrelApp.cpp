@@ -12,13 +12,17 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Nimbrel {
@@ -26,6 +30,8 @@ namespace Nimbrel {
 namespace {
 
 using Arguments = std::vector<std::string_view>;
+
+constexpr std::chrono::milliseconds betweenAnnouncements{100};
 
 /// The headless pass looks once, and would only take watches away from the companion.
 Services servicesFor(ProcessRole role) {
@@ -45,10 +51,10 @@ std::unique_ptr<QCoreApplication> makeApplication(ProcessRole role, int& argc, c
     return std::make_unique<QCoreApplication>(argc, argv);
   }
   auto application = std::make_unique<QApplication>(argc, argv);
-  application->setApplicationDisplayName(QStringLiteral("Nimbrel"));
-  application->setDesktopFileName(QStringLiteral("nimbrel"));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("Nimbrel"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("nimbrel"));
   // What was copied may keep the process after its window.
-  application->setQuitOnLastWindowClosed(false);
+  QGuiApplication::setQuitOnLastWindowClosed(false);
   installDesign(*application);
   return application;
 }
@@ -64,9 +70,15 @@ int runWindow(Store& store, const WindowServices& services, const AppIdentity& i
 
 /// The worker, or the application where there is nothing to show its window on, until a signal ends it.
 int runWithoutWindow(const AppIdentity& identity) {
-  std::optional<FolderLock> place;
   const auto folders = UserFolders::ofCurrentUser();
-  if (folders && identity.isMenuBarHelper()) place = MenuBarCompanion::announce(*folders);
+  std::optional<FolderLock> place;
+  QTimer announcing;
+  // Whoever only looks whether one runs holds the place for a moment.
+  QObject::connect(&announcing, &QTimer::timeout, &announcing, [&] {
+    place = MenuBarCompanion::announce(*folders);
+    if (place) announcing.stop();
+  });
+  if (folders && identity.isMenuBarHelper()) announcing.start(betweenAnnouncements);
   return QCoreApplication::exec();
 }
 

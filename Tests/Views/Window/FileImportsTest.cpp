@@ -73,8 +73,8 @@ TEST_F(FileImportsTest, OfDroppedFoldersTheImagesAreImported) {
 }
 
 TEST_F(FileImportsTest, AFileThatIsNoImageOrGoneContributesNothing) {
-  EXPECT_TRUE(dropFiles({home_.addFile(home_.path("notes.txt")), home_.path("gone.png"),
-                         home_.addFile(home_.path("a.png"))}));
+  EXPECT_TRUE(
+      dropFiles({home_.addFile(home_.path("notes.txt")), home_.path("gone.png"), home_.addFile(home_.path("a.png"))}));
   ASSERT_TRUE(waitForStatus());
   EXPECT_THAT(names(), ::testing::Contains("a.png"));
   EXPECT_THAT(names(), ::testing::Not(::testing::Contains("notes.txt")));

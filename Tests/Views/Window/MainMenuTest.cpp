@@ -186,8 +186,8 @@ TEST_F(MainMenuTest, QuickLookShowsWhatIsSelectedOrAllThatIsShown) {
 }
 
 TEST_F(MainMenuTest, CapturesAreAskedFor) {
-  for (const auto* name : {"menu.captureSelection", "menu.captureWindow", "menu.captureScreen",
-                           "menu.recordSelection", "menu.recordScreen"}) {
+  for (const auto* name : {"menu.captureSelection", "menu.captureWindow", "menu.captureScreen", "menu.recordSelection",
+                           "menu.recordScreen"}) {
     openWindow();
     store_->setStatus("");
     action(name)->trigger();

@@ -41,10 +41,10 @@ class ToolbarTest : public Testing::WindowFixture {
 
 TEST_F(ToolbarTest, ViewOptionsStandInTheirOrder) {
   openWindow();
-  EXPECT_THAT(itemsOf(*find<QMenu>("viewOptions.menu")),
-              ElementsAre("[View As]", "Grid", "Gallery", "-", "[Sort]", "Newest First", "Oldest First", "Name",
-                          "Group by Day", "-", "Small Thumbnails", "Medium Thumbnails", "Large Thumbnails", "-",
-                          "Hide Details"));
+  EXPECT_THAT(
+      itemsOf(*find<QMenu>("viewOptions.menu")),
+      ElementsAre("[View As]", "Grid", "Gallery", "-", "[Sort]", "Newest First", "Oldest First", "Name", "Group by Day",
+                  "-", "Small Thumbnails", "Medium Thumbnails", "Large Thumbnails", "-", "Hide Details"));
   EXPECT_EQ(find<QToolButton>("viewOptions")->accessibleName(), QStringLiteral("View Options"));
   EXPECT_EQ(find<QToolButton>("viewOptions")->toolTip(), QStringLiteral("Sort, group, and resize screenshots"));
 }
@@ -78,8 +78,8 @@ TEST_F(ToolbarTest, SizesOfThumbnailsAreSetByMenuAndSlider) {
   EXPECT_EQ(slider->width(), 120);
   EXPECT_EQ(slider->accessibleName(), QStringLiteral("Thumbnail Size"));
   EXPECT_EQ(find<QWidget>("thumbnailSizeControl")->size(), QSize(190, 32));
-  for (const auto& [name, size] : {std::pair{"viewOptions.small", 140}, {"viewOptions.large", 270},
-                                   {"viewOptions.medium", 190}}) {
+  for (const auto& [name, size] : {std::pair{"viewOptions.small", 140}, std::pair{"viewOptions.large", 270},
+                                   std::pair{"viewOptions.medium", 190}}) {
     action(name)->trigger();
     EXPECT_EQ(store_->settings().thumbSize(), size);
     EXPECT_EQ(slider->value(), size);
@@ -148,8 +148,8 @@ TEST_F(ToolbarTest, TabGoesFromTheSidebarButtonToTheSearchFieldInOrder) {
     names.push_back(QApplication::focusWidget()->objectName().toStdString());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   }
-  EXPECT_THAT(names, ElementsAre("sidebarButton", "menuTitles", "viewOptions", "thumbnailSize", "moreOptions",
-                                 "searchField"));
+  EXPECT_THAT(names,
+              ElementsAre("sidebarButton", "menuTitles", "viewOptions", "thumbnailSize", "moreOptions", "searchField"));
 }
 
 TEST_F(ToolbarTest, TabMarksTheFirstTitleAndDownOpensItsMenu) {

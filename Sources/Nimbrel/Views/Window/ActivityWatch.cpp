@@ -26,7 +26,8 @@ void ActivityWatch::follow(const QWindow* focused) {
 }
 
 void ActivityWatch::decide() {
-  const bool isBusyHere = QApplication::activePopupWidget() != nullptr || QGuiApplication::mouseButtons() != Qt::NoButton;
+  const bool isBusyHere =
+      QApplication::activePopupWidget() != nullptr || QGuiApplication::mouseButtons() != Qt::NoButton;
   // Asked again until the menu is closed or the button let go.
   if (isBusyHere) return;
   leaving_.stop();

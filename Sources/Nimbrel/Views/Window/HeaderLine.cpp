@@ -63,8 +63,8 @@ void HeaderLine::place() {
   const auto subtitleWidth = std::min(subtitle_->sizeHint().width(), width() - padding - leastEnd - left);
   title_->setGeometry(QStyle::visualRect(layoutDirection(), rect(), title));
   subtitle_->setVisible(subtitleWidth > 0);
-  subtitle_->setGeometry(QStyle::visualRect(layoutDirection(), rect(),
-                                            QRect(left, top, std::max(0, subtitleWidth), subtitleHeight)));
+  subtitle_->setGeometry(
+      QStyle::visualRect(layoutDirection(), rect(), QRect(left, top, std::max(0, subtitleWidth), subtitleHeight)));
 }
 
 }  // namespace Nimbrel

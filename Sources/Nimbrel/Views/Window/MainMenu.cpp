@@ -49,15 +49,23 @@ void MainMenu::add(QMenu& menu, Command command) {
 
 void MainMenu::fillApplicationMenu() {
   auto& menu = *addMenu("menu.application", "&Nimbrel");
-  add(menu, {"checkForUpdates", "Check for Updates…", "", [this] {
+  add(menu, {"checkForUpdates",
+             "Check for Updates…",
+             "",
+             [this] {
                if (parts_.checkForUpdates) parts_.checkForUpdates();
-             }, {}});
+             },
+             {}});
   menu.addSeparator();
   add(menu, {"settings", "Settings…", "Ctrl+,", nothing, never});
   menu.addSeparator();
-  add(menu, {"quit", "Quit Nimbrel", "Ctrl+Q", [this] {
+  add(menu, {"quit",
+             "Quit Nimbrel",
+             "Ctrl+Q",
+             [this] {
                if (parts_.quit) parts_.quit();
-             }, {}});
+             },
+             {}});
 }
 
 void MainMenu::fillFileMenu() {
@@ -74,9 +82,7 @@ void MainMenu::fillFileMenu() {
 }
 
 void MainMenu::addCaptures(QMenu& menu) {
-  const auto capture = [this](CaptureMode mode) {
-    return [this, mode] { store_.capture(mode, Store::Panel::Keep); };
-  };
+  const auto capture = [this](CaptureMode mode) { return [this, mode] { store_.capture(mode, Store::Panel::Keep); }; };
   add(menu, {"captureSelection", "Capture Selection…", "Ctrl+Shift+5", capture(CaptureMode::area), {}});
   add(menu, {"captureWindow", "Capture Window…", "", capture(CaptureMode::window), {}});
   add(menu, {"captureScreen", "Capture Main Screen", "", capture(CaptureMode::screen), {}});
@@ -96,8 +102,8 @@ void MainMenu::fillEditMenu() {
 
 void MainMenu::addShotCommands(QMenu& menu) {
   const auto hasShots = [this] { return hasSelectedShots(); };
-  add(menu, {"fileToLibrary", "File to Library", "Ctrl+Shift+L", [this] { store_.file(store_.selectedShots()); },
-             hasShots});
+  add(menu,
+      {"fileToLibrary", "File to Library", "Ctrl+Shift+L", [this] { store_.file(store_.selectedShots()); }, hasShots});
   add(menu, {"copyText", "Copy Recognized Text", "Ctrl+Shift+C",
              [this] {
                const auto shot = store_.focused();

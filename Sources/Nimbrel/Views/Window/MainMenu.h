@@ -36,7 +36,7 @@ class MainMenu final : public QObject {
   struct Command {
     const char* name;  ///< after "menu."
     const char* title;
-    const char* keys;     ///< empty for none
+    const char* keys;  ///< empty for none
     Act act;
     Condition isEnabled;  ///< empty for always
   };

@@ -20,7 +20,7 @@ class SheetHost final : public QObject {
   /// A kind of sheet.
   struct Sheet {
     std::function<bool()> isWanted;
-    std::function<void()> dismissed;               ///< makes it not wanted
+    std::function<void()> dismissed;                ///< makes it not wanted
     std::function<QDialog*(QWidget* window)> make;  ///< a child of the window; empty where there is no such sheet
   };
 

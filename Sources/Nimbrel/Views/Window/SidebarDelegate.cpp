@@ -54,8 +54,8 @@ int paintIcon(const QStyleOptionViewItem& option, QPainter& painter, const Sideb
     icon.paint(&painter, mirrored(option, slot));
   } else {
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-    Symbols::paint(painter, mirrored(option, slot), QString::fromStdString(row.symbol),
-                   scaled(Measures::sidebarSymbol), themeColor(isSelected ? Token::Accent : Token::Secondary));
+    Symbols::paint(painter, mirrored(option, slot), QString::fromStdString(row.symbol), scaled(Measures::sidebarSymbol),
+                   themeColor(isSelected ? Token::Accent : Token::Secondary));
   }
   return left + size + iconGap;
 }
@@ -99,7 +99,7 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
 QSize SidebarDelegate::sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*index*/) const {
   // The list is as wide as its column, whatever stands in it. Titles are as high as rows.
   static_assert(Measures::sidebarRowHeight == Measures::sectionTitleHeight);
-  return {0, scaled(Measures::sidebarRowHeight)};
+  return {1, scaled(Measures::sidebarRowHeight)};
 }
 
 }  // namespace Nimbrel

@@ -57,7 +57,7 @@ void TextCommands::follow(QWidget* focused) {
 
 void TextCommands::run(const char* slot) {
   if (field_) {
-    QMetaObject::invokeMethod(field_, slot);
+    QMetaObject::invokeMethod(field_.data(), slot);
   } else if (std::string_view(slot) == pasteSlot && pasteElsewhere_) {
     pasteElsewhere_();
   }

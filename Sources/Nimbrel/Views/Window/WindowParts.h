@@ -18,23 +18,23 @@ struct WindowParts {
   using Column = std::function<QWidget*(QWidget* parent, EditorTarget& editor)>;
   using Sheet = std::function<QDialog*(QWidget* window)>;
 
-  Column gallery;
-  Column inspector;        ///< seen while exactly one shot is selected, which is the Store's focused()
-  Column severalSelected;  ///< seen while two or more are
+  Column gallery = {};
+  Column inspector = {};        ///< seen while exactly one shot is selected, which is the Store's focused()
+  Column severalSelected = {};  ///< seen while two or more are
 
-  Sheet purge;
-  Sheet duplicates;
-  Sheet shrink;
-  Sheet cleanup;
-  Sheet recordingTools;  ///< asked for only when there is a recording
+  Sheet purge = {};
+  Sheet duplicates = {};
+  Sheet shrink = {};
+  Sheet cleanup = {};
+  Sheet recordingTools = {};  ///< asked for only when there is a recording
   /// For the shot of the target.
-  std::function<QDialog*(QWidget* window, EditorTarget& editor)> editor;
+  std::function<QDialog*(QWidget* window, EditorTarget& editor)> editor = {};
 
   /// Shows pictures large, for whom access has been asked for.
-  std::function<void(const ShotList& shots)> quickLook;
-  std::function<void()> checkForUpdates;
+  std::function<void(const ShotList& shots)> quickLook = {};
+  std::function<void()> checkForUpdates = {};
   /// Ends the application, as far as the user is concerned.
-  std::function<void()> quit;
+  std::function<void()> quit = {};
 };
 
 }  // namespace Nimbrel
