@@ -1,3 +1,4 @@
+#include "Support/EnvironmentVariable.h"
 #include "Support/Pictures.h"
 #include "Support/ProgramRun.h"
 #include "Support/StoreHome.h"
@@ -124,8 +125,9 @@ TEST_F(WorkerTest, AHeadlessPassRunsBesideIt) {
   end(*worker, SIGTERM);
 }
 
-TEST_F(WorkerTest, TheApplicationStartsWithVerboseAloneAndScansNothing) {
+TEST_F(WorkerTest, TheApplicationWithoutADisplayRunsWithVerboseAloneAndScansNothing) {
   home_.addFile(home_.desktop("Screenshot 1.png"));
+  const Testing::EnvironmentVariable platform("QT_QPA_PLATFORM", std::nullopt);
   const auto application = startProgram("nimbrel", {QStringLiteral("--verbose")}, home_.folder().path());
   Testing::runEventLoopFor(std::chrono::milliseconds(1500));
   EXPECT_EQ(application->state(), QProcess::Running);

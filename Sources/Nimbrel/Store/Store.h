@@ -23,6 +23,7 @@
 #include "Store/Tags.h"
 #include "Store/UnlockedShots.h"
 
+#include <QImage>
 #include <QObject>
 #include <QThreadPool>
 #include <QTimer>
@@ -87,6 +88,8 @@ class Store : public QObject {
   [[nodiscard]] const ShotIDSet& unlockedSensitiveIDs() const { return unlocked_.ids(); }
   /// One line on the outcome of the last action; overwritten by the next.
   [[nodiscard]] const std::string& status() const { return status_; }
+  /// For what is done outside of the Store.
+  void setStatus(std::string status);
   /// Whether a capture is under way: from the request until the program that takes it has ended.
   [[nodiscard]] bool captureBusy() const { return captureBusy_; }
   /// Whether this process records.
@@ -149,6 +152,9 @@ class Store : public QObject {
   void restartWatching();
   /// Adds files that the user has chosen, where they lie, even if they were once taken out of the catalogue.
   void importFiles(const std::vector<std::string>& paths);
+  /// Makes a file of a picture that never was one, as PNG in the first folder of new screenshots and with the name of a
+  /// capture, and adds that. It is written in the background; why it could not be is told in the status.
+  void importPicture(const QImage& picture);
 
   // Filing, renaming, removing
 
@@ -374,7 +380,6 @@ class Store : public QObject {
   template <class T>
   void publish(T& field, T value, Fact fact);
   void note(Fact fact);
-  void setStatus(std::string status);
   [[nodiscard]] std::optional<std::string> storedRecordingPath() const;
   [[nodiscard]] std::optional<ShotID> storedCapturedID() const;
 

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "App/UpdateController.h"
+#include "Platform/Services.h"
+#include "Store/Store.h"
+#include "Views/Shared/AppIcons.h"
+#include "Views/Window/ActivityWatch.h"
+#include "Views/Window/ContentView.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <vector>
+
+namespace Nimbrel {
+
+/// The services of a Store that the window works with as well. Borrowed.
+struct WindowServices {
+  explicit WindowServices(const Services& services);
+
+  Pasteboard& pasteboard;
+  Workspace& workspace;
+  InstalledApplications& installedApplications;
+};
+
+/// The application as the user sees it: the main window and what follows from its being there. Needs a QApplication
+/// with the design installed. Main thread.
+class MainProcess final : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The Store, and the services in it, must outlive it.
+  MainProcess(Store& store, WindowServices services);
+
+  [[nodiscard]] ContentView& window() { return window_; }
+
+  /// Shows the window, in front.
+  void raise();
+
+  /// Ends the event loop once nothing that was copied here is lost with the process; until then it stays without a
+  /// window. Again, it does nothing.
+  void quit();
+
+ private:
+  [[nodiscard]] WindowParts parts();
+  void hideWindows();
+  void unhideWindows();
+
+  Store& store_;
+  WindowServices services_;
+  AppIcons icons_;
+  UpdateController updates_;
+  ContentView window_;
+  ActivityWatch activity_;
+  std::vector<QPointer<QWidget>> hidden_;  ///< while a capture is taken
+  bool isQuitting_ = false;
+};
+
+}  // namespace Nimbrel

@@ -1,0 +1,30 @@
+#include "Views/Window/EditorTarget.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Nimbrel {
+
+EditorTarget::EditorTarget(Store& store, QObject* parent) : QObject(parent), store_(store) {
+  connect(&store, &Store::unlockedSensitiveIDsChanged, this, &EditorTarget::closeLocked);
+  connect(&store, &Store::editRequestNonceChanged, this, &EditorTarget::takeRequest);
+}
+
+void EditorTarget::setShot(std::optional<ShotPtr> shot) {
+  if (shot == shot_) return;
+  shot_ = std::move(shot);
+  Q_EMIT changed();
+}
+
+void EditorTarget::closeLocked() {
+  if (shot_ && store_.isProtected(**shot_)) setShot(std::nullopt);
+}
+
+void EditorTarget::takeRequest() {
+  const auto id = store_.editRequestShotID();
+  if (!id) return;
+  const auto found = std::ranges::find_if(store_.shots(), [&id](const ShotPtr& shot) { return shot->id == *id; });
+  if (found != store_.shots().end()) setShot(*found);
+}
+
+}  // namespace Nimbrel

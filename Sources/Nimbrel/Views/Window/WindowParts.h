@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Store/Store.h"
+#include "Views/Shared/AppIcons.h"
+#include "Views/Window/EditorTarget.h"
+
+#include <QDialog>
+#include <QWidget>
+
+#include <functional>
+
+namespace Nimbrel {
+
+/// What the main window is put together from, beside what it makes itself. A maker that is empty leaves its place
+/// empty, and a sheet without one does not open.
+struct WindowParts {
+  /// Makes a child of the widget it is given, which belongs to that.
+  using Column = std::function<QWidget*(QWidget* parent, EditorTarget& editor)>;
+  using Sheet = std::function<QDialog*(QWidget* window)>;
+
+  Column gallery = {};
+  Column inspector = {};        ///< seen while exactly one shot is selected, which is the Store's focused()
+  Column severalSelected = {};  ///< seen while two or more are
+
+  Sheet purge = {};
+  Sheet duplicates = {};
+  Sheet shrink = {};
+  Sheet cleanup = {};
+  Sheet recordingTools = {};  ///< asked for only when there is a recording
+  /// For the shot of the target.
+  std::function<QDialog*(QWidget* window, EditorTarget& editor)> editor = {};
+
+  /// Shows pictures large, for whom access has been asked for.
+  std::function<void(const ShotList& shots)> quickLook = {};
+  std::function<void()> checkForUpdates = {};
+  /// Ends the application, as far as the user is concerned.
+  std::function<void()> quit = {};
+};
+
+}  // namespace Nimbrel

@@ -1,0 +1,105 @@
+#include "App/MainProcess.h"
+
+#include "Support/StoreHome.h"
+
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QTimer>
+
+#include <functional>
+
+namespace Nimbrel {
+namespace {
+
+/// A clipboard whose content is only handed over when a test says so.
+class PatientPasteboard final : public Pasteboard {
+ public:
+  void writePicture(const QImage&) override {}
+  void writeText(std::string_view) override {}
+  void handOver(QObject*, std::function<void()> then) override {
+    ++asked;
+    then_ = std::move(then);
+  }
+  void finish() { then_(); }
+
+  int asked = 0;
+
+ private:
+  std::function<void()> then_;
+};
+
+class MainProcessTest : public ::testing::Test {
+ protected:
+  MainProcessTest() {
+    auto pasteboard = std::make_unique<PatientPasteboard>();
+    pasteboard_ = pasteboard.get();
+    Services services;
+    services.pasteboard = std::move(pasteboard);
+    const WindowServices windowServices(services);
+    store_ = home_.open(ProcessRole::tool, std::move(services));
+    process_ = std::make_unique<MainProcess>(*store_, windowServices);
+    process_->raise();
+  }
+
+  [[nodiscard]] ContentView& window() { return process_->window(); }
+  /// Runs the event loop until something ends it, and tells whether that came by itself.
+  static bool ends(const std::function<void()>& first) {
+    QTimer::singleShot(0, first);
+    return QApplication::exec() == 0;
+  }
+
+  Testing::StoreHome home_;
+  PatientPasteboard* pasteboard_ = nullptr;
+  std::unique_ptr<Store> store_;
+  std::unique_ptr<MainProcess> process_;
+};
+
+TEST_F(MainProcessTest, ShowsTheWindow) {
+  EXPECT_TRUE(window().isVisible());
+  EXPECT_EQ(window().windowTitle(), QStringLiteral("Nimbrel"));
+}
+
+TEST_F(MainProcessTest, ClosingTheWindowQuitsOnceNothingCopiedIsLost) {
+  window().close();
+  EXPECT_EQ(pasteboard_->asked, 1);
+  EXPECT_FALSE(window().isVisible());
+  EXPECT_TRUE(ends([this] { pasteboard_->finish(); }));
+}
+
+TEST_F(MainProcessTest, QuittingAsksOnce) {
+  window().findChild<QAction*>(QStringLiteral("menu.quit"))->trigger();
+  EXPECT_FALSE(window().isVisible());
+  process_->quit();
+  EXPECT_EQ(pasteboard_->asked, 1);
+  Q_EMIT store_->windowRequested();
+  EXPECT_FALSE(window().isVisible()) << "what quits does not come back";
+}
+
+TEST_F(MainProcessTest, AnUnconfiguredBuildSaysThatNoUpdatesAreSetUp) {
+  window().findChild<QAction*>(QStringLiteral("menu.checkForUpdates"))->trigger();
+  EXPECT_EQ(store_->status(), "No updates are set up for this build");
+}
+
+TEST_F(MainProcessTest, WindowsAreOutOfAPictureThatIsTaken) {
+  QDialog dialog(&window());
+  dialog.open();
+  Q_EMIT store_->hidingRequested();
+  EXPECT_FALSE(window().isVisible());
+  EXPECT_FALSE(dialog.isVisible());
+  Q_EMIT store_->unhidingRequested();
+  EXPECT_TRUE(window().isVisible());
+  EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(MainProcessTest, AMinimisedWindowComesBackWhenItIsAskedFor) {
+  window().showMinimized();
+  Q_EMIT store_->windowRequested();
+  EXPECT_FALSE(window().isMinimized());
+  EXPECT_TRUE(window().isVisible());
+}
+
+}  // namespace
+}  // namespace Nimbrel
