@@ -3,6 +3,8 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <QDir>
+
 #include <array>
 
 namespace Nimbrel::Testing {
@@ -14,7 +16,10 @@ constexpr std::array services{"nimbrel", "login"};
 
 }  // namespace
 
-PamServices::PamServices() {
+PamServices::PamServices() : turn_(QDir::temp().filePath(QStringLiteral("nimbrel-tests-of-pam.lock"))) {
+  // Held by a living process for as long as it takes.
+  turn_.setStaleLockTime(0);
+  turn_.lock();
   // The library complains without one for services that have none of their own.
   folder_.write("services/other", "auth required pam_deny.so\naccount required pam_deny.so\n");
   setPassword("secret");

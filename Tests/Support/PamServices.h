@@ -2,6 +2,7 @@
 
 #include "Support/TemporaryFolder.h"
 
+#include <QLockFile>
 #include <QProcessEnvironment>
 
 #include <string>
@@ -9,7 +10,8 @@
 namespace Nimbrel::Testing {
 
 /// Services of PAM with a password of a test's own, for the child processes that get its environment. The password of
-/// the user who runs the tests is "secret" there.
+/// the user who runs the tests is "secret" there. One at a time on the machine, so no test makes two: processes that
+/// start with the wrapper of PAM at the same moment take each other's folder away and end.
 class PamServices {
  public:
   PamServices();
@@ -24,6 +26,7 @@ class PamServices {
   [[nodiscard]] QProcessEnvironment in(QProcessEnvironment environment) const;
 
  private:
+  QLockFile turn_;
   TemporaryFolder folder_;
 };
 
