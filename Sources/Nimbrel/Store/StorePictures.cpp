@@ -23,7 +23,7 @@ struct Written {
 };
 
 /// Two pictures of one second want one name; the second of them gets another. Any thread.
-Written write(const QImage& picture, const std::string& wanted) {
+Written writePicture(const QImage& picture, const std::string& wanted) {
   Written written{.path = ShotFile::uniqueURL(wanted), .failure = {}};
   for (int i = 0; i < mostNames; ++i) {
     written.failure = ImageFile::writePNG(picture, written.path);
@@ -41,7 +41,7 @@ void Store::importPicture(const QImage& picture) {
     return setStatus("Could not save the picture: " + failure->message);
   }
   inBackground(
-      this, *QThreadPool::globalInstance(), [picture, path] { return write(picture, path); },
+      this, *QThreadPool::globalInstance(), [picture, path] { return writePicture(picture, path); },
       [this](const Written& written) {
         if (written.failure) return setStatus("Could not save the picture: " + written.failure->message);
         importFiles({written.path});
