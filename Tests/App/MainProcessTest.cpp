@@ -19,6 +19,7 @@ class PatientPasteboard final : public Pasteboard {
  public:
   void writePicture(const QImage&) override {}
   void writeText(std::string_view) override {}
+  void writeFile(const std::string&) override {}
   void handOver(QObject*, std::function<void()> then) override {
     ++asked;
     then_ = std::move(then);

@@ -1,5 +1,15 @@
 #include "App/MainProcess.h"
 
+#include "Views/Gallery/GalleryView.h"
+#include "Views/Gallery/MultiSelectionView.h"
+#include "Views/Inspector/InspectorView.h"
+#include "Views/Panels/QuickLook.h"
+#include "Views/Panels/SharingMenu.h"
+#include "Views/Sheets/CleanupSuggestionsView.h"
+#include "Views/Sheets/DuplicatesView.h"
+#include "Views/Sheets/PurgeView.h"
+#include "Views/Sheets/ShrinkView.h"
+
 #include <QApplication>
 #include <QFile>
 
@@ -20,7 +30,8 @@ UpdateSettings readUpdateSettings() {
 WindowServices::WindowServices(const Services& services)
     : pasteboard(*services.pasteboard),
       workspace(*services.workspace),
-      installedApplications(*services.installedApplications) {}
+      installedApplications(*services.installedApplications),
+      ownerAuthentication(*services.ownerAuthentication) {}
 
 MainProcess::MainProcess(Store& store, WindowServices services)
     : store_(store),
@@ -28,18 +39,59 @@ MainProcess::MainProcess(Store& store, WindowServices services)
       icons_(services.installedApplications),
       updates_(readUpdateSettings(), store, services.workspace),
       window_(store, icons_, parts()),
+      prompt_(services.ownerAuthentication, window_),
       activity_(store) {
   connect(&window_, &ContentView::closed, this, &MainProcess::quit);
   connect(&store, &Store::windowRequested, this, &MainProcess::raise);
   connect(&store, &Store::hidingRequested, this, &MainProcess::hideWindows);
   connect(&store, &Store::unhidingRequested, this, &MainProcess::unhideWindows);
+  connect(&store, &Store::fileReplaced, this, [this](const std::string& oldPath) { thumbs_.remove(oldPath); });
 }
 
 WindowParts MainProcess::parts() {
   WindowParts parts;
+  parts.gallery = [this](QWidget* parent, EditorTarget&) { return makeGallery(parent); };
+  parts.inspector = [this](QWidget* parent, EditorTarget&) { return makeInspector(parent); };
+  parts.severalSelected = [this](QWidget* parent, EditorTarget&) { return new MultiSelectionView(store_, parent); };
+  addSheets(parts);
+  parts.quickLook = [this] { lookClosely(); };
   parts.checkForUpdates = [this] { updates_.checkForUpdates(); };
   parts.quit = [this] { quit(); };
   return parts;
+}
+
+void MainProcess::addSheets(WindowParts& parts) {
+  parts.purge = [this](QWidget* window) { return new PurgeView(store_, window); };
+  parts.duplicates = [this](QWidget* window) { return new DuplicatesView(store_, thumbs_, previews_, window); };
+  parts.shrink = [this](QWidget* window) { return new ShrinkView(store_, window); };
+  parts.cleanup = [this](QWidget* window) { return new CleanupSuggestionsView(store_, window); };
+}
+
+QWidget* MainProcess::makeGallery(QWidget* parent) {
+  auto* gallery = new GalleryView({store_, icons_, thumbs_, previews_}, parent);
+  auto& actions = gallery->actions();
+  connect(&actions, &GalleryActions::quickLookRequested, this, &MainProcess::lookClosely);
+  connect(&actions, &GalleryActions::shareRequested, this,
+          [this](const ShotPtr& shot) { share(store_, shot, window_); });
+  return gallery;
+}
+
+QWidget* MainProcess::makeInspector(QWidget* parent) {
+  auto* inspector = new InspectorView(store_, icons_, thumbs_, previews_, parent);
+  const auto follow = [this, inspector] {
+    if (const auto shot = store_.focused()) inspector->setShot(*shot);
+  };
+  connect(&store_, &Store::selectionChanged, inspector, follow);
+  connect(&store_, &Store::shotsChanged, inspector, follow);
+  connect(inspector, &InspectorView::shareRequested, this,
+          [this](const ShotPtr& shot) { share(store_, shot, window_); });
+  follow();
+  return inspector;
+}
+
+void MainProcess::lookClosely() {
+  if (!quickLook_) quickLook_ = makeQuickLookPanel(store_, &window_);
+  quickLook(store_, *quickLook_);
 }
 
 void MainProcess::raise() {

@@ -3,7 +3,11 @@
 #include "App/UpdateController.h"
 #include "Platform/Services.h"
 #include "Store/Store.h"
+#include "Views/Gallery/GalleryPreviewCache.h"
+#include "Views/Gallery/ThumbCache.h"
+#include "Views/Panels/QuickLookPanel.h"
 #include "Views/Shared/AppIcons.h"
+#include "Views/Sheets/AuthenticationPrompt.h"
 #include "Views/Window/ActivityWatch.h"
 #include "Views/Window/ContentView.h"
 
@@ -22,6 +26,7 @@ struct WindowServices {
   Pasteboard& pasteboard;
   Workspace& workspace;
   InstalledApplications& installedApplications;
+  OwnerAuthentication& ownerAuthentication;
 };
 
 /// The application as the user sees it: the main window and what follows from its being there. Needs a QApplication
@@ -44,15 +49,23 @@ class MainProcess final : public QObject {
 
  private:
   [[nodiscard]] WindowParts parts();
+  void addSheets(WindowParts& parts);
+  QWidget* makeGallery(QWidget* parent);
+  QWidget* makeInspector(QWidget* parent);
+  void lookClosely();
   void hideWindows();
   void unhideWindows();
 
   Store& store_;
   WindowServices services_;
   AppIcons icons_;
+  ThumbCache thumbs_;
+  GalleryPreviewCache previews_;
   UpdateController updates_;
   ContentView window_;
+  AuthenticationPrompt prompt_;
   ActivityWatch activity_;
+  QPointer<QuickLookPanel> quickLook_;  ///< once it was asked for; the window's
   std::vector<QPointer<QWidget>> hidden_;  ///< while a capture is taken
   bool isQuitting_ = false;
 };

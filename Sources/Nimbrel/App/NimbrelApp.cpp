@@ -9,6 +9,7 @@
 #include "Platform/Process.h"
 #include "Store/Store.h"
 #include "Views/Shared/NimbrelStyle.h"
+#include "Views/Shared/Theme.h"
 
 #include <QApplication>
 #include <QFile>

@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QCoreApplication>
 #include <QContextMenuEvent>
 #include <QUrl>
 

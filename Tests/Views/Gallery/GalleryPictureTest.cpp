@@ -6,6 +6,7 @@
 #include "Views/Shared/Measures.h"
 #include "Views/Shared/Theme.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QPainter>
 

@@ -1,6 +1,7 @@
 #include "Foundation/Formats.h"
 
 #include "Views/Inspector/InspectorFixture.h"
+#include "Views/Shared/ElidedLabel.h"
 
 #include <filesystem>
 

@@ -1,4 +1,5 @@
 #include "Views/Inspector/InspectorFixture.h"
+#include "Views/Shared/TextStyles.h"
 
 #include <QPlainTextEdit>
 

@@ -1,5 +1,7 @@
 #include "Views/Inspector/InspectorPicture.h"
 
+#include <QPlainTextEdit>
+
 #include "Support/Pictures.h"
 #include "Views/Inspector/InspectorFixture.h"
 

@@ -3,6 +3,8 @@
 #include "Support/Pictures.h"
 #include "Views/Inspector/InspectorFixture.h"
 #include "Views/Shared/Measures.h"
+#include "Views/Shared/TextStyles.h"
+#include "Views/Shared/Theme.h"
 
 #include <QDir>
 #include <QMenu>

@@ -38,7 +38,7 @@ CellContent cellContent(const Store& store, const Shot& shot, AppIcons& icons) {
           .isFavorite = shot.favorite};
 }
 
-QString accessibleName(const CellContent& content) {
+QString spokenName(const CellContent& content) {
   QStringList parts{content.title, content.source};
   if (!content.isProtected && content.isInInbox) parts.append(QStringLiteral("Inbox"));
   if (!content.isProtected && content.isFavorite) parts.append(QStringLiteral("favourite"));

@@ -24,7 +24,7 @@ struct CellContent {
 [[nodiscard]] CellContent cellContent(const Store& store, const Shot& shot, AppIcons& icons);
 
 /// The same as assistive technology reads it.
-[[nodiscard]] QString accessibleName(const CellContent& content);
+[[nodiscard]] QString spokenName(const CellContent& content);
 
 /// The name of a shot on one line, or that it must not be shown.
 [[nodiscard]] QString shownTitle(const Store& store, const Shot& shot);

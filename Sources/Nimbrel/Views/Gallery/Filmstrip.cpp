@@ -80,7 +80,7 @@ std::optional<std::size_t> Filmstrip::cellAt(QPoint place) const {
 }
 
 QString Filmstrip::cellName(std::size_t cell) const {
-  return accessibleName(cellContent(context_.store, *shots_[cell], context_.icons));
+  return spokenName(cellContent(context_.store, *shots_[cell], context_.icons));
 }
 
 bool Filmstrip::isCellSelected(std::size_t cell) const { return context_.store.selection().contains(shots_[cell]->id); }

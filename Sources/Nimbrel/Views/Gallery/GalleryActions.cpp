@@ -40,12 +40,7 @@ void GalleryActions::pin(const ShotPtr& shot) { request(shot, &GalleryActions::p
 
 void GalleryActions::share(const ShotPtr& shot) { request(shot, &GalleryActions::shareRequested); }
 
-void GalleryActions::quickLook(const ShotList& shots) {
-  if (shots.empty()) return;
-  store_.withAccess(shots, [self = QPointer(this), shots] {
-    if (self) Q_EMIT self->quickLookRequested(shots);
-  });
-}
+void GalleryActions::quickLook() { Q_EMIT quickLookRequested(); }
 
 void GalleryActions::toggleFavorite(const ShotPtr& shot) {
   // While a menu was open the row may have gone, and its id to another.

@@ -25,8 +25,7 @@ class GalleryActions final : public QObject {
   void edit(const ShotPtr& shot);
   void pin(const ShotPtr& shot);
   void share(const ShotPtr& shot);
-  /// Nothing happens for no shots.
-  void quickLook(const ShotList& shots);
+  void quickLook();
   /// Makes it a favourite if it was none when this value was read, else no longer one.
   void toggleFavorite(const ShotPtr& shot);
 
@@ -38,7 +37,8 @@ class GalleryActions final : public QObject {
   void editRequested(const Nimbrel::ShotPtr& shot);
   void pinRequested(const Nimbrel::ShotPtr& shot);
   void shareRequested(const Nimbrel::ShotPtr& shot);
-  void quickLookRequested(const Nimbrel::ShotList& shots);
+  /// For what is selected, or everything that is shown. Whoever answers asks for consent.
+  void quickLookRequested();
 
  private:
   void withAccess(const ShotPtr& shot, const std::function<void(const Shot&)>& action);

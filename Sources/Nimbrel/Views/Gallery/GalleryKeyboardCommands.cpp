@@ -24,11 +24,6 @@ std::optional<Store::Direction> directionOf(int key, Qt::LayoutDirection directi
   }
 }
 
-ShotList shotsToLookAt(const Store& store) {
-  auto shots = store.selectedShots();
-  return shots.empty() ? store.ordered() : shots;
-}
-
 }  // namespace
 
 KeyOutcome handleGalleryKey(const QKeyEvent& event, Qt::LayoutDirection direction, Store& store,
@@ -44,7 +39,7 @@ KeyOutcome handleGalleryKey(const QKeyEvent& event, Qt::LayoutDirection directio
     return KeyOutcome::Done;
   }
   if (isPlain && event.key() == Qt::Key_Space) {
-    actions.quickLook(shotsToLookAt(store));
+    actions.quickLook();
     return KeyOutcome::Done;
   }
   if (isPlain && (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)) {

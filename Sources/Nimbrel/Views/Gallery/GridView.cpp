@@ -224,7 +224,7 @@ void GridView::reveal(std::size_t cell) {
 }
 
 QString GridView::cellName(std::size_t cell) const {
-  return accessibleName(cellContent(context_.store, *shots_[cell], context_.icons));
+  return spokenName(cellContent(context_.store, *shots_[cell], context_.icons));
 }
 
 QRect GridView::cellPlace(std::size_t cell) const { return layout_.cell(cell).translated(0, -position()); }

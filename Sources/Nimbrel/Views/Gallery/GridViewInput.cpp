@@ -84,11 +84,11 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void GridView::startDrag(const ShotPtr& shot) {
-  auto data = dragData(context_.store, *shot);
-  if (!data) return;
+  auto mime = dragData(context_.store, *shot);
+  if (!mime) return;
   // Of the window, and in a turn of its own: while it lasts the list may become another, and this grid go.
   auto* drag = new QDrag(window());
-  drag->setMimeData(data.release());
+  drag->setMimeData(mime.release());
   drag->setPixmap(dragPreview(thumbs_.picture(shot->path), devicePixelRatioF()));
   QMetaObject::invokeMethod(
       drag, [drag] { drag->exec(Qt::CopyAction); }, Qt::QueuedConnection);

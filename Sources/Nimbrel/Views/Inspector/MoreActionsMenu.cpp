@@ -63,7 +63,7 @@ void MoreActionsMenu::addOrganizing() {
       [](Store& store, const ShotPtr& shot) { store.file({shot}); })
       ->setEnabled(!shot_->filed);
   add(QStringLiteral("shrink"), tr("Shrink to HEIC"), QStringLiteral("arrow.down.circle"),
-      [](Store& store, const ShotPtr& shot) { store.recompress({shot}); })
+      [](Store& store, const ShotPtr& shot) { store.recompressInBackground({shot}); })
       ->setEnabled(!isHeic(*shot_));
 }
 

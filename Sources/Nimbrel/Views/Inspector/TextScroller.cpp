@@ -62,9 +62,9 @@ qsizetype TextScroller::placeOf(int position) const {
 QMimeData* TextScroller::createMimeDataFromSelection() const {
   const auto start = placeOf(textCursor().selectionStart());
   const auto end = placeOf(textCursor().selectionEnd());
-  auto* data = new QMimeData;
-  data->setText(text_.mid(start, end - start));
-  return data;
+  auto* mime = new QMimeData;
+  mime->setText(text_.mid(start, end - start));
+  return mime;
 }
 
 void TextScroller::paintEvent(QPaintEvent* event) {

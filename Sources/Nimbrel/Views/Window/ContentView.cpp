@@ -39,8 +39,8 @@ ContentView::ContentView(Store& store, AppIcons& icons, WindowParts parts)
   setAcceptDrops(true);
   auto* menu = new MainMenu(store, parts_, *this);
   menu->setPasteElsewhere([this] {
-    const auto* data = QGuiApplication::clipboard()->mimeData();
-    if (data != nullptr && data->hasImage()) imports_->take(*data);
+    const auto* mime = QGuiApplication::clipboard()->mimeData();
+    if (mime != nullptr && mime->hasImage()) imports_->take(*mime);
   });
   toolbar_ = new Toolbar(store, menu->menus(), this);
   auto* content = makeContent();

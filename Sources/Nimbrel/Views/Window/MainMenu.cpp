@@ -120,7 +120,7 @@ void MainMenu::addShotCommands(QMenu& menu) {
 
 void MainMenu::addSelectionCommands(QMenu& menu) {
   add(menu, {"selectAll", "Select All", "Ctrl+A", [this] { store_.selectAll(); }, {}});
-  add(menu, {"quickLook", "Quick Look", "Ctrl+Y", [this] { quickLook(); },
+  add(menu, {"quickLook", "Quick Look", "Ctrl+Y", [this] { parts_.quickLook(); },
              [this] { return parts_.quickLook && !store_.selection().empty(); }});
   add(menu, {"quickFind", "Quick Find…", "Ctrl+Shift+F", nothing, never});
   add(menu, {"saveSearch", "Save This Search", "Ctrl+D", [this] { store_.saveCurrentSearch(); },
@@ -129,13 +129,6 @@ void MainMenu::addSelectionCommands(QMenu& menu) {
 
 void MainMenu::refresh() {
   for (const auto& [action, isEnabled] : conditions_) action->setEnabled(isEnabled());
-}
-
-void MainMenu::quickLook() {
-  auto shots = store_.selectedShots();
-  if (shots.empty()) shots = store_.ordered();
-  if (shots.empty()) return;
-  store_.withAccess(shots, [this, shots] { parts_.quickLook(shots); });
 }
 
 bool MainMenu::hasSelectedShots() const {

@@ -50,7 +50,6 @@ class MainMenu final : public QObject {
   void addShotCommands(QMenu& menu);
   void addSelectionCommands(QMenu& menu);
   void refresh();
-  void quickLook();
   [[nodiscard]] bool hasSelectedShots() const;
 
   Store& store_;

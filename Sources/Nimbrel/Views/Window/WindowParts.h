@@ -30,8 +30,8 @@ struct WindowParts {
   /// For the shot of the target.
   std::function<QDialog*(QWidget* window, EditorTarget& editor)> editor = {};
 
-  /// Shows pictures large, for whom access has been asked for.
-  std::function<void(const ShotList& shots)> quickLook = {};
+  /// Shows the selected shots large, or all that the gallery shows, once they may be seen.
+  std::function<void()> quickLook = {};
   std::function<void()> checkForUpdates = {};
   /// Ends the application, as far as the user is concerned.
   std::function<void()> quit = {};
