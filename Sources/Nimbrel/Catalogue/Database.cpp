@@ -2,6 +2,7 @@
 
 #include "Catalogue/SearchIndex.h"
 #include "Catalogue/SearchQuery.h"
+#include "Catalogue/ShotReading.h"
 #include "Catalogue/ShotRow.h"
 #include "Catalogue/Statement.h"
 #include "Foundation/FilePath.h"
@@ -53,32 +54,6 @@ PathSet pathsOf(Statement& row) {
   return paths;
 }
 
-/// Finds the values that a former snapshot holds for the rows of a new one. Rows mostly come in the order of the former
-/// snapshot, so the one after the last found is tried first.
-class FormerShots {
- public:
-  explicit FormerShots(const ShotList& shots) : shots_(shots) {}
-
-  [[nodiscard]] const ShotPtr* find(ShotID id) {
-    if (next_ < shots_.size() && shots_[next_]->id == id) return &shots_[next_++];
-    if (positions_.empty()) remember();
-    const auto known = positions_.find(id);
-    if (known == positions_.end()) return nullptr;
-    next_ = known->second + 1;
-    return &shots_[known->second];
-  }
-
- private:
-  void remember() {
-    positions_.reserve(shots_.size());
-    for (std::size_t position = 0; position < shots_.size(); ++position) positions_[shots_[position]->id] = position;
-  }
-
-  const ShotList& shots_;
-  std::unordered_map<ShotID, std::size_t> positions_;
-  std::size_t next_ = 0;
-};
-
 }  // namespace
 
 Result<std::unique_ptr<Database>> Database::open(const std::string& path) {
@@ -106,19 +81,9 @@ void Database::prepareTables() {
 }
 
 ShotList Database::allShots(const ShotList& former) const {
-  ShotList shots;
-  shots.reserve(former.size());
-  FormerShots formerShots(former);
-  Statement row(db_, selectShots("ORDER BY date DESC"));
-  while (row.step()) {
-    const auto* known = formerShots.find(idOfRow(row));
-    if (known != nullptr && rowReadsAs(row, **known)) {
-      shots.push_back(*known);
-    } else {
-      shots.push_back(std::make_shared<const Shot>(shotFromRow(row)));
-    }
-  }
-  return shots;
+  ShotReading reading(*this, former);
+  reading.readAll();
+  return reading.take();
 }
 
 std::optional<Shot> Database::shot(ShotID id) const {

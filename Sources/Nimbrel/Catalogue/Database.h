@@ -35,7 +35,7 @@ class Database {
 
   // Reading
 
-  /// All shots, newest first. Rows that read as they do in `former` share its values.
+  /// All shots, newest first. Rows that read as they do in `former`, an earlier answer, share its values.
   [[nodiscard]] ShotList allShots(const ShotList& former) const;
   [[nodiscard]] std::optional<Shot> shot(ShotID id) const;
   [[nodiscard]] PathSet indexedPaths() const;
@@ -114,6 +114,8 @@ class Database {
   [[nodiscard]] std::int64_t ownChanges() const;
 
  private:
+  friend class ShotReading;
+
   explicit Database(sqlite3* connection) : db_(connection) {}
   void prepareTables();
   void reindex(ShotID id);

@@ -108,4 +108,6 @@ bool rowReadsAs(const Statement& row, const Shot& shot) {
 
 ShotID idOfRow(const Statement& row) { return row.integer(idColumn); }
 
+Timestamp dateOfRow(const Statement& row) { return timestamp(row.real(dateColumn)); }
+
 }  // namespace Nimbrel

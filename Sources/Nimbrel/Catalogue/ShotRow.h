@@ -22,6 +22,7 @@ inline constexpr std::string_view shotColumns =
 
 /// The row id of the current row.
 [[nodiscard]] ShotID idOfRow(const Statement& row);
+[[nodiscard]] Timestamp dateOfRow(const Statement& row);
 
 /// What separates the entries of the text columns that hold lists.
 inline constexpr char tagSeparator = ',';

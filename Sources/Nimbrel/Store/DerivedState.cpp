@@ -20,11 +20,13 @@ std::size_t DerivedState::GroupHash::operator()(const ContentGroup& group) const
   return hash(group.key) ^ (hash(group.bundleID) << 1);
 }
 
-const DerivedState::Group* DerivedState::Member::shownGroup() const {
-  return isLocked || group->first.kind == ContentGroup::Kind::unknown ? nullptr : group;
+std::size_t DerivedState::shownGroup(const Member& member) const {
+  return member.isLocked || groups_[member.group].kind == ContentGroup::Kind::unknown ? npos : member.group;
 }
 
-bool DerivedState::Member::isUnremarkable() const { return collections.none() && shownGroup() == nullptr; }
+bool DerivedState::isUnremarkable(const Member& member) const {
+  return member.collections.none() && shownGroup(member) == npos;
+}
 
 bool DerivedState::rebuild(const ShotList& shots, const IsLocked& isLocked) {
   std::vector<bool> locked;
@@ -51,13 +53,13 @@ bool DerivedState::rebuild(const ShotList& shots, const IsLocked& isLocked) {
 
 const ContentGroup& DerivedState::contentOf(ShotID id) const {
   const auto* member = memberOf(id);
-  const auto* group = member == nullptr ? nullptr : member->shownGroup();
-  return group == nullptr ? ContentGroup::unknown() : group->first;
+  const auto group = member == nullptr ? npos : shownGroup(*member);
+  return group == npos ? ContentGroup::unknown() : groups_[group];
 }
 
 const ContentGroup& DerivedState::sourceOf(ShotID id) const {
   const auto* member = memberOf(id);
-  return member == nullptr ? ContentGroup::unknown() : member->group->first;
+  return member == nullptr ? ContentGroup::unknown() : groups_[member->group];
 }
 
 bool DerivedState::isIn(SmartCollection collection, ShotID id) const {
@@ -82,8 +84,10 @@ std::size_t DerivedState::formerPlaceOf(const ShotPtr& shot, std::size_t likely)
   return place != places_.end() && shots_[place->second] == shot ? place->second : npos;
 }
 
-const DerivedState::Group* DerivedState::known(ContentGroup group) {
-  return &*groups_.try_emplace(std::move(group), groups_.size()).first;
+std::size_t DerivedState::numberOf(const ContentGroup& group) {
+  const auto [entry, isNew] = numbers_.try_emplace(group, groups_.size());
+  if (isNew) groups_.push_back(group);
+  return entry->second;
 }
 
 DerivedState::Members DerivedState::membersFor(const ShotList& shots) {
@@ -100,10 +104,10 @@ DerivedState::Members DerivedState::membersFor(const ShotList& shots) {
       placesOfUnknown.push_back(i);
     }
   }
-  auto traits = traitsOf(unknown);
+  const auto traits = traitsOf(unknown);
   for (std::size_t i = 0; i < unknown.size(); ++i) {
     members[placesOfUnknown[i]] = {
-        .id = unknown[i]->id, .group = known(std::move(traits[i].group)), .collections = traits[i].collections};
+        .id = unknown[i]->id, .group = numberOf(traits[i].group), .collections = traits[i].collections};
   }
   return members;
 }
@@ -111,14 +115,15 @@ DerivedState::Members DerivedState::membersFor(const ShotList& shots) {
 bool DerivedState::answersDifferFor(const Members& members) const {
   std::size_t remarkable = 0;
   for (const auto& member : members) {
-    if (member.isUnremarkable()) continue;
+    if (isUnremarkable(member)) continue;
     ++remarkable;
     const auto* former = memberOf(member.id);
-    if (former == nullptr || former->shownGroup() != member.shownGroup() || former->collections != member.collections) {
+    if (former == nullptr || shownGroup(*former) != shownGroup(member) || former->collections != member.collections) {
       return true;
     }
   }
-  const auto formerly = std::ranges::count(members_, false, &Member::isUnremarkable);
+  const auto formerly =
+      std::ranges::count_if(members_, [this](const Member& member) { return !isUnremarkable(member); });
   return remarkable != static_cast<std::size_t>(formerly);
 }
 
@@ -135,9 +140,9 @@ std::vector<DerivedState::Pile> DerivedState::piles() const {
   std::vector<Pile> piles;
   std::vector<std::size_t> pileOfGroup(groups_.size(), npos);
   for (std::size_t i = 0; i < members_.size(); ++i) {
-    const auto* group = members_[i].shownGroup();
-    if (group == nullptr || group->first.kind != ContentGroup::Kind::app) continue;
-    auto& pile = pileOfGroup[group->second];
+    const auto group = shownGroup(members_[i]);
+    if (group == npos || groups_[group].kind != ContentGroup::Kind::app) continue;
+    auto& pile = pileOfGroup[group];
     if (pile == npos) {
       pile = piles.size();
       piles.push_back({group, {}});
@@ -147,13 +152,14 @@ std::vector<DerivedState::Pile> DerivedState::piles() const {
   return piles;
 }
 
-std::vector<ContentGroupCount> DerivedState::groupsOf(const std::vector<Pile>& piles) {
+std::vector<ContentGroupCount> DerivedState::groupsOf(const std::vector<Pile>& piles) const {
   std::vector<ContentGroupCount> groups;
   // Applications of one name count together, whatever their identifiers; the first shot's stands for all.
   std::unordered_map<std::string_view, std::size_t> placeOfKey;
   for (const auto& pile : piles) {
-    const auto [place, isNew] = placeOfKey.try_emplace(pile.group->first.key, groups.size());
-    if (isNew) groups.push_back({pile.group->first, 0});
+    const auto& group = groups_[pile.group];
+    const auto [place, isNew] = placeOfKey.try_emplace(group.key, groups.size());
+    if (isNew) groups.push_back({group, 0});
     groups[place->second].count += pile.places.size();
   }
   std::ranges::stable_sort(groups, [](const ContentGroupCount& a, const ContentGroupCount& b) {
@@ -178,10 +184,10 @@ std::vector<ShotStack> DerivedState::stacksOf(const std::vector<Pile>& piles) co
   std::vector<ShotStack> stacks;
   for (const auto& [group, places] : piles) {
     if (places.size() < fewestShotsOfStack) continue;
-    ShotStack stack{.id = std::string(stackIDPrefix) + group->first.key,
-                    .title = group->first.title,
+    ShotStack stack{.id = std::string(stackIDPrefix) + groups_[group].key,
+                    .title = groups_[group].title,
                     .symbol = std::string(stackSymbol),
-                    .bundleID = group->first.bundleID,
+                    .bundleID = groups_[group].bundleID,
                     .newest = shots_[places.front()]->date};
     stack.shotIDs.reserve(places.size());
     for (const auto place : places) {

@@ -4,6 +4,7 @@
 #include "Model/AppIdentity.h"
 #include "Platform/FileSystem.h"
 #include "Store/BackgroundWork.h"
+#include "Store/ReloadRun.h"
 #include "Store/StoreOperation.h"
 
 #include <algorithm>
@@ -67,7 +68,7 @@ void Store::start(std::unique_ptr<Database> database) {
   database_ = std::move(database);
   prepareWork();
   if (lastRecordingURL_ && !FileSystem::exists(*lastRecordingURL_)) setLastRecordingURL(std::nullopt);
-  reload();
+  load();
   // The others are over before they could have seen an application come to the front.
   if (context_.role == ProcessRole::mainApplication || context_.role == ProcessRole::menuBarCompanion) {
     tracker_.emplace(*context_.services.frontApplication, context_.clock);
@@ -83,31 +84,6 @@ void Store::startWorking() {
   rescanSensitive();
 }
 
-void Store::reload() {
-  const Operation operation(*this);
-  // Read before the rows: a commit in between is then seen as a change rather than missed.
-  stateRead_ = CatalogueState::of(*database_);
-  publish(shots_, database_->allShots(shots_), Fact::shots);
-  publish(unlocked_, unlocked_.among(shots_), Fact::unlockedSensitiveIDs);
-
-  auto tags = database_->allTags();
-  std::erase_if(tags, [](const std::string& tag) { return tag.starts_with(projectTagPrefix); });
-  publish(tags_, std::move(tags), Fact::tags);
-
-  derive();
-
-  if (selection_.empty()) return;
-  ShotIDSet remaining;
-  for (const auto& shot : shots_) {
-    if (selection_.contains(shot->id)) remaining.insert(shot->id);
-  }
-  publish(selection_, std::move(remaining), Fact::selection);
-}
-
-void Store::derive() {
-  if (derived_.rebuild(shots_, [this](const Shot& shot) { return isProtected(shot); })) note(Fact::derived);
-}
-
 void Store::poll() {
   const Operation operation(*this);
   const auto refreshed = settings_.refreshFromDisk();
@@ -117,15 +93,8 @@ void Store::poll() {
   }
   if (showMenuBar_ != settings_.showMenuBar()) setShowMenuBar(settings_.showMenuBar());
   if (auto stored = storedRecordingPath(); stored != lastRecordingURL_) setLastRecordingURL(std::move(stored));
-  if (database_->dataVersion() != stateRead_.othersVersion) reload();
+  if (database_->dataVersion() != stateRead_.othersVersion) reloadInTurns();
   work_->retryReading();
-}
-
-bool Store::isSnapshotCurrent() const { return stateRead_ == CatalogueState::of(*database_); }
-
-void Store::reloadIfChanged() {
-  // Reading a large catalogue costs more than a whole scan of the folders.
-  if (!isSnapshotCurrent()) reload();
 }
 
 void Store::setSelection(ShotIDSet selection) {

@@ -43,6 +43,9 @@
 namespace Nimbrel {
 
 class BackgroundWork;
+class ReloadRun;
+struct Reloaded;
+struct Protection;
 
 /// The central object of a process: it owns catalogue, settings and background work, and publishes the state that all
 /// views observe. Each published field has a signal that names the fact; what changes several fields tells each of
@@ -68,7 +71,7 @@ class Store : public QObject {
   /// All tags but those of projects, in the order of their code points.
   [[nodiscard]] const std::vector<std::string>& tags() const { return tags_; }
   /// Groups, smart collections and stacks of the shots.
-  [[nodiscard]] const DerivedState& derived() const { return derived_; }
+  [[nodiscard]] const DerivedState& derived() const { return *derived_; }
   /// The sidebar's choice.
   [[nodiscard]] const Filter& filter() const { return filter_; }
   void setFilter(Filter filter);
@@ -137,9 +140,11 @@ class Store : public QObject {
 
   // Catalogue
 
-  /// Reads all rows again and works out what derives from them. Whoever writes to the catalogue ends with it.
+  /// Reads all rows again and works out what derives from them. Whoever writes to the catalogue ends with it. Blocks
+  /// until done.
   void reload();
-  /// One look at what other processes have changed in settings and catalogue.
+  /// One look at what other processes have changed in settings and catalogue. A large catalogue is read in later turns
+  /// of the event loop, and published at once when all is read.
   void poll();
 
   // Scan and import
@@ -385,8 +390,16 @@ class Store : public QObject {
 
   [[nodiscard]] Shot newShot(const std::string& path, Database::Filed filed) const;
   [[nodiscard]] Database::Filed filedByPlace(std::string_view path) const;
+  void load();
   [[nodiscard]] bool isSnapshotCurrent() const;
   void reloadIfChanged();
+  void reloadInTurns();
+  void endReading();
+  void readOn();
+  void deriveElsewhere();
+  void takeIn(Reloaded& reloaded);
+  void keepSelected();
+  [[nodiscard]] Protection protection() const;
   bool index(const std::string& path, Database::Filed filed);
   std::size_t applyScan(const ScanPlan& plan);
   std::size_t addNewFiles(const std::vector<std::string>& paths, Database::Filed filed);
@@ -437,7 +450,7 @@ class Store : public QObject {
   ShotList shots_;
   ShotIDSet selection_;
   std::vector<std::string> tags_;
-  DerivedState derived_;
+  std::shared_ptr<DerivedState> derived_ = std::make_shared<DerivedState>();
   Filter filter_;
   std::string query_;
   std::optional<ShotIDSet> matchedIDs_;
@@ -463,6 +476,7 @@ class Store : public QObject {
   int operations_ = 0;
   std::bitset<mostFacts> facts_;
 
+  std::unique_ptr<ReloadRun> reloadRun_;  ///< while what other processes have changed is read
   CatalogueState stateRead_{.othersVersion = 0, .ownChanges = -1};
   QTimer pollTimer_;
   QTimer pendingRescan_;

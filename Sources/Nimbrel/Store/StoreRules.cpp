@@ -83,7 +83,7 @@ void Store::write(const RuleEffect& effect, const Shot& shot) {
 }
 
 std::string Store::sourceTitle(ShotID id) const {
-  const auto& group = derived_.sourceOf(id);
+  const auto& group = derived_->sourceOf(id);
   return group.kind == ContentGroup::Kind::app ? group.title : std::string();
 }
 

@@ -32,7 +32,7 @@ std::optional<std::string> Store::snippet(const Shot& shot) const {
   return snippets_.of(shot);
 }
 
-ShotList Store::visible() const { return Gallery::visible(shots_, filter_, matchedIDs_, derived_, now()); }
+ShotList Store::visible() const { return Gallery::visible(shots_, filter_, matchedIDs_, *derived_, now()); }
 
 std::vector<GallerySection> Store::sections() const {
   const Gallery::Arrangement arrangement{

@@ -71,7 +71,7 @@ void Store::lockSensitive() {
   const auto* content = std::get_if<Filter::Content>(&filter_.choice);
   if (content == nullptr) return;
   const bool stands = std::ranges::any_of(
-      derived_.contentGroups(), [&](const ContentGroupCount& counted) { return counted.group.key == content->key; });
+      derived_->contentGroups(), [&](const ContentGroupCount& counted) { return counted.group.key == content->key; });
   if (!stands) publish(filter_, Filter{Filter::All{}}, Fact::filter);
 }
 
