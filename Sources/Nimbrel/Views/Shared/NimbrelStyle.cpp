@@ -242,6 +242,8 @@ int NimbrelStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
       return scaled(Measures::textSymbol);
     case PM_ToolBarIconSize:
       return scaled(Measures::toolSymbol);
+    case PM_LineEditIconMargin:
+      return Measures::step6;
     case PM_SliderLength:
     case PM_SliderThickness:
       return Measures::step16;
