@@ -17,6 +17,7 @@
 #include <QFileInfo>
 #include <QImage>
 #include <QTest>
+#include <QWindow>
 
 #include <algorithm>
 #include <memory>
@@ -52,6 +53,8 @@ class MainWindowPicture : public ::testing::TestWithParam<std::tuple<bool, int>>
     process_ = std::make_unique<MainProcess>(*store_, windowServices);
     process_->raise();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+    // To where nothing is marked for it.
+    QTest::mouseMove(window().windowHandle(), {400, 24});
   }
   ~MainWindowPicture() override {
     process_.reset();
@@ -182,8 +185,8 @@ TEST_P(MainWindowPicture, OfASearchWithOneShotSelected) {
 }
 
 TEST_P(MainWindowPicture, OfTheGallery) {
-  store_->settings().galleryLayout.set(GalleryLayout::gallery);
   choose({"Morvanthile perigee table.png"});
+  store_->settings().galleryLayout.set(GalleryLayout::gallery);
   const auto image = settled({inspectorPicture, largePicture});
   keep(image, QStringLiteral("gallery"));
   EXPECT_TRUE(isSeen<InspectorView>());
