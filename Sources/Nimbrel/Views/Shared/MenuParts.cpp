@@ -79,7 +79,8 @@ void paintWords(const QStyleOptionMenuItem& option, QPainter& painter, const QRe
 }  // namespace
 
 void paintMenuPanel(const QStyleOption& option, QPainter& painter) {
-  painter.fillRect(option.rect, themeColor(Token::Popover));
+  // What the mask leaves of the pixels in the corners belongs to the outline.
+  painter.fillRect(option.rect, themeColor(Token::PopoverBorder));
   Painting::fillOutlined(painter, option.rect, Measures::groupRadius, themeColor(Token::Popover),
                          themeColor(Token::PopoverBorder));
 }
