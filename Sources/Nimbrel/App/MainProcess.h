@@ -65,7 +65,7 @@ class MainProcess final : public QObject {
   ContentView window_;
   AuthenticationPrompt prompt_;
   ActivityWatch activity_;
-  QPointer<QuickLookPanel> quickLook_;  ///< once it was asked for; the window's
+  QPointer<QuickLookPanel> quickLook_;     ///< once it was asked for; the window's
   std::vector<QPointer<QWidget>> hidden_;  ///< while a capture is taken
   bool isQuitting_ = false;
 };

@@ -7,8 +7,8 @@
 
 #include <gmock/gmock.h>
 
-#include <QCoreApplication>
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QUrl>
 
 namespace Nimbrel {

@@ -4,6 +4,9 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <cmath>
+
 namespace Nimbrel {
 namespace {
 
@@ -40,6 +43,21 @@ TEST(GridColumns, AreOneForAWidthUnderEighteen) {
 }
 
 TEST(GridColumns, AreOneForAWidthUnderAThumbnail) { EXPECT_EQ(GridLayout::columnsIn(90, 100), 1); }
+
+TEST(GridLayout, ASizeThatNoGridCanBeMadeOfIsHeldWithinBounds) {
+  constexpr std::array sections{GridSection{.cells = 5, .hasTitle = false}};
+  for (const double size : {-14.0, 0.0, -1e300, 1e300, std::nan(""), HUGE_VAL}) {
+    GridLayout layout;
+    layout.setWidth(600);
+    layout.setMetrics({.thumbSize = size});
+    layout.setSections(sections);
+    EXPECT_GE(GridLayout::columnsIn(600, size), 1) << size;
+    EXPECT_GE(layout.boxSize().width(), 16) << size;
+    EXPECT_LE(layout.boxSize().width(), 4096) << size;
+    EXPECT_GT(layout.height(), 0) << size;
+    EXPECT_EQ(layout.cellAt(layout.cell(4).center()), 4U) << size;
+  }
+}
 
 TEST(GridLayout, CellsStandBesideAndBelowEachOther) {
   const auto layout = layoutOf({{.cells = 5}});

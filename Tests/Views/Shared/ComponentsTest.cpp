@@ -83,7 +83,11 @@ class FocusRingTest : public ::testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
     window_.setFocus();
   }
-  [[nodiscard]] QWidget* ring() const { return window_.findChild<QWidget*>(QStringLiteral("focusRing")); }
+  /// The ring that is there to stay; null without one.
+  [[nodiscard]] QWidget* ring() const {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return window_.findChild<QWidget*>(QStringLiteral("focusRing"));
+  }
 
   QWidget window_;
   QLineEdit* field_ = new QLineEdit;
@@ -112,6 +116,13 @@ TEST_F(FocusRingTest, AFieldHasItsHaloHoweverItWasReached) {
 TEST_F(FocusRingTest, GoesWithItsControl) {
   button_->setFocus(Qt::TabFocusReason);
   delete button_;
+  EXPECT_EQ(ring(), nullptr);
+}
+
+TEST_F(FocusRingTest, GoesWithTheWindowThatIsClosedByKeyboard) {
+  button_->setFocus(Qt::TabFocusReason);
+  ASSERT_NE(ring(), nullptr);
+  window_.close();
   EXPECT_EQ(ring(), nullptr);
 }
 

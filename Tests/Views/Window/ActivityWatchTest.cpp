@@ -49,6 +49,8 @@ TEST_F(ActivityWatchTest, AMenuOfOursIsNoLeavingUntilItIsClosed) {
   QMenu menu;
   menu.addAction(QStringLiteral("Open"));
   menu.popup({});
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+  waitAWhile();
   leave();
   waitAWhile();
   EXPECT_TRUE(isUnlocked());

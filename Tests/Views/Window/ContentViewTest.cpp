@@ -61,6 +61,25 @@ TEST_F(ContentViewTest, TheHeaderTellsTheFilterAndHowMuchItShows) {
   EXPECT_TRUE(subtitle().endsWith(QStringLiteral(" · Copied image"))) << subtitle().toStdString();
 }
 
+TEST_F(ContentViewTest, TheHeaderAndTheMenusFollowAStackThatAnUnlockedShotJoins) {
+  for (const auto* name : {"a.png", "b.png", "c.png"}) {
+    store_->database().setApp(add(name)->id, "Firefox", "", Database::Trusted::Yes);
+  }
+  makeSensitive(Testing::shotNamed(*store_, "c.png"));
+  const auto locked = Testing::shotNamed(*store_, "c.png");
+  const auto& stack = store_->derived().shotStacks().front();
+  store_->setFilter({Filter::Stack{stack.id, stack.title}});
+  openWindow();
+  select({locked});
+  EXPECT_TRUE(subtitle().startsWith(QStringLiteral("2 shots"))) << subtitle().toStdString();
+  EXPECT_FALSE(isEnabled("menu.trash")) << "it is not among those shown";
+  store_->withAccess({locked}, [] {});
+  owner_->decide(true);
+  settle();
+  EXPECT_TRUE(subtitle().startsWith(QStringLiteral("3 shots"))) << subtitle().toStdString();
+  EXPECT_TRUE(isEnabled("menu.trash"));
+}
+
 TEST_F(ContentViewTest, TitleAndSubtitleStandOnOneBaseline) {
   openWindow();
   const auto baseline = [this](const char* name) {

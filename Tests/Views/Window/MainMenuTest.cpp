@@ -145,9 +145,10 @@ TEST_F(MainMenuTest, EditingItemsOfTheMenuWorkOnTheField) {
   openWindow();
   for (const auto* name : {"menu.undo", "menu.redo", "menu.cut", "menu.copy"}) EXPECT_FALSE(isEnabled(name));
   field()->setFocus();
-  field()->setText(QStringLiteral("halden"));
+  QTest::keyClicks(field(), QStringLiteral("halden"));
   field()->selectAll();
-  for (const auto* name : {"menu.undo", "menu.redo", "menu.cut", "menu.copy"}) EXPECT_TRUE(isEnabled(name));
+  Q_EMIT find<QMenu>("menu.edit")->aboutToShow();
+  for (const auto* name : {"menu.undo", "menu.cut", "menu.copy"}) EXPECT_TRUE(isEnabled(name));
   action("menu.cut")->trigger();
   EXPECT_EQ(field()->text(), QString());
   action("menu.paste")->trigger();
@@ -232,6 +233,42 @@ TEST_F(MainMenuTest, TheImportPanelTakesSeveralImagesAndNoFolders) {
   Q_EMIT panel->filesSelected({QString::fromStdString(one), QString::fromStdString(two)});
   panel->reject();
   EXPECT_THAT(store_->shots(), SizeIs(2));
+}
+
+TEST_F(MainMenuTest, CtrlBackspaceInATextFieldTakesAWordAndNoShots) {
+  openWindow();
+  const auto shot = add("a.png");
+  field()->setFocus();
+  field()->setText(QStringLiteral("a png"));
+  select({shot});
+  ASSERT_TRUE(isEnabled("menu.trash"));
+  store_->setStatus("");
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  EXPECT_EQ(field()->text(), QStringLiteral("a "));
+  EXPECT_EQ(store_->status(), "");
+}
+
+TEST_F(MainMenuTest, WhatCanBeDoneToTheTextIsLookedAtWhenTheMenuOpens) {
+  openWindow();
+  field()->setFocus();
+  const auto open = [this] { Q_EMIT find<QMenu>("menu.edit")->aboutToShow(); };
+  open();
+  for (const auto* name : {"menu.undo", "menu.redo", "menu.cut", "menu.copy"}) EXPECT_FALSE(isEnabled(name)) << name;
+  QTest::keyClicks(field(), QStringLiteral("halden"));
+  open();
+  EXPECT_TRUE(isEnabled("menu.undo"));
+  EXPECT_FALSE(isEnabled("menu.redo"));
+  EXPECT_FALSE(isEnabled("menu.cut")) << "nothing of the text is selected";
+  action("menu.undo")->trigger();
+  EXPECT_EQ(field()->text(), QString());
+  open();
+  EXPECT_FALSE(isEnabled("menu.undo"));
+  EXPECT_TRUE(isEnabled("menu.redo"));
+  action("menu.redo")->trigger();
+  field()->selectAll();
+  open();
+  EXPECT_TRUE(isEnabled("menu.cut"));
+  EXPECT_TRUE(isEnabled("menu.copy"));
 }
 
 TEST_F(MainMenuTest, CtrlBackspaceMovesTheSelectedShotsToTheTrash) {

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QImage>
 #include <QMenu>
+#include <QWindow>
 
 namespace Nimbrel {
 namespace {
@@ -21,6 +22,8 @@ class WindowPictureTest : public Testing::WindowFixture, public ::testing::WithP
     fillLibrary();
     openWindow();
     window_->setFocus();
+    // To where nothing is marked for it.
+    QTest::mouseMove(window_->windowHandle(), {400, 24});
     settle();
   }
   ~WindowPictureTest() override { Theme::shared().setAppearance({}); }

@@ -19,15 +19,25 @@ constexpr double boxProportion = 0.66;
 // Both paddings, less the spacing that the last column does not need.
 constexpr int takenFromWidth = 2 * sidePadding - cellSpacing;
 
+// What else a file of settings says is none that a grid can be made of.
+constexpr double smallestThumb = 16;
+constexpr double largestThumb = 4096;
+
+double held(double thumbSize) {
+  return std::isnan(thumbSize) ? smallestThumb : std::clamp(thumbSize, smallestThumb, largestThumb);
+}
+
 }  // namespace
 
 int GridLayout::columnsIn(int width, double thumbSize) {
-  return std::max(1, static_cast<int>((width - takenFromWidth) / (thumbSize + cellSpacing)));
+  return std::max(1, static_cast<int>((width - takenFromWidth) / (held(thumbSize) + cellSpacing)));
 }
 
 void GridLayout::setMetrics(const GridMetrics& metrics) {
-  if (metrics == metrics_) return;
-  metrics_ = metrics;
+  auto usable = metrics;
+  usable.thumbSize = held(metrics.thumbSize);
+  if (usable == metrics_) return;
+  metrics_ = usable;
   layOut();
 }
 

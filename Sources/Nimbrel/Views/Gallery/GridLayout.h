@@ -13,7 +13,7 @@ namespace Nimbrel {
 
 /// Lengths that the grid is laid out by, in device-independent pixels; the heights of text are those of its fonts.
 struct GridMetrics {
-  double thumbSize = 190;  ///< width of a cell
+  double thumbSize = 190;  ///< width of a cell; one that no grid can be made of is held within bounds
   int sectionTitleHeight = 18;
   int titleHeight = 14;
   int metaHeight = 13;

@@ -44,6 +44,9 @@ void paintSeparator(const QStyleOptionMenuItem& option, QPainter& painter) {
       themeColor(Token::Separator));
 }
 
+/// Whether the item begins with a place for its mark; the others of the same menu begin at the edge.
+bool hasMark(const QStyleOptionMenuItem& option) { return option.checkType != QStyleOptionMenuItem::NotCheckable; }
+
 /// Takes a strip off the beginning of a place, in the direction of the script.
 QRect takeStrip(QRect& place, int width, Qt::LayoutDirection direction) {
   QRect strip = place;
@@ -76,7 +79,8 @@ void paintWords(const QStyleOptionMenuItem& option, QPainter& painter, const QRe
 }  // namespace
 
 void paintMenuPanel(const QStyleOption& option, QPainter& painter) {
-  painter.fillRect(option.rect, themeColor(Token::Popover));
+  // What the mask leaves of the pixels in the corners belongs to the outline.
+  painter.fillRect(option.rect, themeColor(Token::PopoverBorder));
   Painting::fillOutlined(painter, option.rect, Measures::groupRadius, themeColor(Token::Popover),
                          themeColor(Token::PopoverBorder));
 }
@@ -87,7 +91,7 @@ void paintMenuItem(const QStyleOptionMenuItem& option, QPainter& painter, const 
   if (isHighlighted) Painting::fillRounded(painter, option.rect, itemRadius, themeColor(Token::AccentFill));
   const auto color = textColor(option, widget);
   auto place = option.rect.adjusted(itemInset, 0, -itemInset, 0);
-  if (option.menuHasCheckableItems) {
+  if (hasMark(option)) {
     const auto strip = takeStrip(place, scaled(columnWidth) - Measures::step4, option.direction);
     if (option.checked) {
       const auto mark = isHighlighted ? Token::OnAccent : Token::Accent;
@@ -139,7 +143,7 @@ QSize menuItemSize(const QStyleOptionMenuItem& option, const QSize& contents) {
   if (!shortcut.isEmpty()) {
     width += shortcutGap + QFontMetrics(textFont(TextStyle::Callout)).horizontalAdvance(shortcut);
   }
-  if (option.menuHasCheckableItems) width += scaled(columnWidth);
+  if (hasMark(option)) width += scaled(columnWidth);
   if (!option.icon.isNull()) width += scaled(columnWidth);
   if (option.menuItemType == QStyleOptionMenuItem::SubMenu) width += scaled(columnWidth);
   return {width + 2 * itemInset, scaled(Measures::menuItemHeight)};

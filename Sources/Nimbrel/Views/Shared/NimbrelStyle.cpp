@@ -242,6 +242,8 @@ int NimbrelStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
       return scaled(Measures::textSymbol);
     case PM_ToolBarIconSize:
       return scaled(Measures::toolSymbol);
+    case PM_LineEditIconMargin:
+      return Measures::step6;
     case PM_SliderLength:
     case PM_SliderThickness:
       return Measures::step16;
@@ -263,7 +265,9 @@ int NimbrelStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     case SH_Menu_Mask:
       if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(answer); mask && option) {
         QPainterPath outline;
-        outline.addRoundedRect(option->rect, Measures::groupRadius, Measures::groupRadius);
+        // Less round than the panel: a mask has no soft edge, and must leave the outline its pixels in the corners.
+        constexpr auto radius = Measures::groupRadius - Measures::step2;
+        outline.addRoundedRect(option->rect, radius, radius);
         mask->region = QRegion(outline.toFillPolygon().toPolygon());
         return 1;
       }

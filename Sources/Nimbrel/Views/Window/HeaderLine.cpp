@@ -37,8 +37,8 @@ HeaderLine::HeaderLine(Store& store, QWidget* parent)
 
   refreshing_.setSingleShot(true);
   connect(&refreshing_, &QTimer::timeout, this, &HeaderLine::refresh);
-  for (const auto signal : {&Store::shotsChanged, &Store::filterChanged, &Store::searchResultChanged,
-                            &Store::ocrRemainingChanged, &Store::statusChanged}) {
+  for (const auto signal : {&Store::shotsChanged, &Store::derivedChanged, &Store::filterChanged,
+                            &Store::searchResultChanged, &Store::ocrRemainingChanged, &Store::statusChanged}) {
     connect(&store, signal, this, [this] { refreshing_.start(); });
   }
   refresh();

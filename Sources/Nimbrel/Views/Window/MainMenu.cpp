@@ -21,8 +21,8 @@ MainMenu::MainMenu(Store& store, const WindowParts& parts, QWidget& window)
   fillEditMenu();
   refreshing_.setSingleShot(true);
   connect(&refreshing_, &QTimer::timeout, this, &MainMenu::refresh);
-  for (const auto signal : {&Store::shotsChanged, &Store::selectionChanged, &Store::filterChanged,
-                            &Store::searchResultChanged, &Store::queryChanged}) {
+  for (const auto signal : {&Store::shotsChanged, &Store::derivedChanged, &Store::selectionChanged,
+                            &Store::filterChanged, &Store::searchResultChanged, &Store::queryChanged}) {
     connect(&store, signal, this, [this] { refreshing_.start(); });
   }
   refresh();
@@ -41,7 +41,7 @@ void MainMenu::add(QMenu& menu, Command command) {
   action->setObjectName(QStringLiteral("menu.") + text(command.name));
   if (*command.keys != '\0') {
     action->setShortcut(QKeySequence(text(command.keys)));
-    text_->keepFromFields(*action);
+    command.leavesKeysToFields ? text_->leaveToFields(*action) : text_->keepFromFields(*action);
   }
   connect(action, &QAction::triggered, this, std::move(command.act));
   if (command.isEnabled) conditions_.emplace_back(action, std::move(command.isEnabled));
@@ -115,7 +115,9 @@ void MainMenu::addShotCommands(QMenu& menu) {
              }});
   add(menu, {"pin", "Pin to Screen", "Ctrl+Shift+P", nothing, never});
   add(menu, {"unpinAll", "Unpin All", "", nothing, never});
-  add(menu, {"trash", "Move to Trash", "Ctrl+Backspace", [this] { store_.trash(store_.selectedShots()); }, hasShots});
+  // In a text field the key takes a word away.
+  add(menu,
+      {"trash", "Move to Trash", "Ctrl+Backspace", [this] { store_.trash(store_.selectedShots()); }, hasShots, true});
 }
 
 void MainMenu::addSelectionCommands(QMenu& menu) {

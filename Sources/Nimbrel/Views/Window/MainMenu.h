@@ -39,6 +39,7 @@ class MainMenu final : public QObject {
     const char* keys;  ///< empty for none
     Act act;
     Condition isEnabled;  ///< empty for always
+    bool leavesKeysToFields = false;
   };
 
   QMenu* addMenu(const char* name, const char* title);

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 
 namespace Nimbrel {
@@ -12,6 +13,15 @@ MenuTitles::MenuTitles(QWidget* parent) : QMenuBar(parent) {
   setNativeMenuBar(false);
   setFocusPolicy(Qt::TabFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+bool MenuTitles::event(QEvent* event) {
+  // A menu bar takes the key for itself, as another arrow key, and would never let it go on.
+  if (event->type() == QEvent::KeyPress) {
+    const auto key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Tab || key == Qt::Key_Backtab) return focusNextPrevChild(key == Qt::Key_Tab);
+  }
+  return QMenuBar::event(event);
 }
 
 void MenuTitles::focusInEvent(QFocusEvent* event) {

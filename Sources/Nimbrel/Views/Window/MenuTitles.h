@@ -13,6 +13,7 @@ class MenuTitles final : public QMenuBar {
   explicit MenuTitles(QWidget* parent = nullptr);
 
  protected:
+  bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 

@@ -15,6 +15,8 @@ SearchField::SearchField(Store& store, QWidget* parent) : QLineEdit(parent), sto
   setAccessibleName(QStringLiteral("Search text in shots"));
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setMaximumWidth(scaled(Measures::searchFieldWidth));
+  // The text stands close to the symbols.
+  setTextMargins(-Measures::step6, 0, -Measures::step6, 0);
   // Files that are dropped here are meant for the window.
   setAcceptDrops(false);
   addAction(Symbols::icon(QStringLiteral("magnifyingglass")), LeadingPosition);

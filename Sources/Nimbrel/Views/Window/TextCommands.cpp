@@ -5,9 +5,12 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QTextCursor>
+#include <QTextDocument>
 #include <QTextEdit>
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace Nimbrel {
@@ -19,6 +22,39 @@ constexpr const char* pasteSlot = "paste";
 bool isField(const QWidget* widget) {
   return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QTextEdit*>(widget) ||
          qobject_cast<const QPlainTextEdit*>(widget);
+}
+
+/// What can be done with the text of a field at this moment.
+struct Possible {
+  bool undo = false;
+  bool redo = false;
+  bool cut = false;
+  bool copy = false;
+};
+
+Possible possibleIn(const QLineEdit& line) {
+  const bool hasSelection = line.hasSelectedText();
+  return {.undo = line.isUndoAvailable(),
+          .redo = line.isRedoAvailable(),
+          .cut = hasSelection && !line.isReadOnly(),
+          .copy = hasSelection};
+}
+
+template <class TextField>
+Possible possibleInText(const TextField& text) {
+  const bool hasSelection = text.textCursor().hasSelection();
+  const bool canChange = !text.isReadOnly();
+  return {.undo = canChange && text.document()->isUndoAvailable(),
+          .redo = canChange && text.document()->isRedoAvailable(),
+          .cut = hasSelection && canChange,
+          .copy = hasSelection};
+}
+
+Possible possibleIn(const QWidget* field) {
+  if (const auto* line = qobject_cast<const QLineEdit*>(field)) return possibleIn(*line);
+  if (const auto* text = qobject_cast<const QTextEdit*>(field)) return possibleInText(*text);
+  if (const auto* text = qobject_cast<const QPlainTextEdit*>(field)) return possibleInText(*text);
+  return {};
 }
 
 }  // namespace
@@ -34,6 +70,7 @@ void TextCommands::addTo(QMenu& menu) {
   addCommand(menu, QStringLiteral("menu.cut"), QStringLiteral("Cut"), QStringLiteral("Ctrl+X"), "cut");
   addCommand(menu, QStringLiteral("menu.copy"), QStringLiteral("Copy"), QStringLiteral("Ctrl+C"), "copy");
   addCommand(menu, QStringLiteral("menu.paste"), QStringLiteral("Paste"), QStringLiteral("Ctrl+V"), pasteSlot);
+  connect(&menu, &QMenu::aboutToShow, this, &TextCommands::refresh);
   refresh();
 }
 
@@ -64,17 +101,26 @@ void TextCommands::run(const char* slot) {
 }
 
 void TextCommands::refresh() {
-  // An action that is off leaves its key to whatever has the focus.
-  for (auto* action : commands_) action->setEnabled(field_ || action == commands_.back());
+  // An action that is off leaves its key to the field, which knows by itself what it can do. Paste is always on.
+  const auto possible = possibleIn(field_);
+  const std::array states{possible.undo, possible.redo, possible.cut, possible.copy};
+  for (std::size_t i = 0; i < states.size(); ++i) commands_[i]->setEnabled(states[i]);
 }
 
-bool TextCommands::eventFilter(QObject* /*object*/, QEvent* event) {
+bool TextCommands::eventFilter(QObject* object, QEvent* event) {
   if (event->type() != QEvent::ShortcutOverride) return false;
   const QKeySequence keys(static_cast<QKeyEvent*>(event)->keyCombination());
-  const bool isKept = std::ranges::any_of(
-      kept_, [&keys](const QAction* action) { return action->isEnabled() && action->shortcut() == keys; });
-  if (isKept) event->ignore();
-  return isKept;
+  const auto isOneOf = [&keys](const std::vector<QAction*>& actions) {
+    return std::ranges::any_of(
+        actions, [&keys](const QAction* action) { return action->isEnabled() && action->shortcut() == keys; });
+  };
+  if (isOneOf(kept_)) {
+    event->ignore();
+    return true;
+  }
+  if (object->property("readOnly").toBool() || !isOneOf(left_)) return false;
+  event->accept();
+  return true;
 }
 
 }  // namespace Nimbrel

@@ -12,7 +12,8 @@
 namespace Nimbrel {
 
 /// Undo, Redo, Cut, Copy and Paste of a menu, which are about the text field that has the focus; a field takes their
-/// keys by itself. Without a field Paste does something else. The keys of other commands are kept from the field.
+/// keys by itself. Without a field Paste does something else. Keys of other commands are kept from the
+/// field, or left to it.
 class TextCommands final : public QObject {
   Q_OBJECT
 
@@ -26,6 +27,8 @@ class TextCommands final : public QObject {
   void setPasteElsewhere(std::function<void()> paste) { pasteElsewhere_ = std::move(paste); }
   /// From now on the key of an action reaches it also from within a text field that would know something to do with it.
   void keepFromFields(QAction& action) { kept_.push_back(&action); }
+  /// The same the other way about: within a text field that can be written in, the key is the field's alone.
+  void leaveToFields(QAction& action) { left_.push_back(&action); }
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -40,6 +43,7 @@ class TextCommands final : public QObject {
   QPointer<QWidget> field_;  ///< that has the focus, or had it before a menu took it
   std::vector<QAction*> commands_;
   std::vector<QAction*> kept_;
+  std::vector<QAction*> left_;
   std::function<void()> pasteElsewhere_;
 };
 

@@ -19,7 +19,7 @@ namespace {
 constexpr int leadingPadding = Measures::step8;
 constexpr int trailingPadding = Measures::step12;
 constexpr int gap = Measures::step6;
-constexpr int gapBeforeSearch = 10;
+constexpr int gapBeforeSearch = Measures::step16;
 
 void prepare(QToolButton& button, const QString& name) {
   button.setObjectName(name);
