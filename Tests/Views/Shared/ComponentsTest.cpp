@@ -19,6 +19,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
+
 namespace Nimbrel {
 
 namespace {
@@ -83,7 +85,12 @@ class FocusRingTest : public ::testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
     window_.setFocus();
   }
-  [[nodiscard]] QWidget* ring() const { return window_.findChild<QWidget*>(QStringLiteral("focusRing")); }
+  /// The one that is seen, and not while it waits to be deleted.
+  [[nodiscard]] QWidget* ring() const {
+    const auto rings = window_.findChildren<QWidget*>(QStringLiteral("focusRing"));
+    const auto seen = std::ranges::find_if(rings, [](const QWidget* ring) { return !ring->isHidden(); });
+    return seen == rings.end() ? nullptr : *seen;
+  }
 
   QWidget window_;
   QLineEdit* field_ = new QLineEdit;
@@ -113,6 +120,17 @@ TEST_F(FocusRingTest, GoesWithItsControl) {
   button_->setFocus(Qt::TabFocusReason);
   delete button_;
   EXPECT_EQ(ring(), nullptr);
+}
+
+TEST_F(FocusRingTest, IsHiddenWithItsWindowAndNotDeletedUnderIt) {
+  field_->setFocus(Qt::TabFocusReason);
+  ASSERT_NE(ring(), nullptr);
+  const QSignalSpy destroyed(ring(), &QObject::destroyed);
+  window_.close();
+  EXPECT_EQ(ring(), nullptr);
+  EXPECT_EQ(destroyed.count(), 0) << "while the window went through its children";
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(destroyed.count(), 1);
 }
 
 TEST(SegmentedControlTest, TellsWhatTheUserChoosesAndNotWhatTheProgramDoes) {

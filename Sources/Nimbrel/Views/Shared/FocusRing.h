@@ -25,6 +25,7 @@ class FocusRing final : public QObject {
 
  private:
   void showAround(QWidget& widget);
+  void drop();
   void place();
 
   QPointer<QWidget> control_;
