@@ -83,7 +83,7 @@ void FocusRing::watch(QWidget& widget) {
 
 void FocusRing::forget(QWidget& widget) {
   widget.removeEventFilter(this);
-  if (control_ == &widget) drop();
+  if (control_ == &widget) takeAway();
 }
 
 bool FocusRing::eventFilter(QObject* object, QEvent* event) {
@@ -95,23 +95,23 @@ bool FocusRing::eventFilter(QObject* object, QEvent* event) {
     if (isRinged || takesHalo(*widget)) showAround(*widget);
   } else if (widget == control_ && (type == QEvent::FocusOut || type == QEvent::Hide || type == QEvent::Destroy ||
                                     type == QEvent::MouseButtonPress)) {
-    if (type != QEvent::MouseButtonPress || !takesHalo(*widget)) drop();
+    if (type != QEvent::MouseButtonPress || !takesHalo(*widget)) takeAway();
   } else if (widget == control_ && (type == QEvent::Move || type == QEvent::Resize)) {
     place();
   }
   return false;
 }
 
-void FocusRing::drop() {
+void FocusRing::takeAway() {
   if (ring_.isNull()) return;
+  // Its window may be going through its children, as when it hides them one by one, and must find them all.
   ring_->hide();
-  // Later: its surroundings may be going through their children to hide them, and its control with them.
   ring_->deleteLater();
   ring_.clear();
 }
 
 void FocusRing::showAround(QWidget& widget) {
-  drop();
+  takeAway();
   control_ = &widget;
   // Within what scrolls, it scrolls along.
   auto* surroundings = widget.parentWidget();

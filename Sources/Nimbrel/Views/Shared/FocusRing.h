@@ -25,7 +25,7 @@ class FocusRing final : public QObject {
 
  private:
   void showAround(QWidget& widget);
-  void drop();
+  void takeAway();
   void place();
 
   QPointer<QWidget> control_;
