@@ -45,7 +45,11 @@ void TagChips::dropOthers() {
 
 void TagChips::addPortion() {
   const auto end = std::min(tags_.size(), chips_.size() + portion);
+  // Laid out once, and not anew for each chip that appears among thousands.
+  flow_->setEnabled(false);
   while (chips_.size() < end) add(tags_[chips_.size()]);
+  flow_->setEnabled(true);
+  flow_->invalidate();
   if (chips_.size() < tags_.size()) {
     more_.start(0, this);
   } else {
