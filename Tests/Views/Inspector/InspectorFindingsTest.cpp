@@ -119,6 +119,22 @@ TEST_F(InspectorTags, ThousandsComeInPortionsAndHoldNothingUp) {
   EXPECT_TRUE(isShown("tag.tag 4999"));
 }
 
+TEST_F(InspectorTags, FewAfterThousandsAreAllThatIsLeft) {
+  std::vector<std::string> many;
+  for (int i = 0; i < 200; ++i) many.push_back("tag " + std::to_string(i));
+  show(add("one.png"));
+  setTags(many);
+  ASSERT_TRUE(waitUntil([this] { return chips().chipCount() == 200; }));
+  setTags({"tag 0", "other"});
+  EXPECT_EQ(chips().chipCount(), 2U);
+  EXPECT_TRUE(isShown("tag.tag 0"));
+  EXPECT_TRUE(isShown("tag.other"));
+  EXPECT_EQ(chips().findChildren<Chip*>().size(), 2);
+  EXPECT_TRUE(waitUntil([this] { return chips().height() == at("tag.other").height(); })) << "one row";
+  click("removeTag.tag 0");
+  EXPECT_THAT(tags(), ElementsAre("other"));
+}
+
 TEST_F(InspectorTags, AnotherShotEndsWhatWasComing) {
   std::vector<std::string> many;
   for (int i = 0; i < 5000; ++i) many.push_back("tag " + std::to_string(i));

@@ -78,6 +78,8 @@ class InspectorLooks : public Testing::InspectorFixture, public ::testing::WithP
 
 TEST_P(InspectorLooks, TheWholeFormIsDrawnInTheTokensOfTheTheme) {
   store_->settings().protectSensitive.set(false);
+  view_->setCanEdit(true);
+  view_->setCanPin(true);
   showAt(1700, addInvoice({"Email"}));
   type("find", QStringLiteral("total"));
   view_->setFocus();
@@ -132,7 +134,7 @@ TEST_F(InspectorLayout, TheNarrowestColumnNeedsNoScrollingToTheSide) {
 TEST_F(InspectorLayout, FromRightToLeftLabelsStandAtTheRight) {
   view_->setLayoutDirection(Qt::RightToLeft);
   show(addRead("one.png", "text"));
-  EXPECT_LT(at("name").x(), at("name").parentWidget()->width() / 3);
+  EXPECT_LT(at("name").mapTo(view_.get(), QPoint()).x(), view_->width() / 3);
   EXPECT_LT(at("reveal").x(), at("open").x());
 }
 

@@ -102,6 +102,15 @@ TEST_F(FocusRingTest, ShowsAroundAButtonThatTheKeyboardReached) {
   EXPECT_EQ(ring(), nullptr);
 }
 
+TEST_F(FocusRingTest, IsNotDeletedUnderAWindowThatHidesItsChildren) {
+  field_->setFocus(Qt::TabFocusReason);
+  ASSERT_NE(ring(), nullptr);
+  const QSignalSpy destroyed(ring(), &QObject::destroyed);
+  window_.close();
+  EXPECT_EQ(destroyed.count(), 0);
+  EXPECT_EQ(ring(), nullptr);
+}
+
 TEST_F(FocusRingTest, AClickShowsNone) {
   button_->setFocus(Qt::MouseFocusReason);
   EXPECT_EQ(ring(), nullptr);
@@ -254,6 +263,19 @@ TEST(GroupedFormTest, RowsNameTheirControlsAndGrowWithTheText) {
   form.layout()->activate();
   QCoreApplication::sendPostedEvents();
   EXPECT_LT(toggle->x(), 60);
+}
+
+TEST(GroupedFormTest, TheRulesBetweenRowsTakeNoHeight) {
+  GroupedForm form;
+  const auto* first = form.addToggle(QStringLiteral("One"))->parentWidget();
+  const auto* second = form.addToggle(QStringLiteral("Two"))->parentWidget();
+  form.resize(400, form.sizeHint().height());
+  form.show();
+  EXPECT_EQ(second->y(), first->y() + Measures::formRowHeight);
+  const auto image = form.grab().toImage();
+  const auto corner = second->mapTo(&form, QPoint());
+  EXPECT_EQ(image.pixelColor(corner + QPoint(200, 0)), themeColor(Token::Separator));
+  EXPECT_EQ(image.pixelColor(corner + QPoint(Measures::rowPadding - 1, 0)), themeColor(Token::Group));
 }
 
 TEST(GroupedFormTest, LargerTextIsNotClipped) {

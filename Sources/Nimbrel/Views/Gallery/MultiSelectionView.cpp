@@ -12,6 +12,10 @@ namespace Nimbrel {
 
 namespace {
 
+// Beside the padding of rows.
+constexpr int buttonRoom = 3;
+constexpr int fieldRoom = 5;
+
 ElidedLabel* valueLabel(const QString& objectName) {
   auto* label = new ElidedLabel(TextStyle::Body, Token::Secondary);
   label->setObjectName(objectName);
@@ -23,6 +27,15 @@ QPushButton* actionButton(const QString& title, const QString& objectName) {
   auto* button = new QPushButton(title);
   button->setObjectName(objectName);
   return button;
+}
+
+/// What a form's row has around a control, beside its usual padding.
+QWidget* padded(QWidget* control, int above, int below) {
+  auto* row = new QWidget;
+  auto* column = new QVBoxLayout(row);
+  column->setContentsMargins(0, above, 0, below);
+  column->addWidget(control);
+  return row;
 }
 
 std::int64_t bytesOf(const ShotList& shots) {
@@ -66,7 +79,7 @@ void MultiSelectionView::build() {
     auto* file = actionButton(QStringLiteral("File to Library"), QStringLiteral("multiSelection.file"));
     file->setIcon(Symbols::icon(QStringLiteral("tray.and.arrow.down"), {.normal = Token::Text}));
     connect(file, &QPushButton::clicked, this, [this] { store_.file(store_.selectedShots()); });
-    form_->addWidgetRow(file);
+    form_->addWidgetRow(padded(file, buttonRoom, buttonRoom));
   }
   form_->addSection(QStringLiteral("Tag All"));
   tag_ = new QLineEdit(typed);
@@ -78,7 +91,7 @@ void MultiSelectionView::build() {
     tag_->clear();
     store_.addTag(text, store_.selectedShots());
   });
-  form_->addWidgetRow(tag_);
+  form_->addWidgetRow(padded(tag_, fieldRoom, fieldRoom));
   addActions(*form_);
   column_->addWidget(form_);
   refresh();
@@ -93,7 +106,7 @@ void MultiSelectionView::addActions(GroupedForm& form) {
   connect(trash, &QPushButton::clicked, this, [this] { store_.trash(store_.selectedShots()); });
   auto* buttons = new QWidget;
   auto* column = new QVBoxLayout(buttons);
-  column->setContentsMargins(0, Measures::step4, 0, Measures::step4);
+  column->setContentsMargins(0, buttonRoom, 0, fieldRoom);
   column->setSpacing(Measures::step8);
   column->addWidget(forget);
   column->addWidget(trash);

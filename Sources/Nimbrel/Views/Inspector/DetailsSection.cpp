@@ -12,6 +12,7 @@ namespace {
 
 constexpr int sourceSpacing = 5;
 constexpr int sourceIconSize = 15;
+constexpr int fieldGap = 6;  ///< between label and field, beside that of all rows
 
 QString shown(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
@@ -71,7 +72,8 @@ DetailsSection::DetailsSection(const InspectorContext& context)
       recognition_(rowLink({}, QStringLiteral("inspector.recognition"))) {
   setObjectName(QStringLiteral("inspector.details"));
   name_->setObjectName(QStringLiteral("inspector.name"));
-  addRow(tr("Name"), name_, Fit::Fill);
+  name_->setAccessibleName(tr("Name"));
+  addRow(tr("Name"), nameRow(), Fit::Fill);
   taken_ = addValueRow(tr("Taken"));
   addRow(tr("Shows"), source_, Fit::Fill);
   addRow(tr("Recognition"), recognition_, Fit::Keep);
@@ -98,6 +100,16 @@ void DetailsSection::fill(const Shot& shot) {
   kind_->setFullText(shown(shot.captureTypeLabel()));
   size_->setFullText(shown(sizeText(shot)));
   place_->setFullText(shown(placeText(shot)));
+}
+
+QWidget* DetailsSection::nameRow() {
+  auto* row = new QWidget;
+  auto* line = new QHBoxLayout(row);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->setSpacing(0);
+  line->addSpacing(fieldGap);
+  line->addWidget(name_, 1);
+  return row;
 }
 
 void DetailsSection::rename() {

@@ -25,6 +25,7 @@ class DetailsSection final : public ShotSection {
  private:
   class Source;
 
+  QWidget* nameRow();
   void rename();
   void editSource();
   void setShownName(const std::string& name);

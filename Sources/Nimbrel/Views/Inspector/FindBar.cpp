@@ -29,6 +29,7 @@ FindBar::FindBar(QWidget* parent)
   field_->setFixedHeight(lineHeight(TextStyle::Body));
   field_->installEventFilter(this);
   clear_->setObjectName(QStringLiteral("inspector.findClear"));
+  clear_->setFixedSize(scaled(Measures::textSymbol), scaled(Measures::textSymbol));
   clear_->hide();
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(barPadding, barPadding, barPadding, barPadding);

@@ -65,7 +65,7 @@ void InspectorForm::placeMargins() {
   const auto narrow = std::max(0, Measures::formMargin - style()->pixelMetric(QStyle::PM_ScrollBarExtent));
   const bool isLeftToRight = layoutDirection() == Qt::LeftToRight;
   form_->layout()->setContentsMargins(isLeftToRight ? Measures::formMargin : narrow, Measures::rowPadding,
-                                      isLeftToRight ? narrow : Measures::formMargin, 0);
+                                      isLeftToRight ? narrow : Measures::formMargin, Measures::rowPadding);
 }
 
 }  // namespace Nimbrel

@@ -20,6 +20,7 @@ QLabel* centred(const QString& text, TextStyle style, Token token) {
   setTextLook(*label, style, token);
   label->setAlignment(Qt::AlignCenter);
   label->setWordWrap(true);
+  label->setMinimumHeight(lineHeight(style));
   return label;
 }
 

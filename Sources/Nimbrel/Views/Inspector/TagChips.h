@@ -4,6 +4,7 @@
 #include "Views/Shared/FlowLayout.h"
 
 #include <QBasicTimer>
+#include <QVBoxLayout>
 #include <QWidget>
 
 #include <string>
@@ -37,10 +38,14 @@ class TagChips final : public QWidget {
   };
   /// Leaves only chips that the new tags begin with.
   void dropOthers();
+  /// Takes all chips out, at once: each that goes alone is looked for among all others.
+  void startAnew();
   void addPortion();
   void add(const std::string& tag);
 
-  FlowLayout* flow_;
+  QVBoxLayout* column_;
+  QWidget* rows_ = nullptr;
+  FlowLayout* flow_ = nullptr;
   std::vector<std::string> tags_;
   std::vector<Entry> chips_;  ///< of the first of the tags
   QBasicTimer more_;

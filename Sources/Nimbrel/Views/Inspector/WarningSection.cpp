@@ -21,9 +21,11 @@ WarningSection::WarningSection(const InspectorContext& context)
   edit_->setObjectName(QStringLiteral("inspector.warningEdit"));
   setTextLook(*labels_, TextStyle::Callout);
   labels_->setWordWrap(true);
+  labels_->setMinimumHeight(lineHeight(TextStyle::Callout));
   auto* advice = new QLabel(tr("Check before sharing this one."));
   setTextLook(*advice, TextStyle::Caption, Token::Secondary);
   advice->setWordWrap(true);
+  advice->setMinimumHeight(lineHeight(TextStyle::Caption));
   setVariant(*edit_, ButtonVariant::Plain);
   setButtonSize(*edit_, ButtonSize::Small);
   connect(edit_, &QPushButton::clicked, this, &WarningSection::editClicked);

@@ -1,9 +1,10 @@
 #include "Views/Shared/FormSection.h"
 
-#include "Views/Shared/Hairline.h"
 #include "Views/Shared/Measures.h"
 #include "Views/Shared/Painting.h"
 #include "Views/Shared/TextStyles.h"
+
+#include <QStyle>
 
 namespace Nimbrel {
 
@@ -40,10 +41,7 @@ class FormSection::Box final : public QWidget {
     rows_->setSpacing(0);
   }
 
-  void add(QWidget* row) {
-    if (rows_->count() > 0) rows_->addWidget(new Hairline(Qt::Horizontal, Measures::rowPadding));
-    rows_->addWidget(row);
-  }
+  void add(QWidget* row) { rows_->addWidget(row); }
 
   QHBoxLayout* addRow() {
     auto* row = new QWidget;
@@ -72,6 +70,13 @@ class FormSection::Box final : public QWidget {
     QPainter painter(this);
     Painting::fillOutlined(painter, rect(), Measures::groupRadius, themeColor(Token::Group),
                            themeColor(Token::Separator));
+    // The rules take nothing of the rows' height, which is that of a row whether or not others stand above it.
+    for (int i = 1; i < rows_->count(); ++i) {
+      const auto top = rows_->itemAt(i)->geometry().top();
+      const QRect rule(1 + Measures::rowPadding, top, width() - Measures::rowPadding - 2, 1);
+      Painting::horizontalRule(painter, QStyle::visualRect(layoutDirection(), rect(), rule),
+                               themeColor(Token::Separator));
+    }
   }
 
  private:
