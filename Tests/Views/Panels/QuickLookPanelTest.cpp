@@ -232,6 +232,8 @@ TEST(QuickLookDecoding, GoingOnDoesNotWaitForThePictureThatIsBeingRead) {
 
 class QuickLookTest : public Testing::SheetFixture {
  protected:
+  QuickLookTest() { store_->setFilter({Filter::All{}}); }
+
   [[nodiscard]] std::vector<std::string> shown() const {
     std::vector<std::string> names;
     for (const auto& path : panel_->files()) names.push_back(path.substr(path.rfind('/') + 1));
