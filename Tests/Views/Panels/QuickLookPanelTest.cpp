@@ -232,6 +232,8 @@ TEST(QuickLookDecoding, GoingOnDoesNotWaitForThePictureThatIsBeingRead) {
 
 class QuickLookTest : public Testing::SheetFixture {
  protected:
+  QuickLookTest() { store_->setFilter({Filter::All{}}); }
+
   [[nodiscard]] std::vector<std::string> shown() const {
     std::vector<std::string> names;
     for (const auto& path : panel_->files()) names.push_back(path.substr(path.rfind('/') + 1));
@@ -258,6 +260,30 @@ TEST_F(QuickLookTest, WithoutASelectionItShowsAllThatTheGalleryShows) {
   quickLook(*store_, *panel_);
   EXPECT_EQ(panel_->files().size(), 2U);
   EXPECT_EQ(panel_->current(), 0U);
+}
+
+TEST_F(QuickLookTest, ASelectionThatTheFilterHidesLeavesAllThatTheGalleryShowsFromTheFirst) {
+  add({.name = "a.png", .daysAgo = 1, .filed = false});
+  add({.name = "b.png", .daysAgo = 2, .filed = false});
+  const auto hidden = add({.name = "hidden.png", .daysAgo = 3});
+  store_->setFilter({Filter::Inbox{}});
+  store_->setSelection({hidden->id});
+  quickLook(*store_, *panel_);
+  EXPECT_THAT(shown(), ::testing::ElementsAre("a.png", "b.png"));
+  EXPECT_EQ(panel_->current(), 0U);
+}
+
+TEST_F(QuickLookTest, ACatalogueThatChangesUnderItLeavesItsListAlone) {
+  const auto gone = add({.name = "a.png", .daysAgo = 1});
+  add({.name = "b.png", .daysAgo = 2});
+  quickLook(*store_, *panel_);
+  store_->forget({gone});
+  EXPECT_THAT(shown(), ::testing::ElementsAre("a.png", "b.png"));
+  QTest::keyClick(panel_, Qt::Key_Right);
+  EXPECT_EQ(panel_->current(), 1U);
+  quickLook(*store_, *panel_);
+  EXPECT_TRUE(panel_->isVisible()) << "another list takes the place of the one that is shown";
+  EXPECT_THAT(shown(), ::testing::ElementsAre("b.png"));
 }
 
 TEST_F(QuickLookTest, WithoutShotsNothingHappens) {

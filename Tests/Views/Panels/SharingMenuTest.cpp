@@ -68,6 +68,20 @@ TEST_F(SharingMenuTest, OpensWithAnotherApplication) {
   EXPECT_THAT(workspace_->taken, ElementsAre(Pair("paint.desktop", home_.desktop("a.png"))));
 }
 
+TEST_F(SharingMenuTest, WhoHasNoIconGetsASymbol) {
+  workspace_->openers = {{.id = "viewer.desktop", .name = "Viewer", .icon = {}},
+                         {.id = "paint.desktop", .name = "Paint", .icon = "/nowhere.png"},
+                         {.id = "other.desktop", .name = "Other", .icon = "no-such-icon"}};
+  workspace_->sendersThere = {{.id = "bluetooth-sendto", .name = "Bluetooth", .icon = "no-such-icon"}};
+  openMenu();
+  auto actions = openers()->actions();
+  actions.append(in<QAction>(*menu_, "share.send"));
+  EXPECT_EQ(actions.size(), 4);
+  for (const auto* action : actions) {
+    EXPECT_FALSE(action->icon().pixmap(16, 16).isNull()) << action->text().toStdString();
+  }
+}
+
 TEST_F(SharingMenuTest, SendsThroughWhatTheDesktopOffers) {
   workspace_->sendersThere = {{.id = "bluetooth-sendto", .name = "Bluetooth", .icon = "bluetooth"}};
   openMenu();
@@ -91,6 +105,20 @@ TEST_F(SharingMenuTest, OpensAtTheUpperRightOfItsWindow) {
   ASSERT_NE(menu, nullptr);
   EXPECT_TRUE(menu->isVisible());
   menu->close();
+}
+
+TEST_F(SharingMenuTest, Pictures) {
+  workspace_->openers = {{.id = "viewer.desktop", .name = "Viewer", .icon = {}},
+                         {.id = "paint.desktop", .name = "Cut & Paint", .icon = {}}};
+  workspace_->sendersThere = {{.id = "bluetooth-sendto", .name = "Bluetooth", .icon = {}}};
+  openMenu();
+  menu_->setActiveAction(openers()->menuAction());
+  keepPictures(*menu_, QStringLiteral("sharing-menu"));
+  auto* submenu = openers();
+  submenu->popup({});
+  keepPictures(*submenu, QStringLiteral("sharing-menu-open-with"));
+  EXPECT_GT(menu_->height(), submenu->height());
+  submenu->close();
 }
 
 }  // namespace

@@ -6,11 +6,15 @@
 #include "Views/Sheets/DuplicateStrip.h"
 #include "Views/Sheets/SheetFixture.h"
 
+#include <QGuiApplication>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <algorithm>
+#include <array>
 
 namespace Nimbrel {
 
@@ -181,6 +185,25 @@ TEST_F(DuplicatesViewTest, AnyNumberOfShotsHasButtonsForWhatIsSeenAlone) {
   EXPECT_EQ(trashed().size(), 299U);
 }
 
+TEST_F(DuplicatesViewTest, TheWheelOverAStripScrollsTheList) {
+  for (int group = 0; group < 4; ++group) {
+    const auto name = std::to_string(group);
+    add({.name = name + "a.png", .daysAgo = 1, .hash = otherLooks >> (8 * group)});
+    add({.name = name + "b.png", .daysAgo = 2, .hash = otherLooks >> (8 * group)});
+  }
+  openSheet();
+  auto* list = in<DuplicateList>(*sheet_, "duplicateList");
+  auto* strip = sheet_->findChild<DuplicateStrip*>()->findChild<QScrollArea*>();
+  EXPECT_EQ(strip->verticalScrollBar()->maximum(), 0);
+  ASSERT_GT(list->verticalScrollBar()->maximum(), 0);
+  const QPointF pointer(100, 50);
+  QWheelEvent wheel(pointer, strip->viewport()->mapToGlobal(pointer), {}, {0, -120}, Qt::NoButton, {},
+                    Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(strip->viewport(), &wheel);
+  if (!wheel.isAccepted()) QCoreApplication::sendEvent(list->viewport(), &wheel);
+  EXPECT_GT(list->verticalScrollBar()->value(), 0);
+}
+
 TEST_F(DuplicatesViewTest, TheArrowsGoAlongTheStripAndSpaceChooses) {
   for (int i = 0; i < 9; ++i) add({.name = std::to_string(i) + ".png", .daysAgo = double(i), .hash = looks});
   openSheet();
@@ -197,7 +220,8 @@ TEST_F(DuplicatesViewTest, TheArrowsGoAlongTheStripAndSpaceChooses) {
 TEST_F(DuplicatesViewTest, InScriptsFromTheRightTheFirstStandsThere) {
   add({.name = "a1.png", .daysAgo = 1, .hash = looks});
   add({.name = "a2.png", .daysAgo = 2, .hash = looks});
-  window_.setLayoutDirection(Qt::RightToLeft);
+  const auto restore = qScopeGuard([] { QGuiApplication::setLayoutDirection(Qt::LeftToRight); });
+  QGuiApplication::setLayoutDirection(Qt::RightToLeft);
   openSheet();
   const auto x = [&](const char* name) { return button(name)->mapTo(sheet_.data(), QPoint()).x(); };
   EXPECT_GT(x("a1.png"), x("a2.png"));
@@ -218,7 +242,10 @@ TEST_F(DuplicatesViewTest, Pictures) {
   add({.name = "c1.png", .daysAgo = 5, .hash = 0x7777777777777777, .sensitive = {"Password"}});
   openSheet();
   button("b1.png")->click();
-  ASSERT_TRUE(waitUntil([this] { return button("a0.png")->hasThumb() && button("b2.png")->hasThumb(); }));
+  ASSERT_TRUE(waitUntil([this] {
+    return std::ranges::all_of(std::array{"a0.png", "a1.png", "a2.png", "a3.png", "b0.png", "b1.png", "b2.png"},
+                               [this](const char* name) { return button(name)->hasThumb(); });
+  }));
   keepPictures(*sheet_, QStringLiteral("sheet-duplicates"));
   const auto image = sheet_->grab().toImage();
   const auto edge = [&](const char* name) {
@@ -226,6 +253,8 @@ TEST_F(DuplicatesViewTest, Pictures) {
   };
   EXPECT_EQ(edge("b1.png"), themeColor(Token::Accent));
   EXPECT_NE(edge("b2.png"), themeColor(Token::Accent));
+  const auto* caption = sheet_->findChild<QLabel*>(QStringLiteral("duplicateCaption"));
+  EXPECT_EQ(caption->palette().color(caption->foregroundRole()), themeColor(Token::Secondary));
 }
 
 }  // namespace

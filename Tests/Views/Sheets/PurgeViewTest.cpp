@@ -133,6 +133,15 @@ TEST_F(PurgeViewTest, TabLeavesTheTableForTheButtons) {
   EXPECT_EQ(QApplication::focusWidget(), confirm());
 }
 
+TEST_F(PurgeViewTest, TheTableLeavesRoomForTheRuleAroundIt) {
+  add({.name = "old.png", .daysAgo = 91});
+  openSheet();
+  const auto* table = in<QTableView>(*sheet_, "shotTable");
+  EXPECT_EQ(table->viewport()->x(), 1);
+  EXPECT_EQ(table->viewport()->geometry().right(), table->width() - 2);
+  EXPECT_EQ(table->viewport()->geometry().bottom(), table->height() - 2);
+}
+
 TEST_F(PurgeViewTest, ThousandsOfShotsMakeNoLargerSheet) {
   for (int i = 0; i < 2000; ++i) {
     Shot shot;

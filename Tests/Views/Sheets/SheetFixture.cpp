@@ -1,6 +1,7 @@
 #include "Views/Sheets/SheetFixture.h"
 
 #include "Support/Pictures.h"
+#include "Support/Waiting.h"
 #include "Views/Shared/Placeholder.h"
 #include "Views/Shared/Theme.h"
 
@@ -23,6 +24,11 @@ Fake* replace(std::unique_ptr<Service>& service) {
   auto* borrowed = fake.get();
   service = std::move(fake);
   return borrowed;
+}
+
+/// The application hands the colours on to its windows in later turns of the event loop.
+void awaitColors(const QWidget& window) {
+  EXPECT_TRUE(waitUntil([&] { return window.palette().color(QPalette::Window) == themeColor(Token::Window); }));
 }
 
 }  // namespace
@@ -94,7 +100,7 @@ void SheetFixture::keepPictures(QWidget& window, const QString& what) {
     Theme::shared().setAppearance({.scheme = isDark ? Appearance::Scheme::Dark : Appearance::Scheme::Light,
                                    .accent = {},
                                    .hasHighContrast = false});
-    QCoreApplication::sendPostedEvents();
+    awaitColors(window);
     for (const int scale : {1, 2}) {
       QImage image(window.size() * scale, QImage::Format_ARGB32_Premultiplied);
       image.setDevicePixelRatio(scale);
@@ -107,7 +113,7 @@ void SheetFixture::keepPictures(QWidget& window, const QString& what) {
     }
   }
   Theme::shared().setAppearance({});
-  QCoreApplication::sendPostedEvents();
+  awaitColors(window);
 }
 
 }  // namespace Nimbrel::Testing

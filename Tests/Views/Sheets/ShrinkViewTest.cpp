@@ -130,6 +130,17 @@ TEST_F(ShrinkViewTest, ACatalogueThatChangesWhileItShrinksDoesNotDisturbIt) {
   EXPECT_EQ(trashed().size(), 3U);
 }
 
+TEST_F(ShrinkViewTest, WaitsForWhatIsBeingShrunkAlreadyAndClosesAfterItsOwn) {
+  addShrinkable(3);
+  openSheet();
+  store_->recompressInBackground({shot("Screenshot 0.png")});
+  confirm()->click();
+  EXPECT_TRUE(isOpen());
+  ASSERT_TRUE(waitUntil([this] { return !isOpen(); }));
+  EXPECT_EQ(trash_->asked.size(), 2U);
+  EXPECT_THAT(trashed(), ::testing::UnorderedElementsAre("Screenshot 1.png", "Screenshot 2.png"));
+}
+
 TEST_F(ShrinkViewTest, ProtectedShotsAreNamedByWhatTheyAre) {
   add({.name = "password.png", .sensitive = {"Password"}});
   openSheet();

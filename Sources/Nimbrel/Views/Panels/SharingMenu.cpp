@@ -13,6 +13,10 @@ namespace {
 
 constexpr QPoint fromUpperRight(340, 160);
 
+// Of those without an icon of their own.
+const auto senderSymbol = QStringLiteral("square.and.arrow.up");
+const auto openerSymbol = QStringLiteral("questionmark.square");
+
 }  // namespace
 
 SharingMenu::SharingMenu(Store& store, const ShotPtr& shot, QWidget* parent)
@@ -40,8 +44,9 @@ void SharingMenu::addSenders() {
   if (senders.empty()) return;
   addSeparator();
   for (const auto& sender : senders) {
-    auto* action = addAction(iconOf(sender), shownText(sender.name).replace(QLatin1Char('&'), QLatin1String("&&")),
-                             this, [this, id = sender.id] { store_.send(*shot_, id); });
+    auto* action =
+        addAction(iconOf(sender, senderSymbol), shownText(sender.name).replace(QLatin1Char('&'), QLatin1String("&&")),
+                  this, [this, id = sender.id] { store_.send(*shot_, id); });
     action->setObjectName(QStringLiteral("share.send"));
   }
 }
@@ -49,16 +54,17 @@ void SharingMenu::addSenders() {
 void SharingMenu::fillOpeners(QMenu& menu) {
   menu.clear();
   for (const auto& opener : store_.openers(*shot_)) {
-    menu.addAction(iconOf(opener), shownText(opener.name).replace(QLatin1Char('&'), QLatin1String("&&")), this,
-                   [this, id = opener.id] { store_.openWith(*shot_, id); });
+    menu.addAction(iconOf(opener, openerSymbol), shownText(opener.name).replace(QLatin1Char('&'), QLatin1String("&&")),
+                   this, [this, id = opener.id] { store_.openWith(*shot_, id); });
   }
   if (menu.isEmpty()) menu.addAction(tr("No Applications"))->setEnabled(false);
 }
 
-QIcon SharingMenu::iconOf(const Workspace::Taker& taker) {
-  if (taker.icon.empty()) return {};
+QIcon SharingMenu::iconOf(const Workspace::Taker& taker, const QString& otherwise) {
   const auto name = QFile::decodeName(taker.icon.c_str());
-  return name.startsWith(QLatin1Char('/')) ? QIcon(name) : QIcon::fromTheme(name);
+  const auto icon = name.startsWith(QLatin1Char('/')) ? QIcon(name) : QIcon::fromTheme(name);
+  // The icon of a file that is gone says only when asked for its sizes that it has none.
+  return icon.isNull() || icon.availableSizes().isEmpty() ? Symbols::icon(otherwise) : icon;
 }
 
 void share(Store& store, const ShotPtr& shot, QWidget& window) {

@@ -22,7 +22,7 @@ class SharingMenu final : public QMenu {
  private:
   void addSenders();
   void fillOpeners(QMenu& menu);
-  [[nodiscard]] static QIcon iconOf(const Workspace::Taker& taker);
+  [[nodiscard]] static QIcon iconOf(const Workspace::Taker& taker, const QString& otherwise);
 
   Store& store_;
   ShotPtr shot_;

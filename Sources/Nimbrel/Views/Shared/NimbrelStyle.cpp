@@ -183,7 +183,6 @@ QRect NimbrelStyle::subControlRect(ComplexControl control, const QStyleOptionCom
 }
 
 QRect NimbrelStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
-  if (element == SE_HeaderLabel) return option->rect;
   if (element == SE_LineEditContents) {
     const auto* frame = as<QStyleOptionFrame>(option);
     const auto inset = frame && frame->lineWidth > 0 ? fieldTextInset : 0;
@@ -227,6 +226,7 @@ int NimbrelStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
       return menuInset;
     case PM_MenuPanelWidth:
       return 1;
+    case PM_HeaderMargin:  // the label has its own
     case PM_SubMenuOverlap:
     case PM_MenuBarPanelWidth:
     case PM_MenuBarItemSpacing:

@@ -16,6 +16,7 @@ SheetDialog::SheetDialog(const QString& heading, QWidget* parent)
   auto* title = new QLabel(heading);
   setTextLook(*title, TextStyle::Title2);
   title->setWordWrap(true);
+  title->setMinimumHeight(lineHeight(TextStyle::Title2));
   content_->setContentsMargins(Measures::dialogMargin, Measures::dialogMargin, Measures::dialogMargin,
                                Measures::dialogMargin);
   content_->setSpacing(Measures::step12);

@@ -26,7 +26,7 @@ class Column final : public QWidget {
     painter.fillRect(event->rect(), themeColor(Token::Base));
     const auto pitch = DuplicateStrip::stripHeight();
     for (int y = std::max(1, event->rect().top() / pitch) * pitch; y <= event->rect().bottom(); y += pitch) {
-      const QRect rule(Measures::step16, y, width() - Measures::step16, 1);
+      const QRect rule(Measures::step16 + 1, y, width() - Measures::step16 - 1, 1);
       Painting::horizontalRule(painter, QStyle::visualRect(layoutDirection(), rect(), rule),
                                themeColor(Token::Separator));
     }
@@ -39,6 +39,9 @@ DuplicateList::DuplicateList(const Store& store, ThumbCache& thumbs, GalleryPrev
     : QScrollArea(parent), store_(store), thumbs_(thumbs), loader_(thumbs, previews), column_(new Column) {
   setObjectName(QStringLiteral("duplicateList"));
   setFrameShape(QFrame::NoFrame);
+  // Under the scroll bar as well.
+  setBackgroundRole(QPalette::Base);
+  setAutoFillBackground(true);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setFocusPolicy(Qt::NoFocus);
   setWidget(column_);

@@ -23,7 +23,15 @@ constexpr int pitch = DuplicateButton::thumbWidth + Measures::step12;
 constexpr int ringRoom = Measures::step4;  ///< for the mark of the focus
 constexpr int barRoom = Measures::step12;  ///< for the scroll bar
 
+/// Where shots begin, and the caption, behind the rule around the list.
+constexpr int inset = Measures::step16 + 1;
+
 int buttonHeight() { return DuplicateButton::thumbHeight + Measures::step6 + lineHeight(TextStyle::Caption); }
+
+int areaTop() { return captionTop + lineHeight(TextStyle::CaptionTitle) + captionGap - ringRoom; }
+
+/// As much as is seen of it, so that a wheel moves the list and not the row under it.
+int rowHeight() { return DuplicateStrip::stripHeight() - 1 - areaTop() - barRoom; }
 
 }  // namespace
 
@@ -36,6 +44,8 @@ DuplicateStrip::DuplicateStrip(const Store& store, const ThumbCache& thumbs, QWi
       row_(new QWidget) {
   setObjectName(QStringLiteral("duplicateStrip"));
   setTextLook(*caption_, TextStyle::CaptionTitle, Token::Secondary);
+  // The list has the surface of a field, whose labels would be of the colour of what is entered.
+  caption_->setForegroundRole(QPalette::WindowText);
   caption_->setObjectName(QStringLiteral("duplicateCaption"));
   area_->setFrameShape(QFrame::NoFrame);
   area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -43,6 +53,8 @@ DuplicateStrip::DuplicateStrip(const Store& store, const ThumbCache& thumbs, QWi
   area_->setWidget(row_);
   area_->viewport()->setAutoFillBackground(false);
   row_->setAutoFillBackground(false);
+  // The room that is seen is known once the area has laid itself out, which is after the strip.
+  area_->viewport()->installEventFilter(this);
   connect(area_->horizontalScrollBar(), &QScrollBar::valueChanged, this, [this] {
     layOut();
     Q_EMIT placesChanged();
@@ -60,7 +72,7 @@ void DuplicateStrip::setGroup(const ShotList& group, const ShotPtr& keeper) {
   caption_->setText(tr("%1 similar · %2").arg(QString::number(group.size()), shownText(day)));
   setAccessibleName(caption_->text());
   const auto count = static_cast<int>(group.size());
-  row_->resize(2 * Measures::step16 + count * pitch - Measures::step12, buttonHeight() + 2 * ringRoom);
+  row_->resize(2 * inset + count * pitch - Measures::step12, rowHeight());
   std::erase_if(buttons_, [&](const auto& entry) {
     if (entry.first >= count) entry.second->deleteLater();
     return entry.first >= count;
@@ -92,17 +104,14 @@ void DuplicateStrip::showThumb(const std::string& path, const QImage& image) {
 
 void DuplicateStrip::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  const auto line = lineHeight(TextStyle::CaptionTitle);
-  caption_->setGeometry(Measures::step16, captionTop, width() - 2 * Measures::step16, line);
-  const auto top = captionTop + line + captionGap - ringRoom;
-  area_->setGeometry(0, top, width(), height() - top);
-  layOut();
+  caption_->setGeometry(inset, captionTop, width() - 2 * inset, lineHeight(TextStyle::CaptionTitle));
+  area_->setGeometry(0, areaTop(), width(), height() - areaTop());
 }
 
 void DuplicateStrip::layOut() {
   if (group_.empty()) return;
   // The bar begins at the beginning of the script, and so do the shots.
-  const auto from = area_->horizontalScrollBar()->value() - Measures::step16;
+  const auto from = area_->horizontalScrollBar()->value() - inset;
   const auto count = static_cast<int>(group_.size());
   const auto first = std::clamp(from / pitch, 0, count - 1);
   const auto last = std::clamp((from + area_->viewport()->width()) / pitch, first, count - 1);
@@ -128,7 +137,7 @@ DuplicateButton* DuplicateStrip::makeButton(int index) {
   button->setShot(group_[static_cast<std::size_t>(index)], {});
   button->installEventFilter(this);
   connect(button, &QAbstractButton::clicked, this, [this, button] { Q_EMIT chosen(button->shot()); });
-  const QRect place(Measures::step16 + index * pitch, ringRoom, DuplicateButton::thumbWidth, buttonHeight());
+  const QRect place(inset + index * pitch, ringRoom, DuplicateButton::thumbWidth, buttonHeight());
   button->setGeometry(QStyle::visualRect(layoutDirection(), row_->rect(), place));
   showState(*button);
   button->show();
@@ -144,6 +153,10 @@ void DuplicateStrip::showState(DuplicateButton& button) {
 }
 
 bool DuplicateStrip::eventFilter(QObject* object, QEvent* event) {
+  if (object == area_->viewport() && event->type() == QEvent::Resize) {
+    layOut();
+    Q_EMIT placesChanged();
+  }
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(object, event);
   const auto found = std::ranges::find_if(buttons_, [&](const auto& entry) { return entry.second == object; });
   if (found == buttons_.end()) return false;
@@ -157,7 +170,7 @@ bool DuplicateStrip::eventFilter(QObject* object, QEvent* event) {
 void DuplicateStrip::focusShot(int index) {
   auto* button = buttons_.contains(index) ? buttons_[index] : makeButton(index);
   button->setFocus(Qt::TabFocusReason);
-  area_->ensureWidgetVisible(button, Measures::step16, 0);
+  area_->ensureWidgetVisible(button, inset, 0);
 }
 
 }  // namespace Nimbrel

@@ -1,8 +1,16 @@
 #include "Views/Sheets/ShotSheet.h"
 
+#include "Views/Shared/FormSection.h"
 #include "Views/Shared/Measures.h"
+#include "Views/Sheets/WrappedText.h"
 
 namespace Nimbrel {
+
+namespace {
+
+constexpr int noteGap = Measures::step8;
+
+}  // namespace
 
 ShotSheet::ShotSheet(const QString& heading, int width, QWidget* parent)
     : SheetDialog(heading, parent), contentWidth_(width - 2 * Measures::dialogMargin), footerText_(new QLabel) {
@@ -25,9 +33,12 @@ void ShotSheet::addForm(GroupedForm* form) {
   form->layout()->setContentsMargins(0, 0, 0, 0);
   form->setFixedWidth(contentWidth_);
   content()->addWidget(form);
+  form_ = form;
 }
 
 void ShotSheet::addNote(const QString& words) {
+  // Nearer to its form than what comes after a form is otherwise.
+  if (form_ != nullptr) form_->findChild<FormSection*>()->layout()->setContentsMargins(0, 0, 0, noteGap);
   addLabel(words, TextStyle::Caption)->setContentsMargins(Measures::step2, 0, Measures::step2, 0);
   content()->addSpacing(Measures::step12);
 }
@@ -45,9 +56,7 @@ void ShotSheet::showPlaceholder(bool isEmpty) { place_->setCurrentIndex(isEmpty 
 void ShotSheet::setFooterText(const QString& text) { footerText_->setText(text); }
 
 QLabel* ShotSheet::addLabel(const QString& text, TextStyle style) {
-  auto* label = new QLabel(text);
-  setTextLook(*label, style, Token::Secondary);
-  label->setWordWrap(true);
+  auto* label = new WrappedText(text, style, Token::Secondary);
   label->setFixedWidth(contentWidth_);
   content()->addWidget(label);
   return label;

@@ -32,6 +32,7 @@ class ShotSheet : public SheetDialog {
   QLabel* addLabel(const QString& text, TextStyle style);
 
   int contentWidth_;
+  GroupedForm* form_ = nullptr;  ///< the last that was added
   QStackedWidget* place_ = nullptr;
   QLabel* footerText_;
 };

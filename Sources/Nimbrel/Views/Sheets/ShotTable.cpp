@@ -42,7 +42,11 @@ ShotTable::ShotTable(const Store& store, const std::vector<Column>& columns, Sel
 }
 
 void ShotTable::setUp(Selection selection) {
-  setFrameShape(QFrame::NoFrame);
+  // Of which nothing is seen: it keeps room for the rule around the table.
+  setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+  // Under the scroll bar as well.
+  setBackgroundRole(QPalette::Base);
+  setAutoFillBackground(true);
   setShowGrid(false);
   setWordWrap(false);
   setTextElideMode(Qt::ElideMiddle);

@@ -19,6 +19,7 @@ constexpr int tableHeight = 308;
 constexpr int sizeWidth = 100;
 constexpr int sliderWidth = 260;
 constexpr int valueWidth = 34;
+constexpr int valueGap = 10;
 
 // The slider counts in steps of 0.05.
 constexpr double stepsPerUnit = 20;
@@ -58,7 +59,7 @@ void ShrinkView::addControls() {
   auto* row = new QWidget;
   auto* line = new QHBoxLayout(row);
   line->setContentsMargins(0, 0, 0, 0);
-  line->setSpacing(Measures::step8);
+  line->setSpacing(valueGap);
   line->addWidget(quality_);
   line->addWidget(qualityText_);
   quality_->setObjectName(QStringLiteral("shrink.quality"));
