@@ -59,7 +59,8 @@ QWidget* ApplicationFixture::findShown(const QString& name) const {
 
 QWidget& ApplicationFixture::shownPart(const char* name) const {
   const auto objectName = QString::fromLatin1(name);
-  if (!waitUntil([&] { return isShown(objectName); })) throw std::runtime_error(std::string("nothing shown is ") + name);
+  if (!waitUntil([&] { return isShown(objectName); }))
+    throw std::runtime_error(std::string("nothing shown is ") + name);
   return *findShown(objectName);
 }
 
