@@ -120,6 +120,7 @@ TEST_F(MainWindowFocusTest, TheQuestionForTheOwnerIsNoLeaving) {
 TEST_F(MainWindowFocusTest, AnotherProgramOverASheetLocks) {
   chooseFromMenu("menu.purge");
   ASSERT_TRUE(QTest::qWaitForWindowActive(&part("purgeSheet")));
+  ASSERT_TRUE(staysUnlocked());
   const auto other = otherProgram();
   Testing::bringToFront("Other");
   EXPECT_TRUE(locks());

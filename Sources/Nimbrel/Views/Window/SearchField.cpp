@@ -17,7 +17,7 @@ SearchField::SearchField(Store& store, QWidget* parent) : QLineEdit(parent), sto
   setMaximumWidth(scaled(Measures::searchFieldWidth));
   // Files that are dropped here are meant for the window.
   setAcceptDrops(false);
-  addAction(Symbols::icon(QStringLiteral("magnifyingglass")), LeadingPosition);
+  addAction(Symbols::icon(QStringLiteral("magnifyingglass")), LeadingPosition)->setText(QStringLiteral("Search"));
   clear_ = addAction(Symbols::icon(QStringLiteral("xmark.circle.fill"), {.normal = Token::Glyph}), TrailingPosition);
   clear_->setObjectName(QStringLiteral("searchField.clear"));
   clear_->setText(QStringLiteral("Clear"));
