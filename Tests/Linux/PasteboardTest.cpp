@@ -1,12 +1,11 @@
 #include "Support/DesktopSession.h"
 #include "Support/Pictures.h"
-#include "Support/ProgramRun.h"
+#include "Support/TellingProgram.h"
 #include "Support/Waiting.h"
 
 #include <gmock/gmock.h>
 
 #include <QProcess>
-#include <QProcessEnvironment>
 
 #include <memory>
 
@@ -18,43 +17,8 @@ using ::testing::AnyOf;
 using ::testing::Contains;
 using ::testing::Each;
 using ::testing::StartsWith;
+using Testing::TellingProgram;
 using Testing::waitUntil;
-
-/// A program on the display that tells how far it is, line by line.
-class TellingProgram {
- public:
-  TellingProgram(const std::string& name, const QStringList& arguments) {
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    process_.setProcessEnvironment(environment);
-    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(Testing::programPath(name), arguments);
-    EXPECT_TRUE(process_.waitForStarted()) << name;
-  }
-  ~TellingProgram() {
-    process_.kill();
-    process_.waitForFinished();
-  }
-  TellingProgram(const TellingProgram&) = delete;
-  TellingProgram& operator=(const TellingProgram&) = delete;
-
-  void expectLine(const QByteArray& line) {
-    EXPECT_TRUE(waitUntil([&] {
-      told_ += process_.readAllStandardOutput();
-      return told_.contains(line + "\n");
-    })) << line.toStdString();
-  }
-  void endInput() { process_.closeWriteChannel(); }
-  [[nodiscard]] bool hasEnded() {
-    return waitUntil([&] { return process_.state() == QProcess::NotRunning; }) &&
-           process_.exitStatus() == QProcess::NormalExit && process_.exitCode() == 0;
-  }
-  [[nodiscard]] bool isRunning() const { return process_.state() == QProcess::Running; }
-
- private:
-  QProcess process_;
-  QByteArray told_;
-};
 
 struct Clip {
   bool isThere = false;

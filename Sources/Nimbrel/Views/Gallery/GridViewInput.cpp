@@ -91,7 +91,13 @@ void GridView::startDrag(const ShotPtr& shot) {
   drag->setMimeData(mime.release());
   drag->setPixmap(dragPreview(thumbs_.picture(shot->path), devicePixelRatioF()));
   QMetaObject::invokeMethod(
-      drag, [drag] { drag->exec(Qt::CopyAction); }, Qt::QueuedConnection);
+      drag,
+      [drag] {
+        // Begun after the button was let go, it would hold the pointer until the next click.
+        if (!QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) return drag->deleteLater();
+        drag->exec(Qt::CopyAction);
+      },
+      Qt::QueuedConnection);
 }
 
 }  // namespace Nimbrel

@@ -14,6 +14,7 @@
 #include <QPainterPath>
 #include <QPalette>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QToolButton>
 
 namespace Nimbrel {
@@ -83,6 +84,10 @@ void NimbrelStyle::polish(QWidget* widget) {
   if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
       qobject_cast<QAbstractSlider*>(widget)) {
     widget->setAttribute(Qt::WA_Hover);
+  }
+  // Views make their bars by themselves, and no screen reader has a word for those.
+  if (qobject_cast<QScrollBar*>(widget) && widget->accessibleName().isEmpty()) {
+    widget->setAccessibleName(QCoreApplication::translate("NimbrelStyle", "Scroll"));
   }
   focusRing_.watch(*widget);
 }

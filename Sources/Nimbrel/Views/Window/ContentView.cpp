@@ -9,6 +9,8 @@
 #include "Views/Window/Sidebar.h"
 #include "Views/Window/Surface.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDropEvent>
@@ -24,6 +26,12 @@ namespace {
 
 constexpr QSize firstSize(1120, 720);
 
+/// For screen readers any other widget of its own on the desktop is no more than a space.
+QAccessibleInterface* windowInterface(const QString& /*className*/, QObject* object) {
+  auto* window = qobject_cast<ContentView*>(object);
+  return window != nullptr ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
+
 }  // namespace
 
 ContentView::ContentView(Store& store, AppIcons& icons, WindowParts parts)
@@ -32,6 +40,8 @@ ContentView::ContentView(Store& store, AppIcons& icons, WindowParts parts)
       editor_(new EditorTarget(store, this)),
       imports_(new FileImports(store, this)),
       sheets_(new SheetHost(*this)) {
+  // Installed once, however often that is asked for.
+  QAccessible::installFactory(windowInterface);
   setObjectName(QStringLiteral("mainWindow"));
   setWindowTitle(QStringLiteral("Nimbrel"));
   setMinimumSize(Measures::windowMinimumWidth, Measures::windowMinimumHeight);

@@ -31,6 +31,7 @@ MainMenu::MainMenu(Store& store, const WindowParts& parts, QWidget& window)
 QMenu* MainMenu::addMenu(const char* name, const char* title) {
   auto* menu = new QMenu(text(title), &window_);
   menu->setObjectName(text(name));
+  menu->setAccessibleName(text(title).remove(QLatin1Char('&')));
   connect(menu, &QMenu::aboutToShow, this, &MainMenu::refresh);
   menus_.push_back(menu);
   return menu;

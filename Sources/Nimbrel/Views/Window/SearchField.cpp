@@ -19,7 +19,7 @@ SearchField::SearchField(Store& store, QWidget* parent) : QLineEdit(parent), sto
   setTextMargins(-Measures::step6, 0, -Measures::step6, 0);
   // Files that are dropped here are meant for the window.
   setAcceptDrops(false);
-  addAction(Symbols::icon(QStringLiteral("magnifyingglass")), LeadingPosition);
+  addAction(Symbols::icon(QStringLiteral("magnifyingglass")), LeadingPosition)->setText(QStringLiteral("Search"));
   clear_ = addAction(Symbols::icon(QStringLiteral("xmark.circle.fill"), {.normal = Token::Glyph}), TrailingPosition);
   clear_->setObjectName(QStringLiteral("searchField.clear"));
   clear_->setText(QStringLiteral("Clear"));
