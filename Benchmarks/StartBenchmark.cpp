@@ -50,9 +50,9 @@ void fail(const std::string& message) {
 class Screen {
  public:
   explicit Screen(const QString& folder) {
-    server_.start(QStringLiteral("Xvfb"), {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                                           QStringLiteral("0"), QStringLiteral("1280x800x24"),
-                                           QStringLiteral("-fbdir"), folder});
+    server_.start(QStringLiteral("Xvfb"),
+                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
+                   QStringLiteral("1280x800x24"), QStringLiteral("-fbdir"), folder});
     if (!server_.waitForReadyRead()) fail("Xvfb does not start");
     name_ = QLatin1Char(':') + QString::fromLatin1(server_.readAllStandardOutput().trimmed());
     file_.setFileName(folder + QStringLiteral("/Xvfb_screen0"));
