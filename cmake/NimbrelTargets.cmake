@@ -31,6 +31,11 @@ function(nimbrel_tests name)
   target_link_libraries(${name} PRIVATE NimbrelCompiler TestSupport ${TESTS_LINK})
   set_target_properties(${name} PROPERTIES AUTOMOC ${TESTS_MOC}
     RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  if(NIMBREL_SANITIZE AND NOT TESTS_LABEL STREQUAL unit)
+    # Only unit tests run under the sanitizers: the others are built there by name.
+    set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+    return()
+  endif()
   if(TESTS_PROGRAMS)
     add_dependencies(${name} ${TESTS_PROGRAMS})
   endif()

@@ -13,10 +13,10 @@
 
 namespace Nimbrel {
 
-GalleryView::GalleryView(const Parts& parts, QWidget* parent, ThumbLoader::Decoder decoder)
+GalleryView::GalleryView(const Parts& parts, QWidget* parent, const ThumbLoader::Decoder& decoder)
     : QWidget(parent),
       store_(parts.store),
-      loader_(parts.thumbs, parts.previews, std::move(decoder)),
+      loader_(parts.thumbs, parts.previews, decoder),
       shots_(parts.store),
       actions_(parts.store),
       context_{.store = parts.store,

@@ -29,7 +29,7 @@ class GalleryView final : public QWidget {
   };
   /// `decoder` is what pictures are decoded with.
   explicit GalleryView(const Parts& parts, QWidget* parent = nullptr,
-                       ThumbLoader::Decoder decoder = &ShotFile::thumbnail);
+                       const ThumbLoader::Decoder& decoder = &ShotFile::thumbnail);
   ~GalleryView() override;
 
   [[nodiscard]] GalleryActions& actions() { return actions_; }

@@ -50,10 +50,10 @@ void GridView::mousePressEvent(QMouseEvent* event) {
 }
 
 void GridView::mouseMoveEvent(QMouseEvent* event) {
-  if (!pressed_ || !event->buttons().testFlag(Qt::LeftButton)) return;
+  if (!event->buttons().testFlag(Qt::LeftButton)) return;
   const auto way = event->position().toPoint() - pressedAt_;
   if (way.manhattanLength() < QApplication::startDragDistance()) return;
-  startDrag(*std::exchange(pressed_, std::nullopt));
+  if (const auto shot = std::exchange(pressed_, std::nullopt)) startDrag(*shot);
 }
 
 void GridView::mouseReleaseEvent(QMouseEvent* event) {

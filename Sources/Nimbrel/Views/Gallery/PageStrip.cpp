@@ -82,7 +82,8 @@ PageStrip::~PageStrip() { context_.loader.showPreviews({}); }
 QImage PageStrip::imageOf(const Shot& shot, const GalleryPage& page) {
   if (context_.store.isProtected(shot)) return {};
   // One that is too large to be kept is nowhere else.
-  const bool isShown = !page.isHidden() && page.shot() && (*page.shot())->path == shot.path;
+  const auto& shown = page.shot();
+  const bool isShown = !page.isHidden() && shown && (*shown)->path == shot.path;
   return isShown && !page.preview().image().isNull() ? page.preview().image() : context_.previews.image(shot.path);
 }
 
