@@ -37,9 +37,10 @@ ReloadRun::ReloadRun(const Database& database) : state_(CatalogueState::of(datab
 
 bool ReloadRun::readFirst() { return reading_.readFor(stretch) == ShotReading::Outcome::Done; }
 
-void ReloadRun::readOn() { turns_.start(); }
+void ReloadRun::readOn(std::chrono::milliseconds pause) { turns_.start(pause); }
 
 void ReloadRun::readStretch() {
+  turns_.setInterval(0);
   if (reading_.readFor(stretch) == ShotReading::Outcome::More) return;
   turns_.stop();
   Q_EMIT read();

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -57,8 +58,8 @@ class ReloadRun final : public QObject {
   [[nodiscard]] const CatalogueState& state() const { return state_; }
   [[nodiscard]] const ShotList& shots() const { return reading_.shots(); }
   [[nodiscard]] ShotList take() { return reading_.take(); }
-  /// Reads the rest from now on, in later turns, and tells when that is done.
-  void readOn();
+  /// Reads the rest in later turns, not before the pause is over, and tells when that is done.
+  void readOn(std::chrono::milliseconds pause);
   /// Once all is read: works the result out for what derived from the former shots, and tells it.
   void derive(Protection protection, std::shared_ptr<const DerivedState> former);
 

@@ -395,7 +395,7 @@ class Store : public QObject {
   void reloadIfChanged();
   void reloadInTurns();
   void endReading();
-  void readOn();
+  void readOn(std::chrono::milliseconds pause);
   void deriveElsewhere();
   void takeIn(Reloaded& reloaded);
   void keepSelected();

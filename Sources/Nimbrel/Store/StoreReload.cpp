@@ -6,11 +6,15 @@
 
 #include <QThreadPool>
 
+#include <chrono>
 #include <utility>
 
 namespace Nimbrel {
 
 namespace {
+
+/// The pictures of a window that opens come first.
+constexpr std::chrono::milliseconds firstScreen{300};
 
 /// Lets another thread free what takes long to free.
 template <class T>
@@ -29,7 +33,7 @@ void Store::load() {
   publish(shots_, reloadRun_->shots(), Fact::shots);
   publish(tags_, tagsOf(shots_), Fact::tags);
   derive();
-  readOn();
+  readOn(firstScreen);
 }
 
 void Store::reload() {
@@ -67,13 +71,13 @@ void Store::reloadInTurns() {
   if (reloadRun_) return;
   const Operation operation(*this);
   reloadRun_ = std::make_unique<ReloadRun>(*database_, shots_);
-  reloadRun_->readFirst() ? endReading() : readOn();
+  reloadRun_->readFirst() ? endReading() : readOn({});
 }
 
-void Store::readOn() {
+void Store::readOn(std::chrono::milliseconds pause) {
   connect(reloadRun_.get(), &ReloadRun::read, this, &Store::deriveElsewhere);
   connect(reloadRun_.get(), &ReloadRun::derived, this, &Store::takeIn);
-  reloadRun_->readOn();
+  reloadRun_->readOn(pause);
 }
 
 void Store::deriveElsewhere() { reloadRun_->derive(protection(), derived_); }

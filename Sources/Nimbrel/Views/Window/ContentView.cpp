@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 
 #include <cmath>
+#include <functional>
 #include <utility>
 
 namespace Nimbrel {
@@ -87,10 +88,10 @@ QWidget* ContentView::makeContent() {
 }
 
 void ContentView::addSheets() {
-  const auto add = [this](auto isShown, auto setShown, auto changed, WindowParts::Sheet make) {
-    sheets_->add({.isWanted = [this, isShown] { return (store_.*isShown)(); },
-                  .dismissed = [this, setShown] { (store_.*setShown)(false); },
-                  .make = std::move(make)});
+  const auto add = [this](auto isShown, auto setShown, auto changed, const WindowParts::Sheet& make) {
+    sheets_->add({.isWanted = std::bind_front(isShown, &store_),
+                  .dismissed = std::bind_front(setShown, &store_, false),
+                  .make = make});
     connect(&store_, changed, sheets_, &SheetHost::look);
   };
   add(&Store::showPurge, &Store::setShowPurge, &Store::showPurgeChanged, parts_.purge);
