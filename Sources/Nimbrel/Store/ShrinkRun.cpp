@@ -41,7 +41,7 @@ void ShrinkRun::takeNext() {
   const auto heic = encodings_.next();
   // What was saved over the picture meanwhile is not in the new file.
   if (!heic || stateOfFile(shot.path) != heic->source || !replace_(shot, heic->content)) return;
-  outcome_.oldPaths.push_back(shot.path);
+  outcome_.oldFiles.push_back({.path = shot.path, .state = heic->source});
   outcome_.bytesSaved += shot.bytes - static_cast<std::int64_t>(heic->content.size());
 }
 

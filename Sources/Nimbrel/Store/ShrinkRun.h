@@ -30,7 +30,11 @@ class ShrinkRun {
 
   /// What came of it so far.
   struct Outcome {
-    std::vector<std::string> oldPaths;  ///< files that are no shot's any more
+    struct OldFile {
+      std::string path;
+      FileState state;  ///< that the new file was made of
+    };
+    std::vector<OldFile> oldFiles;  ///< that are no shot's any more
     std::int64_t bytesSaved = 0;
   };
 

@@ -476,7 +476,7 @@ class Store : public QObject {
   int operations_ = 0;
   std::bitset<mostFacts> facts_;
 
-  std::unique_ptr<ReloadRun> reloadRun_;  ///< while what other processes have changed is read
+  std::unique_ptr<ReloadRun> reloadRun_;  ///< while the catalogue is read
   CatalogueState stateRead_{.othersVersion = 0, .ownChanges = -1};
   QTimer pollTimer_;
   QTimer pendingRescan_;

@@ -1,6 +1,7 @@
 #include "Foundation/FilePath.h"
 #include "Foundation/Formats.h"
 #include "Model/ShotFile.h"
+#include "Platform/FileSystem.h"
 #include "Platform/NewFile.h"
 #include "Store/ShrinkRun.h"
 #include "Store/Store.h"
@@ -77,10 +78,13 @@ bool Store::replaceFile(const Shot& shot, const std::string& heic) {
   const auto target = heicPath(shot.path);
   announce(target);
   if (NewFile::write(target, heic)) return false;
+  // Until it is in the Trash, no scan of another process is to take the old file for a new shot.
+  database_->ignore(shot.path);
   // Each commit waits for the disk: the old files go only once a crash would find the new ones in the catalogue.
   database_->setPath(shot.id, target, shot.filed ? Database::Filed::Yes : Database::Filed::No);
   const auto row = database_->shot(shot.id);
   if (!row || row->path != target) {
+    database_->unignore(shot.path);
     NewFile::discard(target);
     return false;
   }
@@ -90,16 +94,28 @@ bool Store::replaceFile(const Shot& shot, const std::string& heic) {
 }
 
 void Store::trashReplaced(const ShrinkRun::Outcome& outcome) {
-  if (outcome.oldPaths.empty()) {
+  if (outcome.oldFiles.empty()) {
     setStatus("Nothing to shrink");
     reload();
     return;
   }
-  const auto count = outcome.oldPaths.size();
-  for (const auto& path : outcome.oldPaths) announce(path);
+  const auto count = outcome.oldFiles.size();
+  std::vector<std::string> paths;
+  for (const auto& [path, state] : outcome.oldFiles) {
+    // What was saved over it since is nowhere else: it stays, as a new shot.
+    if (stateOfFile(path) != state) {
+      database_->unignore(path);
+      continue;
+    }
+    announce(path);
+    paths.push_back(path);
+  }
   context_.services.trash->recycle(
-      this, outcome.oldPaths, [this, count, saved = outcome.bytesSaved](const std::optional<Error>&) {
+      this, paths, [this, count, paths, saved = outcome.bytesSaved](const std::optional<Error>&) {
         const Operation told(*this);
+        for (const auto& path : paths) {
+          if (!FileSystem::exists(path)) database_->unignore(path);
+        }
         reload();
         setStatus("Shrank " + std::to_string(count) + " · saved " + Formats::byteCount(saved));
       });

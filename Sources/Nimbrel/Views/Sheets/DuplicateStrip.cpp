@@ -90,6 +90,7 @@ void DuplicateStrip::refresh() {
 
 std::vector<ThumbLoader::Place> DuplicateStrip::places() const {
   std::vector<ThumbLoader::Place> places;
+  places.reserve(buttons_.size());
   for (const auto& [index, button] : buttons_) {
     places.push_back({.path = button->shot()->path, .isObscured = button->isLocked()});
   }

@@ -25,6 +25,7 @@ constexpr int measuredRows = 100;  ///< the texts of a column are of much the sa
 
 std::vector<ShotColumn> kindsOf(const std::vector<ShotTable::Column>& columns) {
   std::vector<ShotColumn> kinds;
+  kinds.reserve(columns.size());
   for (const auto& column : columns) kinds.push_back(column.column);
   return kinds;
 }

@@ -25,7 +25,8 @@ ColumnDivider::ColumnDivider(Column column, Bounds bounds, QWidget* parent)
 
 void ColumnDivider::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  Painting::verticalRule(painter, QRectF(width() / 2, 0, 1, height()), themeColor(Token::Separator));
+  const int middle = width() / 2;
+  Painting::verticalRule(painter, QRectF(middle, 0, 1, height()), themeColor(Token::Separator));
 }
 
 void ColumnDivider::mousePressEvent(QMouseEvent* event) {
