@@ -1,7 +1,6 @@
 #include "Foundation/FilePath.h"
 #include "Foundation/Formats.h"
 #include "Model/ShotFile.h"
-#include "Platform/FileSystem.h"
 #include "Platform/NewFile.h"
 #include "Store/ShrinkRun.h"
 #include "Store/Store.h"
@@ -113,9 +112,7 @@ void Store::trashReplaced(const ShrinkRun::Outcome& outcome) {
   context_.services.trash->recycle(
       this, paths, [this, count, paths, saved = outcome.bytesSaved](const std::optional<Error>&) {
         const Operation told(*this);
-        for (const auto& path : paths) {
-          if (!FileSystem::exists(path)) database_->unignore(path);
-        }
+        for (const auto& path : paths) database_->unignore(path);
         reload();
         setStatus("Shrank " + std::to_string(count) + " · saved " + Formats::byteCount(saved));
       });

@@ -1,7 +1,7 @@
 #include "Views/Gallery/CellContent.h"
 
 #include "Foundation/Formats.h"
-#include "Views/Shared/ElidedLabel.h"
+#include "Views/Shared/ShotWords.h"
 
 #include <QStringList>
 
@@ -9,27 +9,21 @@ namespace Nimbrel {
 
 namespace {
 
-QString line(const std::string& text) { return oneLine(QString::fromStdString(text)); }
-
 QString sourceOf(const Shot& shot, const ContentGroup& group) {
-  return line(group.kind == ContentGroup::Kind::unknown ? Formats::shortTime(shot.date) : group.title);
+  return shownText(group.kind == ContentGroup::Kind::unknown ? Formats::shortTime(shot.date) : group.title);
 }
 
 }  // namespace
 
-QString shownTitle(const Store& store, const Shot& shot) {
-  return store.isProtected(shot) ? QStringLiteral("Sensitive screenshot") : line(shot.name);
-}
-
 QString shortTitle(const Store& store, const Shot& shot) {
-  return store.isProtected(shot) ? QStringLiteral("Sensitive") : line(shot.name);
+  return store.isProtected(shot) ? QStringLiteral("Sensitive") : shownText(shot.name);
 }
 
 CellContent cellContent(const Store& store, const Shot& shot, AppIcons& icons) {
   const bool isProtected = store.isProtected(shot);
   const auto& group = store.derived().contentOf(shot.id);
   const auto symbol = shot.symbol();
-  return {.title = shownTitle(store, shot),
+  return {.title = shownName(store, shot),
           .source = isProtected ? QStringLiteral("Locked") : sourceOf(shot, group),
           .icon = group.kind == ContentGroup::Kind::app ? icons.icon(group.title, group.bundleID) : QIcon(),
           .symbol = QString::fromUtf8(symbol.data(), static_cast<qsizetype>(symbol.size())),

@@ -9,7 +9,7 @@
 
 namespace Nimbrel {
 
-/// What the cell of a shot says. A protected shot gives nothing away but its kind. A plain value.
+/// What the cell of a shot says. A protected shot gives away neither its name nor where it comes from. A plain value.
 struct CellContent {
   QString title;   ///< on one line
   QString source;  ///< the application, or the time where none is known, or that the shot is locked
@@ -26,10 +26,7 @@ struct CellContent {
 /// The same as assistive technology reads it.
 [[nodiscard]] QString spokenName(const CellContent& content);
 
-/// The name of a shot on one line, or that it must not be shown.
-[[nodiscard]] QString shownTitle(const Store& store, const Shot& shot);
-
-/// The same in a word, under the small cells of the filmstrip.
+/// The name of a shot, or that it must not be shown, in a word, under the small cells of the filmstrip.
 [[nodiscard]] QString shortTitle(const Store& store, const Shot& shot);
 
 }  // namespace Nimbrel

@@ -31,7 +31,7 @@ void fillCellMenu(QMenu& menu, const ShotPtr& shot, const ShotList& targets, Sto
   one(QStringLiteral("Pin to Screen"), &GalleryActions::pin)->setEnabled(actions.canPin());
   add(QStringLiteral("Find Similar"), [&store, shot] { store.showSimilar(*shot); });
   one(QStringLiteral("Share…"), &GalleryActions::share)->setEnabled(actions.canShare());
-  all(QStringLiteral("Shrink to HEIC"), &Store::recompress, targets);
+  all(QStringLiteral("Shrink to HEIC"), &Store::recompressInBackground, targets);
   menu.addSeparator();
   one(shot->favorite ? QStringLiteral("Remove from Favorites") : QStringLiteral("Add to Favorites"),
       &GalleryActions::toggleFavorite);

@@ -3,18 +3,29 @@
 #include <QMetaMethod>
 #include <QPointer>
 
+#include <memory>
+#include <utility>
+
 namespace Nimbrel {
 
 GalleryActions::GalleryActions(Store& store, QObject* parent) : QObject(parent), store_(store) {}
 
+ShotPtr GalleryActions::current(const ShotPtr& shot) const {
+  auto row = store_.database().shot(shot->id);
+  if (!row || row->added != shot->added || *row == *shot) return shot;
+  return std::make_shared<const Shot>(std::move(*row));
+}
+
 void GalleryActions::withAccess(const ShotPtr& shot, const std::function<void(const Shot&)>& action) {
-  store_.withAccess({shot}, [shot, action] { action(*shot); });
+  const auto now = current(shot);
+  store_.withAccess({now}, [now, action] { action(*now); });
 }
 
 void GalleryActions::request(const ShotPtr& shot, Request signal) {
   // The owner may take their time, and the window be closed meanwhile.
-  store_.withAccess({shot}, [self = QPointer(this), shot, signal] {
-    if (self) Q_EMIT(self.data()->*signal)(shot);
+  const auto now = current(shot);
+  store_.withAccess({now}, [self = QPointer(this), now, signal] {
+    if (self) Q_EMIT(self.data()->*signal)(now);
   });
 }
 

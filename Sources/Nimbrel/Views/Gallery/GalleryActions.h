@@ -41,6 +41,8 @@ class GalleryActions final : public QObject {
   void quickLookRequested();
 
  private:
+  /// As the catalogue has it by now: while a menu was open the shot may have moved, or turned out to be sensitive.
+  [[nodiscard]] ShotPtr current(const ShotPtr& shot) const;
   void withAccess(const ShotPtr& shot, const std::function<void(const Shot&)>& action);
   using Request = void (GalleryActions::*)(const ShotPtr&);
   void request(const ShotPtr& shot, Request signal);

@@ -23,6 +23,18 @@ QString descriptionFor(const std::string& query) {
   return QStringLiteral("Nothing matches “") + oneLine(QString::fromStdString(query)) + QStringLiteral("”.");
 }
 
+void watchFolder(Store& store, const std::string& path) {
+  const auto watched = store.settings().sourceFolders();
+  if (std::ranges::find(watched, path) != watched.end()) return;
+  auto sources = store.settings().sources();
+  sources.push_back(path);
+  // A worker in another process sees the change of the settings by itself.
+  store.settings().sources.set(std::move(sources));
+  if (!store.isBackgroundWorker()) return;
+  store.restartWatching();
+  store.scheduleRescan();
+}
+
 }  // namespace
 
 GalleryEmpty::GalleryEmpty(Store& store, QWidget* parent)
@@ -84,26 +96,17 @@ void GalleryEmpty::showFolders() {
 }
 
 void GalleryEmpty::chooseFolder() {
-  auto* dialog = new QFileDialog(this, tr("Add Folder"));
+  // Of the window: the first shot may come, and this view go, while the user still chooses.
+  auto* dialog = new QFileDialog(window(), tr("Add Folder"));
   dialog->setObjectName(QStringLiteral("addFolderDialog"));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setFileMode(QFileDialog::Directory);
   dialog->setOption(QFileDialog::ShowDirsOnly);
-  connect(dialog, &QFileDialog::fileSelected, this,
-          [this](const QString& path) { addFolder(QFile::encodeName(path).toStdString()); });
+  connect(dialog, &QFileDialog::fileSelected, dialog,
+          [&store = store_](const QString& path) { watchFolder(store, QFile::encodeName(path).toStdString()); });
   dialog->open();
 }
 
-void GalleryEmpty::addFolder(const std::string& path) {
-  const auto watched = store_.settings().sourceFolders();
-  if (std::ranges::find(watched, path) != watched.end()) return;
-  auto sources = store_.settings().sources();
-  sources.push_back(path);
-  // A worker in another process sees the change of the settings by itself.
-  store_.settings().sources.set(std::move(sources));
-  if (!store_.isBackgroundWorker()) return;
-  store_.restartWatching();
-  store_.scheduleRescan();
-}
+void GalleryEmpty::addFolder(const std::string& path) { watchFolder(store_, path); }
 
 }  // namespace Nimbrel

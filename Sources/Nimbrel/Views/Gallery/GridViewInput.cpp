@@ -17,7 +17,9 @@ namespace Nimbrel {
 
 void GridView::click(std::size_t cell, Qt::KeyboardModifiers modifiers) {
   auto& store = context_.store;
-  const auto selection = GallerySelection::clicked(shots_[cell]->id, store.selection(), store.visible(), modifiers);
+  // Only a range needs to know what lies between.
+  const auto visible = modifiers.testFlag(Qt::ShiftModifier) ? store.visible() : ShotList();
+  const auto selection = GallerySelection::clicked(shots_[cell]->id, store.selection(), visible, modifiers);
   if (selection) store.setSelection(*selection);
 }
 

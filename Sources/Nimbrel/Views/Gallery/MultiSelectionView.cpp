@@ -3,6 +3,7 @@
 #include "Foundation/Formats.h"
 #include "Views/Shared/Buttons.h"
 #include "Views/Shared/Measures.h"
+#include "Views/Shared/ShotWords.h"
 #include "Views/Shared/Symbols.h"
 
 #include <algorithm>
@@ -36,12 +37,6 @@ QWidget* padded(QWidget* control, int above, int below) {
   column->setContentsMargins(0, above, 0, below);
   column->addWidget(control);
   return row;
-}
-
-std::int64_t bytesOf(const ShotList& shots) {
-  std::int64_t bytes = 0;
-  for (const auto& shot : shots) bytes += shot->bytes;
-  return bytes;
 }
 
 bool anyUnfiled(const ShotList& shots) {
@@ -115,10 +110,12 @@ void MultiSelectionView::addActions(GroupedForm& form) {
 }
 
 void MultiSelectionView::refresh() {
+  // Seen only while several are selected; to look costs a pass over all that is shown.
+  if (store_.selection().size() < 2) return;
   const auto shots = store_.selectedShots();
   if (anyUnfiled(shots) != canFile_) return build();
   count_->setFullText(QString::number(shots.size()) + QStringLiteral(" shots"));
-  size_->setFullText(QString::fromStdString(Formats::byteCount(bytesOf(shots))));
+  size_->setFullText(QString::fromStdString(Formats::byteCount(totalBytes(shots))));
 }
 
 }  // namespace Nimbrel

@@ -2,6 +2,7 @@
 
 #include "Foundation/Formats.h"
 #include "Views/Gallery/CellContent.h"
+#include "Views/Shared/ShotWords.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,7 +36,7 @@ void GalleryPage::setShot(const ShotPtr& shot, const Store& store, const QImage&
   } else {
     preview_->setImage(image);
   }
-  title_->setFullText(shownTitle(store, *shot));
+  title_->setFullText(shownName(store, *shot));
   date_->setFullText(QString::fromStdString(Formats::mediumDateShortTime(shot->date)));
   setAccessibleName(title_->fullText() + QStringLiteral(", ") + date_->fullText());
   preview_->setAccessibleName(title_->fullText());

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double response = 0.2;
 constexpr double damping = 0.82;
-constexpr double restingSeconds = 0.4;  ///< by then the spring is within a thousandth of a pixel
+constexpr double restingSeconds = 0.4;  ///< by then the spring is within a ten-thousandth of its way
 constexpr int frameMilliseconds = 8;
 constexpr double mostAtOnce = 3;  ///< items that pass by, and that a turn of the wheel may ask for
 constexpr int notchAngle = QWheelEvent::DefaultDeltasPerStep;

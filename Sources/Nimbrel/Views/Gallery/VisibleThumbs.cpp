@@ -44,6 +44,8 @@ void VisibleThumbs::setRoom(QSize room, double scale) {
   scale_ = scale;
   pictures_.clear();
   packed_.clear();
+  // What the cache has let go meanwhile is decoded again with the next show().
+  loader_.showThumbs({});
   for (const auto& path : shown_) wait(path);
   unpackSome();
 }

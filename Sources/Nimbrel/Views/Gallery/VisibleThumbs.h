@@ -27,7 +27,7 @@ class VisibleThumbs final : public QObject {
   /// Both are borrowed and must outlive the object. Of several on one loader only one may show anything at a time.
   VisibleThumbs(const ThumbCache& cache, ThumbLoader& loader, QObject* parent);
 
-  /// The room for a picture in device-independent pixels, and the scale of the screen.
+  /// The room for a picture in device-independent pixels, and the scale of the screen. Follow it with show().
   void setRoom(QSize room, double scale);
   /// What is on the screen from now on, from the top.
   void show(const std::vector<ThumbLoader::Place>& places);

@@ -77,6 +77,7 @@ void ActionsSection::fill(const Shot& shot) {
 }
 
 void ActionsSection::toggleFavorite() const {
+  if (!isInCatalogue()) return;
   store().database().setFavorite(shot()->id, !shot()->favorite);
   store().reload();
 }

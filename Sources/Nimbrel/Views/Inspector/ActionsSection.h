@@ -23,7 +23,7 @@ class ActionsSection final : public ShotSection {
  Q_SIGNALS:
   void editClicked();
   void pinClicked();
-  /// The menu that answers belongs to the button.
+  /// The button is what was clicked.
   void shareClicked(QWidget* button);
 
  protected:

@@ -135,6 +135,7 @@ void DetailsSection::closeEditor() {
 }
 
 void DetailsSection::setShownName(const std::string& name) {
+  if (!isInCatalogue()) return;
   store().database().setShownName(shot()->id, name);
   store().reload();
 }

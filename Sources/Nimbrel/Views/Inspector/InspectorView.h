@@ -46,7 +46,7 @@ class InspectorView final : public QWidget {
 
   void editRequested(const ShotPtr& shot);
   void pinRequested(const ShotPtr& shot);
-  /// The menu of ways to share belongs to the button.
+  /// The button is where it was asked for.
   void shareRequested(const ShotPtr& shot, QWidget* button);
 
  protected:

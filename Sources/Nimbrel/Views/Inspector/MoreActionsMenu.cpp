@@ -1,18 +1,10 @@
 #include "Views/Inspector/MoreActionsMenu.h"
 
 #include "Views/Inspector/ShotDetails.h"
+#include "Views/Shared/ShotWords.h"
 #include "Views/Shared/Symbols.h"
 
 namespace Nimbrel {
-
-namespace {
-
-/// An item's text, in which an ampersand is one.
-QString itemText(const std::string& text) {
-  return oneLine(QString::fromStdString(text)).replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
-
-}  // namespace
 
 MoreActionsMenu::MoreActionsMenu(Store& store, const ShotPtr& shot, QWidget* parent)
     : QMenu(parent), store_(store), shot_(shot) {
@@ -71,7 +63,7 @@ void MoreActionsMenu::addProjects() {
   auto* projects = addMenu(Symbols::icon(QStringLiteral("folder.badge.gearshape")), tr("Add to Project"));
   projects->setObjectName(QStringLiteral("inspector.projectMenu"));
   for (const auto& name : store_.settings().projects()) {
-    auto* action = projects->addAction(itemText(name));
+    auto* action = projects->addAction(menuText(name));
     connect(action, &QAction::triggered, &store_,
             [&store = store_, shot = shot_, name] { store.assignProject(name, {shot}); });
   }

@@ -27,6 +27,7 @@ NoteSection::NoteSection(const InspectorContext& context) : ShotSection(context,
 void NoteSection::fill(const Shot& /*shot*/) { field_->setNote(QString::fromStdString(drafts().note)); }
 
 void NoteSection::submit() const {
+  if (!isInCatalogue()) return;
   store().database().setNote(shot()->id, drafts().note);
   store().reload();
 }

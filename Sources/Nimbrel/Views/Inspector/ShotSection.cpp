@@ -11,6 +11,11 @@ constexpr int rowLinkHeight = 22;
 
 }  // namespace
 
+bool ShotSection::isInCatalogue() const {
+  const auto row = store().database().shot(shot_->id);
+  return row && row->added == shot_->added;
+}
+
 LinkButton* rowLink(const QString& text, const QString& objectName) {
   auto* link = new LinkButton(text);
   link->setObjectName(objectName);

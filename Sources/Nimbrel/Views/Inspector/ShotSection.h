@@ -42,6 +42,8 @@ class ShotSection : public FormSection {
   [[nodiscard]] InspectorDrafts& drafts() const { return context_.drafts; }
   /// Null until there is one.
   [[nodiscard]] const ShotPtr& shot() const { return shot_; }
+  /// Whether the shot's row is still there, and its id not gone to another.
+  [[nodiscard]] bool isInCatalogue() const;
   /// Does something with the shot, which may be another one by then, once it may be handed out.
   void handOut(std::function<void(Store& store, const Shot& shot)> action) const {
     store().withAccess({shot_}, [&store = store(), shot = shot_, action = std::move(action)] { action(store, *shot); });

@@ -42,7 +42,6 @@ void PictureView::fit() {
   isFitted_ = true;
   scale_ = fittingScale();
   layOut();
-  Q_EMIT scaleChanged();
 }
 
 double PictureView::fittingScale() const {
@@ -67,7 +66,6 @@ void PictureView::setScale(double scale, QPointF anchor) {
   const auto wanted = place * scale_ - anchor;
   horizontalScrollBar()->setValue(static_cast<int>(std::lround(wanted.x())));
   verticalScrollBar()->setValue(static_cast<int>(std::lround(wanted.y())));
-  Q_EMIT scaleChanged();
 }
 
 void PictureView::layOut() {

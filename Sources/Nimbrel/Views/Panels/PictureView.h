@@ -26,9 +26,6 @@ class PictureView final : public QAbstractScrollArea {
   /// Pixels of the screen to one of the picture.
   [[nodiscard]] double scale() const { return scale_; }
 
- Q_SIGNALS:
-  void scaleChanged();
-
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

@@ -17,6 +17,12 @@ std::size_t startIn(const ShotList& shots, const ShotIDSet& selection) {
   return found == shots.end() ? 0 : static_cast<std::size_t>(found - shots.begin());
 }
 
+bool showsProtected(const Store& store, const std::vector<std::string>& files) {
+  return std::ranges::any_of(store.shots(), [&](const ShotPtr& shot) {
+    return store.isProtected(*shot) && std::ranges::find(files, shot->path) != files.end();
+  });
+}
+
 }  // namespace
 
 void quickLook(Store& store, QuickLookPanel& panel) {
@@ -34,6 +40,10 @@ void quickLook(Store& store, QuickLookPanel& panel) {
 QuickLookPanel* makeQuickLookPanel(const Store& store, QWidget* parent) {
   auto* panel = new QuickLookPanel(parent);
   QObject::connect(&store, &Store::sensitiveLocked, panel, &QuickLookPanel::dismiss);
+  // The text of a shot may be read, and found sensitive, while it is shown.
+  QObject::connect(&store, &Store::shotsChanged, panel, [&store, panel] {
+    if (panel->isVisible() && showsProtected(store, panel->files())) panel->dismiss();
+  });
   return panel;
 }
 

@@ -10,8 +10,8 @@ class Store;
 /// selected, once they may be seen. A panel that shows just these closes. The panel may go meanwhile.
 void quickLook(Store& store, QuickLookPanel& panel);
 
-/// The panel that closes and forgets what it showed when everything sensitive is protected again. It belongs to
-/// `parent`, which the store must outlive.
+/// The panel that closes and forgets what it showed when everything sensitive is protected again, or one of its shots
+/// turns out to be sensitive. It belongs to `parent`, which the store must outlive.
 [[nodiscard]] QuickLookPanel* makeQuickLookPanel(const Store& store, QWidget* parent);
 
 }  // namespace Nimbrel

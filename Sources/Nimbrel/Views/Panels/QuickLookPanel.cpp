@@ -120,6 +120,11 @@ void QuickLookPanel::dismiss() {
   current_ = 0;
   close();
   putAway();
+  name_->setFullText({});
+  place_->clear();
+  view_->setAccessibleName({});
+  placeholder_->setContent(photoSymbol, tr("No Preview"), {});
+  setWindowTitle(tr("Quick Look"));
 }
 
 void QuickLookPanel::step(int by) {
@@ -148,8 +153,8 @@ void QuickLookPanel::showCurrent() {
 }
 
 void QuickLookPanel::take(const std::string& path, const QImage& picture) {
-  // The user may have gone on, or have closed the panel.
-  if (paths_.empty() || path != paths_[current_] || !isVisible()) return;
+  // The user may have gone on, or have closed the panel; one that is hidden while a capture is taken comes back.
+  if (!queue_.isShown(path)) return;
   ring_->hide();
   view_->setPicture(picture);
   placeholder_->setContent(photoSymbol, tr("No Preview"), shownText(FilePath::lastComponent(path)));

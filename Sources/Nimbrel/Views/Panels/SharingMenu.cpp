@@ -44,9 +44,8 @@ void SharingMenu::addSenders() {
   if (senders.empty()) return;
   addSeparator();
   for (const auto& sender : senders) {
-    auto* action =
-        addAction(iconOf(sender, senderSymbol), shownText(sender.name).replace(QLatin1Char('&'), QLatin1String("&&")),
-                  this, [this, id = sender.id] { store_.send(*shot_, id); });
+    auto* action = addAction(iconOf(sender, senderSymbol), menuText(sender.name), this,
+                             [this, id = sender.id] { store_.send(*shot_, id); });
     action->setObjectName(QStringLiteral("share.send"));
   }
 }
@@ -54,8 +53,8 @@ void SharingMenu::addSenders() {
 void SharingMenu::fillOpeners(QMenu& menu) {
   menu.clear();
   for (const auto& opener : store_.openers(*shot_)) {
-    menu.addAction(iconOf(opener, openerSymbol), shownText(opener.name).replace(QLatin1Char('&'), QLatin1String("&&")),
-                   this, [this, id = opener.id] { store_.openWith(*shot_, id); });
+    menu.addAction(iconOf(opener, openerSymbol), menuText(opener.name), this,
+                   [this, id = opener.id] { store_.openWith(*shot_, id); });
   }
   if (menu.isEmpty()) menu.addAction(tr("No Applications"))->setEnabled(false);
 }

@@ -14,6 +14,8 @@ QString shownText(std::string_view text) {
   return oneLine(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
 }
 
+QString menuText(std::string_view text) { return shownText(text).replace(QLatin1Char('&'), QLatin1String("&&")); }
+
 QString shownName(const Store& store, const Shot& shot) {
   if (store.isProtected(shot)) return QCoreApplication::translate("ShotWords", "Sensitive screenshot");
   return shownText(shot.name);

@@ -15,6 +15,9 @@ class Store;
 /// that steers what stands around it.
 [[nodiscard]] QString shownText(std::string_view text);
 
+/// The same for an entry of a menu, in which an ampersand is one.
+[[nodiscard]] QString menuText(std::string_view text);
+
 /// The shot's name, or what stands for it while the shot is protected.
 [[nodiscard]] QString shownName(const Store& store, const Shot& shot);
 

@@ -26,9 +26,8 @@ void AuthenticationPrompt::ask(const std::string& question, Echo echo, Answer an
 
 void AuthenticationPrompt::show(const std::string& message) {
   // Many systems have nothing to say, and a question for the finger or the card may take its time.
-  message_ = shownText(message);
   open();
-  sheet_->showMessage(message_);
+  sheet_->showMessage(shownText(message));
 }
 
 bool AuthenticationPrompt::wantsAnotherTry() {

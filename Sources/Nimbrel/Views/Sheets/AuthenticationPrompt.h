@@ -36,7 +36,6 @@ class AuthenticationPrompt final : public QObject, public CredentialPrompt {
   OwnerAuthentication& authentication_;
   QWidget& window_;
   QPointer<AuthenticationSheet> sheet_;  ///< while it is asked
-  QString message_;
 };
 
 }  // namespace Nimbrel

@@ -34,6 +34,12 @@ std::string takenFrom(QLineEdit& field) {
   return secret;
 }
 
+/// What was only begun is a secret as well.
+void dropFrom(QLineEdit& field) {
+  auto begun = takenFrom(field);
+  wipe(begun);
+}
+
 /// The system's questions end as they do on a terminal: "Password: ".
 QString withoutColon(QString question) {
   question = question.trimmed();
@@ -98,11 +104,14 @@ void AuthenticationSheet::ask(const QString& question, CredentialPrompt::Echo ec
   field_->setInputMethodHints(isHidden ? Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText |
                                              Qt::ImhNoAutoUppercase
                                        : Qt::ImhSensitiveData | Qt::ImhNoPredictiveText);
-  field_->setText({});
+  dropFrom(*field_);
   answer_ = std::move(answer);
   setBusy(false);
   field_->setFocus(Qt::OtherFocusReason);
 }
+
+// Its window may take it along without hiding it first.
+AuthenticationSheet::~AuthenticationSheet() { dropFrom(*field_); }
 
 void AuthenticationSheet::refuse() {
   refusal_->setText(tr("That was not right. Try again."));
@@ -125,7 +134,7 @@ void AuthenticationSheet::setBusy(bool isBusy) {
 
 void AuthenticationSheet::hideEvent(QHideEvent* event) {
   shaking_.stop();
-  field_->setText({});
+  dropFrom(*field_);
   SheetDialog::hideEvent(event);
 }
 

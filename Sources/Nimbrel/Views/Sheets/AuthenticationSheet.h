@@ -19,6 +19,7 @@ class AuthenticationSheet final : public SheetDialog {
 
  public:
   explicit AuthenticationSheet(QWidget* parent);
+  ~AuthenticationSheet() override;
 
   /// What it is about, or what the system has to say.
   void showMessage(const QString& message);
@@ -26,7 +27,6 @@ class AuthenticationSheet final : public SheetDialog {
   void ask(const QString& question, CredentialPrompt::Echo echo, CredentialPrompt::Answer answer);
   /// The answers were wrong; a question follows.
   void refuse();
-  [[nodiscard]] bool isAsking() const { return answer_ != nullptr; }
 
  protected:
   void hideEvent(QHideEvent* event) override;

@@ -78,6 +78,7 @@ void DuplicateStrip::setGroup(const ShotList& group, const ShotPtr& keeper) {
     return entry.first >= count;
   });
   for (const auto& [index, button] : buttons_) {
+    button->setGeometry(placeOf(index));
     button->setShot(group_[static_cast<std::size_t>(index)], {});
     showState(*button);
   }
@@ -138,11 +139,15 @@ DuplicateButton* DuplicateStrip::makeButton(int index) {
   button->setShot(group_[static_cast<std::size_t>(index)], {});
   button->installEventFilter(this);
   connect(button, &QAbstractButton::clicked, this, [this, button] { Q_EMIT chosen(button->shot()); });
-  const QRect place(inset + index * pitch, ringRoom, DuplicateButton::thumbWidth, buttonHeight());
-  button->setGeometry(QStyle::visualRect(layoutDirection(), row_->rect(), place));
+  button->setGeometry(placeOf(index));
   showState(*button);
   button->show();
   return button;
+}
+
+QRect DuplicateStrip::placeOf(int index) const {
+  const QRect place(inset + index * pitch, ringRoom, DuplicateButton::thumbWidth, buttonHeight());
+  return QStyle::visualRect(layoutDirection(), row_->rect(), place);
 }
 
 void DuplicateStrip::showState(DuplicateButton& button) {

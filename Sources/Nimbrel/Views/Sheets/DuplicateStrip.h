@@ -6,6 +6,7 @@
 
 #include <QImage>
 #include <QLabel>
+#include <QRect>
 #include <QScrollArea>
 
 #include <map>
@@ -49,6 +50,7 @@ class DuplicateStrip final : public QWidget {
   void layOut();
   void removeUnseen(int first, int last);
   DuplicateButton* makeButton(int index);
+  [[nodiscard]] QRect placeOf(int index) const;
   void showState(DuplicateButton& button);
   void focusShot(int index);
 

@@ -20,7 +20,7 @@ class ShrinkView final : public ShotSheet {
   /// The store must outlive it.
   ShrinkView(Store& store, QWidget* parent);
 
-  /// While it shrinks, before the next shot.
+  /// Ends the shrinking too, before the next shot.
   void reject() override;
 
  private:

@@ -136,7 +136,8 @@ void ContentView::closeEvent(QCloseEvent* event) {
 void ContentView::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }
 
 void ContentView::dragMoveEvent(QDragMoveEvent* event) {
-  if (!FileImports::canTake(*event->mimeData())) return event->ignore();
+  // What comes from our own windows is in the catalogue already.
+  if (event->source() != nullptr || !FileImports::canTake(*event->mimeData())) return event->ignore();
   // What is dropped stays where it lies.
   event->setDropAction(Qt::CopyAction);
   event->accept();

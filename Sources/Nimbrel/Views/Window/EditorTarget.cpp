@@ -7,6 +7,8 @@ namespace Nimbrel {
 
 EditorTarget::EditorTarget(Store& store, QObject* parent) : QObject(parent), store_(store) {
   connect(&store, &Store::unlockedSensitiveIDsChanged, this, &EditorTarget::closeLocked);
+  // With protection switched on, shots are locked that were never unlocked.
+  connect(&store, &Store::sensitiveLocked, this, &EditorTarget::closeLocked);
   connect(&store, &Store::editRequestNonceChanged, this, &EditorTarget::takeRequest);
 }
 

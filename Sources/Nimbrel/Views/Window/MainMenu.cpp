@@ -108,7 +108,7 @@ void MainMenu::addShotCommands(QMenu& menu) {
   add(menu, {"copyText", "Copy Recognized Text", "Ctrl+Shift+C",
              [this] {
                const auto shot = store_.focused();
-               if (shot) store_.withAccess({*shot}, [this, shot = *shot] { store_.copyText(*shot); });
+               if (shot) store_.withAccess({*shot}, [&store = store_, shot = *shot] { store.copyText(*shot); });
              },
              [this] {
                const auto shot = store_.focused();

@@ -39,7 +39,10 @@ Sidebar::Sidebar(Store& store, AppIcons& icons, QWidget* parent)
   connect(&store, &Store::shotsChanged, this, refreshLater);
   connect(&store, &Store::derivedChanged, this, refreshLater);
   connect(&store, &Store::tagsChanged, this, refreshLater);
-  connect(&store.settings(), &Settings::changed, this, refreshLater);
+  connect(&store.settings(), &Settings::changed, this, [this, refreshLater](const QString& key) {
+    const auto& settings = store_.settings();
+    if (key == settings.savedSearches.key() || key == settings.projects.key()) refreshLater();
+  });
   connect(&store, &Store::filterChanged, this, &Sidebar::showChoice);
   refresh();
 }

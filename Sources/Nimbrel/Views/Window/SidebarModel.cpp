@@ -1,6 +1,6 @@
 #include "Views/Window/SidebarModel.h"
 
-#include "Views/Shared/ElidedLabel.h"
+#include "Views/Shared/ShotWords.h"
 
 #include <QLocale>
 
@@ -11,11 +11,9 @@ namespace Nimbrel {
 
 namespace {
 
-QString shownText(const std::string& text) { return oneLine(QString::fromStdString(text)); }
-
 /// Badges are read with their row.
 QString spokenText(const SidebarRow& row) {
-  const auto title = shownText(row.title);
+  auto title = shownText(row.title);
   if (row.count == 0) return title;
   return title + QStringLiteral(", ") + QLocale().toString(static_cast<qulonglong>(row.count));
 }

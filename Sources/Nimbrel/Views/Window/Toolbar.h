@@ -26,8 +26,6 @@ class Toolbar final : public QWidget {
   void setSidebarWidth(std::optional<int> width);
   void setDetailsShown(bool shown) { viewOptions_->setDetailsShown(shown); }
 
-  [[nodiscard]] SearchField* searchField() const { return search_; }
-
  Q_SIGNALS:
   void sidebarToggled();
   void detailsToggled();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Store/Store.h"
-#include "Views/Shared/AppIcons.h"
 #include "Views/Window/EditorTarget.h"
 
 #include <QDialog>
