@@ -346,6 +346,29 @@ TEST_F(ShrinkingInBackground, APictureSavedOverWhileItIsEncodedKeepsItsFile) {
   EXPECT_THAT(trash_->asked, IsEmpty());
 }
 
+TEST_F(ShrinkingInBackground, WhatIsSavedOverAShrunkShotBeforeTheEndStaysAndIsFoundAgain) {
+  const auto shots = addMany(2);
+  QObject::connect(store_.get(), &Store::fileReplaced, store_.get(), [&](const std::string& path) {
+    if (path == shots[0]->path) std::ofstream(path) << std::string(10, 'x');
+  });
+  store_->recompressInBackground(shots);
+  ASSERT_TRUE(Testing::waitUntil([this] { return hasEnded(); }));
+  EXPECT_THAT(trash_->asked, ElementsAre(ElementsAre(shots[1]->path)));
+  EXPECT_EQ(contentOf(shots[0]->path), std::string(10, 'x'));
+  EXPECT_FALSE(store_->database().ignoredPaths().contains(shots[0]->path));
+}
+
+TEST_F(ShrinkingInBackground, NoScanTakesAnOldFileForANewShotBeforeItIsInTheTrash) {
+  const auto shot = addShrinkable("Screenshot 1.png");
+  store_->recompressInBackground({shot});
+  ASSERT_TRUE(Testing::waitUntil([this] { return hasEnded(); }));
+  ASSERT_TRUE(fs::exists(shot->path));
+  store_->scan();
+  EXPECT_THAT(namesOf(store_->shots()), ElementsAre("Screenshot 1.heic"));
+  trash_->succeed();
+  EXPECT_THAT(store_->database().ignoredPaths(), IsEmpty());
+}
+
 TEST_F(ShrinkingInBackground, AStoreThatGoesMeanwhileLeavesWholeFiles) {
   const auto shots = addMany(3);
   store_->recompressInBackground(shots);

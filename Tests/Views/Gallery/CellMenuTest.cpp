@@ -121,6 +121,15 @@ TEST_F(CellMenuTest, DoesNothingToARowThatTookTheIdOfAShotGoneMeanwhile) {
   EXPECT_FALSE(store_->shots().front()->favorite);
 }
 
+TEST_F(CellMenuTest, AShotThatTurnsOutToBeSensitiveUnderTheMenuIsNotOpened) {
+  add(1);
+  show();
+  auto& menu = menuOf(0);
+  store_->database().setOCR(idOf("shot 0.png"), "password: abcdef", {"Password"});
+  choose(menu, QStringLiteral("Open"));
+  EXPECT_THAT(workspace_->files, IsEmpty());
+}
+
 TEST_F(CellMenuTest, ALockedShotIsShownInItsFolderOnlyWhenTheOwnerAllowsIt) {
   add("secret.png", [](Shot& shot) {
     shot.ocrDone = true;

@@ -286,6 +286,17 @@ TEST_F(QuickLookTest, ACatalogueThatChangesUnderItLeavesItsListAlone) {
   EXPECT_THAT(shown(), ::testing::ElementsAre("b.png"));
 }
 
+TEST_F(QuickLookTest, AShotThatTurnsOutToBeSensitiveIsNotShownOn) {
+  const auto shot = add({.name = "a.png"});
+  quickLook(*store_, *panel_);
+  ASSERT_TRUE(panel_->isVisible());
+  store_->database().setOCR(shot->id, "password: abcdef", {"Password"});
+  store_->reload();
+  EXPECT_FALSE(panel_->isVisible());
+  EXPECT_THAT(panel_->files(), ::testing::IsEmpty());
+  EXPECT_EQ(panel_->windowTitle(), QStringLiteral("Quick Look"));
+}
+
 TEST_F(QuickLookTest, WithoutShotsNothingHappens) {
   quickLook(*store_, *panel_);
   EXPECT_FALSE(panel_->isVisible());
