@@ -127,7 +127,7 @@ TEST_F(SyncCommandTest, AnInterruptEndsItBetweenTwoFiles) {
   ASSERT_TRUE(process->waitForFinished(-1));
   EXPECT_EQ(process->exitStatus(), QProcess::NormalExit);
   EXPECT_EQ(process->exitCode(), 1);
-  EXPECT_EQ(process->readAllStandardError(), "nimbrelctl: interrupted\n");
+  EXPECT_EQ(process->readAllStandardError().toStdString(), "nimbrelctl: interrupted\n");
   EXPECT_LT(vaultFiles(), 1500U);
   for (const auto& entry : fs::directory_iterator(vault())) {
     EXPECT_EQ(entry.path().extension(), ".nimbrelvault") << entry.path();

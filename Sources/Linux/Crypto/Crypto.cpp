@@ -3,6 +3,7 @@
 #include "Foundation/Wipe.h"
 #include "Linux/Crypto/UnsignedBytes.h"
 
+#include <openssl/crypto.h>
 #include <openssl/evp.h>
 #include <openssl/rand.h>
 
@@ -28,6 +29,8 @@ bool fillRandomly(std::span<char> room) {
   }
   return true;
 }
+
+void releaseThread() { OPENSSL_thread_stop(); }
 
 std::optional<Key> Key::digestOf(std::string_view secret) {
   auto digest = sha256(secret);

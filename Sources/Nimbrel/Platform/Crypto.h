@@ -26,6 +26,11 @@ inline constexpr std::uint64_t longestMessage = (std::uint64_t{1} << 36) - 32;
 /// Fills the room with bytes that nobody can foretell.
 [[nodiscard]] bool fillRandomly(std::span<char> room);
 
+/// Gives back what the library of the system keeps for the calling thread, which may go on using it. At the end of work
+/// in a thread that nobody joins: the library ends with the program, and a thread that ends at the same moment leaves
+/// that behind.
+void releaseThread();
+
 /// A key of 256 bits, wiped in the end.
 class Key {
  public:

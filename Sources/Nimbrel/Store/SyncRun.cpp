@@ -2,6 +2,7 @@
 
 #include "Foundation/Background.h"
 #include "Foundation/Wipe.h"
+#include "Platform/Crypto.h"
 #include "Platform/Process.h"
 
 #include <memory>
@@ -44,6 +45,8 @@ void SyncRun::start(std::string library, std::string vault, std::string_view pas
         if (stop.stop_requested()) return Error{};
         auto result = EncryptedSync::run(library, vault, secret->text(), report, stop);
         secret.reset();
+        // The program may end before the thread does: a pool waits for its work alone.
+        Crypto::releaseThread();
         return result;
       },
       [this](const Result<SyncResult>& result) { end(result); });
