@@ -5,6 +5,7 @@
 #include "Catalogue/Database.h"
 #include "CatalogueMaker.h"
 #include "Foundation/FilePath.h"
+#include "GeeqieSetup.h"
 #include "Measure.h"
 #include "Model/ShotFile.h"
 #include "Platform/FileSystem.h"
@@ -293,6 +294,7 @@ int runAll() {
                                                               {&home, QStringLiteral("geeqie")},
                                                               {&home, QStringLiteral("gwenview")},
                                                               {&home, QStringLiteral("gthumb")}};
+  letGeeqieShowThumbnails(home.environment(screen.name()), QString::fromStdString(home.pictureFolder()));
   const auto starts = medians(screen, programs);
   for (std::size_t i = 0; i < programs.size(); ++i) {
     std::printf("%-12s%s first picture %6.3f s, last %6.3f s, %6.1f MB\n",
