@@ -86,7 +86,7 @@ auto testOf(const Filter::Project& choice, const Surroundings&) {
 template <class Test>
 ShotList passing(const ShotList& shots, const std::optional<ShotIDSet>& matchedIDs, Test passes) {
   ShotList passed;
-  passed.reserve(matchedIDs ? std::min(matchedIDs->size(), shots.size()) : 0);
+  passed.reserve(matchedIDs ? std::min(matchedIDs->size(), shots.size()) : shots.size());
   for (const auto& shot : shots) {
     if ((!matchedIDs || matchedIDs->contains(shot->id)) && passes(*shot)) passed.push_back(shot);
   }

@@ -37,7 +37,7 @@ Filmstrip::Filmstrip(const GalleryContext& context, QWidget* parent)
 
 Filmstrip::~Filmstrip() { context_.loader.showThumbs({}); }
 
-void Filmstrip::setShots(const ShotList& shots) {
+void Filmstrip::setShots(const SharedShots& shots) {
   shots_ = shots;
   tellCellsChanged(*this);
 }

@@ -21,7 +21,7 @@ class Filmstrip final : public QWidget, public CellHost {
   ~Filmstrip() override;
 
   /// The shots are others; follow it with a jump to one of them.
-  void setShots(const ShotList& shots);
+  void setShots(const SharedShots& shots);
   void jumpTo(std::size_t cell) { scroller_->jump(cell); }
   void goTo(std::size_t cell) { scroller_->go(cell); }
   [[nodiscard]] std::size_t target() const { return scroller_->target(); }
@@ -54,7 +54,7 @@ class Filmstrip final : public QWidget, public CellHost {
 
   GalleryContext context_;
   VisibleThumbs thumbs_;
-  ShotList shots_;
+  SharedShots shots_;
   StripScroller* scroller_;
   std::optional<ShotPtr> pressed_;
   std::optional<ShotPtr> clicked_;  ///< by the last click

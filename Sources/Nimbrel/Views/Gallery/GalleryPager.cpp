@@ -50,7 +50,7 @@ void GalleryPager::begin() {
   shots_ = context_.shots.ordered();
   pages_->setShots(shots_);
   filmstrip_->setShots(shots_);
-  const auto start = GallerySelection::start(context_.store.focused(), shots_);
+  const auto start = GallerySelection::start(context_.store.focused(), shots_.list());
   if (!start) return;
   galleryScrollID_ = start;
   filmstripScrollID_ = start;
@@ -69,7 +69,7 @@ void GalleryPager::refresh() {
   auto index = galleryScrollID_ ? indexOf(*galleryScrollID_) : std::nullopt;
   const bool isGone = !index;
   if (isGone && former < before.size()) {
-    if (const auto next = carriedOver({.cell = former, .offset = 0}, before, shots_)) index = next->cell;
+    if (const auto next = carriedOver({.cell = former, .offset = 0}, before.list(), shots_.list())) index = next->cell;
   }
   pages_->jumpTo(index.value_or(0));
   filmstrip_->jumpTo(index.value_or(0));
@@ -81,7 +81,7 @@ void GalleryPager::refresh() {
 }
 
 void GalleryPager::selectGalleryShot(ShotID id) {
-  const auto selection = GallerySelection::scrolledTo(id, context_.store.selection(), shots_);
+  const auto selection = GallerySelection::scrolledTo(id, context_.store.selection(), shots_.list());
   if (selection) context_.store.setSelection(*selection);
 }
 
@@ -100,9 +100,9 @@ void GalleryPager::keyPressEvent(QKeyEvent* event) {
 }
 
 std::optional<std::size_t> GalleryPager::indexOf(ShotID id) const {
-  const auto found = std::ranges::find(shots_, id, [](const ShotPtr& shot) { return shot->id; });
-  if (found == shots_.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - shots_.begin());
+  const auto found = std::ranges::find(shots_.list(), id, [](const ShotPtr& shot) { return shot->id; });
+  if (found == shots_.list().end()) return std::nullopt;
+  return static_cast<std::size_t>(found - shots_.list().begin());
 }
 
 }  // namespace Nimbrel

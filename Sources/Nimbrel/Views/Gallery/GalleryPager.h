@@ -34,7 +34,7 @@ class GalleryPager final : public QWidget {
   [[nodiscard]] std::optional<std::size_t> indexOf(ShotID id) const;
 
   GalleryContext context_;
-  ShotList shots_;
+  SharedShots shots_;
   PageStrip* pages_;
   Filmstrip* filmstrip_;
   std::optional<ShotID> galleryScrollID_;

@@ -1,5 +1,7 @@
 #include "Views/Gallery/GalleryShots.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Nimbrel {
@@ -20,12 +22,12 @@ GalleryShots::GalleryShots(Store& store, QObject* parent) : QObject(parent), sto
   });
 }
 
-const std::vector<GallerySection>& GalleryShots::sections() {
+const std::vector<GalleryShots::Section>& GalleryShots::sections() {
   workOut();
   return sections_;
 }
 
-const ShotList& GalleryShots::ordered() {
+const SharedShots& GalleryShots::ordered() {
   workOut();
   return ordered_;
 }
@@ -42,9 +44,14 @@ void GalleryShots::note(Cause cause) {
 void GalleryShots::workOut() {
   if (isCurrent_) return;
   isCurrent_ = true;
-  sections_ = store_.sections();
-  ordered_.clear();
-  for (const auto& section : sections_) ordered_.insert(ordered_.end(), section.shots.begin(), section.shots.end());
+  sections_.clear();
+  ShotList ordered;
+  ordered.reserve(store_.shots().size());
+  for (auto& section : store_.sections()) {
+    sections_.push_back({.title = std::move(section.title), .count = section.shots.size()});
+    std::ranges::move(section.shots, std::back_inserter(ordered));
+  }
+  ordered_ = SharedShots(std::move(ordered));
 }
 
 }  // namespace Nimbrel

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "Store/Store.h"
+#include "Views/Gallery/SharedShots.h"
 
 #include <QObject>
 
+#include <cstddef>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace Nimbrel {
@@ -21,13 +24,19 @@ class GalleryShots final : public QObject {
     Choice,  ///< the user looks at something else: another filter or search
   };
 
+  /// So many shots under one title, which may be empty.
+  struct Section {
+    std::string title;
+    std::size_t count = 0;
+  };
+
   /// The store is borrowed and must outlive the object.
   explicit GalleryShots(Store& store, QObject* parent = nullptr);
 
   /// As of now, also before changed() tells. Valid until the next turn of the event loop.
-  [[nodiscard]] const std::vector<GallerySection>& sections();
+  [[nodiscard]] const std::vector<Section>& sections();
   /// The shots of all sections in turn.
-  [[nodiscard]] const ShotList& ordered();
+  [[nodiscard]] const SharedShots& ordered();
 
  Q_SIGNALS:
   /// In a later turn of the event loop than the change itself.
@@ -40,8 +49,8 @@ class GalleryShots final : public QObject {
   Store& store_;
   std::optional<Cause> untold_;
   bool isCurrent_ = false;
-  std::vector<GallerySection> sections_;
-  ShotList ordered_;
+  std::vector<Section> sections_;
+  SharedShots ordered_;
 };
 
 }  // namespace Nimbrel

@@ -93,14 +93,14 @@ void GridView::refresh(GalleryShots::Cause cause) {
   titles_.clear();
   for (const auto& section : context_.shots.sections()) {
     titles_.push_back(oneLine(QString::fromStdString(section.title)));
-    sections.push_back({.cells = section.shots.size(), .hasTitle = !section.title.empty()});
+    sections.push_back({.cells = section.count, .hasTitle = !section.title.empty()});
   }
   layout_.setSections(sections);
   isAsked_.assign(shots_.size(), false);
   snippets_.clear();
   // Who is at the top wants to see what comes in there.
   const bool isKept = cause == GalleryShots::Cause::Reload && position() > 0 && anchor;
-  const auto carried = isKept ? anchorIn(shots_, *anchor, before) : std::nullopt;
+  const auto carried = isKept ? anchorIn(shots_.list(), *anchor, before.list()) : std::nullopt;
   placeAt(carried ? layout_.position(*carried) : 0);
   tellCellsChanged(*this);
 }
@@ -198,9 +198,9 @@ void GridView::changeEvent(QEvent* event) {
 QRect GridView::screen() const { return {0, position(), viewport()->width(), viewport()->height()}; }
 
 std::optional<std::size_t> GridView::cellOf(ShotID id) const {
-  const auto found = std::ranges::find(shots_, id, [](const ShotPtr& shot) { return shot->id; });
-  if (found == shots_.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - shots_.begin());
+  const auto found = std::ranges::find(shots(), id, [](const ShotPtr& shot) { return shot->id; });
+  if (found == shots().end()) return std::nullopt;
+  return static_cast<std::size_t>(found - shots().begin());
 }
 
 std::optional<std::size_t> GridView::selectedCell() const {

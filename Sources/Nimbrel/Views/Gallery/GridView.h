@@ -27,7 +27,7 @@ class GridView final : public QAbstractScrollArea, public CellHost {
 
   [[nodiscard]] const GridLayout& gridLayout() const { return layout_; }
   /// The shot of each cell.
-  [[nodiscard]] const ShotList& shots() const { return shots_; }
+  [[nodiscard]] const ShotList& shots() const { return shots_.list(); }
   /// Scrolls as little as shows the whole cell.
   void reveal(std::size_t cell);
 
@@ -75,7 +75,7 @@ class GridView final : public QAbstractScrollArea, public CellHost {
   VisibleThumbs thumbs_;
   QScrollBar* bar_;
   GridLayout layout_;
-  ShotList shots_;
+  SharedShots shots_;
   std::vector<QString> titles_;                                        ///< of the sections
   std::vector<bool> isAsked_;                                          ///< for each cell, whether its snippet is known
   std::unordered_map<std::size_t, std::vector<SnippetRun>> snippets_;  ///< of cells on the screen

@@ -42,7 +42,7 @@ class PageStrip final : public QWidget {
   ~PageStrip() override;
 
   /// The shots are others; follow it with a jump to one of them.
-  void setShots(const ShotList& shots) { shots_ = shots; }
+  void setShots(const SharedShots& shots) { shots_ = shots; }
   void jumpTo(std::size_t page) { scroller_->jump(page); }
   void goTo(std::size_t page) { scroller_->go(page); }
   [[nodiscard]] std::size_t target() const { return scroller_->target(); }
@@ -62,7 +62,7 @@ class PageStrip final : public QWidget {
   void showPage(std::size_t page);
 
   GalleryContext context_;
-  ShotList shots_;
+  SharedShots shots_;
   StripScroller* scroller_;
   /// Of neighbouring pages each has one of its own.
   std::array<GalleryPage*, 3> pages_{};
