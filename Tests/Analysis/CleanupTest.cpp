@@ -183,5 +183,17 @@ TEST(ShrinkCandidates, MayBeThoseInTheLibraryAlone) {
   EXPECT_THAT(idsOf(shrinkCandidates(shots, ShrinkScope::Filed)), ElementsAre(1));
 }
 
+TEST(IsHeic, TheExtensionMayBeInCapitals) {
+  Shot shot;
+  for (const auto* path : {"/a/b.heic", "/a/b.HEIC"}) {
+    shot.path = path;
+    EXPECT_TRUE(isHeic(shot)) << path;
+  }
+  for (const auto* path : {"/a/b.png", "/a/heic", "/a.heic/b"}) {
+    shot.path = path;
+    EXPECT_FALSE(isHeic(shot)) << path;
+  }
+}
+
 }  // namespace
 }  // namespace Nimbrel

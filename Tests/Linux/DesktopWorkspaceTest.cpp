@@ -203,6 +203,15 @@ TEST_F(DesktopWorkspaceTest, WhatSendsFilesIsFoundInTheSearchPath) {
   EXPECT_THAT(opened(), ::testing::EndsWith("/blueman-sendto -- " + path + " "));
 }
 
+TEST_F(DesktopWorkspaceTest, ANameThatIsNoUtf8IsMailedAndSentAsItIs) {
+  const EnvironmentVariable programs("PATH", searchPath({"xdg-email", "blueman-sendto"}));
+  const auto path = addPicture("Screenshot \xe9\xff.png");
+  workspace_->composeMail(path);
+  EXPECT_THAT(opened(), ::testing::EndsWith("/xdg-email --attach " + path + " "));
+  workspace_->sendFile(path, "blueman-sendto");
+  EXPECT_TRUE(waitUntil([&] { return opened().ends_with("/blueman-sendto -- " + path + " "); }));
+}
+
 TEST_F(DesktopWorkspaceTest, TwoThatSendTheSameWayAreOne) {
   const EnvironmentVariable programs("PATH", searchPath({"bluetooth-sendto", "blueman-sendto"}));
   EXPECT_EQ(workspace_->senders().size(), 1U);

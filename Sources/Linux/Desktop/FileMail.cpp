@@ -1,6 +1,7 @@
 #include "Linux/Desktop/FileMail.h"
 
 #include "Foundation/Log.h"
+#include "Linux/Desktop/DetachedProgram.h"
 #include "Linux/Desktop/FileUri.h"
 #include "Linux/Desktop/GLibHandles.h"
 #include "Linux/Desktop/SessionBusConnection.h"
@@ -8,9 +9,6 @@
 
 #include <gio/gio.h>
 #include <gio/gunixfdlist.h>
-
-#include <QFile>
-#include <QProcess>
 
 #include <fcntl.h>
 
@@ -45,8 +43,7 @@ bool composeByPortal(const std::string& path) {
 /// Whether the script was started.
 bool composeByScript(const std::string& path) {
   if (!GLibText(g_find_program_in_path(script))) return false;
-  return QProcess::startDetached(QString::fromLatin1(script),
-                                 {QStringLiteral("--attach"), QFile::decodeName(path.c_str())});
+  return startDetached(script, {"--attach", path});
 }
 
 }  // namespace

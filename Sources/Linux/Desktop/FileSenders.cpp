@@ -1,13 +1,11 @@
 #include "Linux/Desktop/FileSenders.h"
 
-#include "Foundation/Log.h"
+#include "Linux/Desktop/DetachedProgram.h"
 #include "Linux/Desktop/GLibHandles.h"
-
-#include <QFile>
-#include <QProcess>
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace Nimbrel::FileSenders {
 
@@ -47,12 +45,10 @@ std::vector<Workspace::Taker> installed() {
 void send(const std::string& path, const std::string& sender) {
   const auto program = std::ranges::find(programs, sender, [](const Program& one) { return std::string(one.file); });
   if (program == programs.end()) return;
-  QStringList arguments;
-  if (program->option != nullptr) arguments << QString::fromLatin1(program->option);
-  arguments << QFile::decodeName(path.c_str());
-  if (!QProcess::startDetached(QString::fromLatin1(program->file), arguments)) {
-    Log::write("Cannot start " + sender);
-  }
+  std::vector<std::string> arguments;
+  if (program->option != nullptr) arguments.emplace_back(program->option);
+  arguments.push_back(path);
+  (void)startDetached(program->file, std::move(arguments));
 }
 
 }  // namespace Nimbrel::FileSenders

@@ -65,10 +65,12 @@ ShotList purgeMatches(const ShotList& shots, int days, PurgeScope scope, Timesta
   return matches;
 }
 
+bool isHeic(const Shot& shot) { return Text::lowered(FilePath::extension(shot.path)) == "heic"; }
+
 ShotList shrinkCandidates(const ShotList& shots, ShrinkScope scope) {
   ShotList candidates;
   std::ranges::copy_if(shots, std::back_inserter(candidates), [&](const ShotPtr& shot) {
-    return Text::lowered(FilePath::extension(shot->path)) != "heic" && (scope == ShrinkScope::All || shot->filed);
+    return !isHeic(*shot) && (scope == ShrinkScope::All || shot->filed);
   });
   std::ranges::stable_sort(candidates, std::greater(), [](const ShotPtr& shot) { return shot->bytes; });
   return candidates;

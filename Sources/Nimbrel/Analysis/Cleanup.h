@@ -30,7 +30,10 @@ enum class PurgeScope { All, Inbox };
 
 enum class ShrinkScope { All, Filed };
 
-/// The shots whose name does not say that they are HEIC, the largest first.
+/// Whether the name says that the file is HEIC, which there is no use in shrinking.
+[[nodiscard]] bool isHeic(const Shot& shot);
+
+/// The shots that are not HEIC, the largest first.
 [[nodiscard]] ShotList shrinkCandidates(const ShotList& shots, ShrinkScope scope);
 
 /// The shot to be kept of each group, by the id of the group's first shot.

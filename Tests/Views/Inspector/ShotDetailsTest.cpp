@@ -38,18 +38,6 @@ TEST(PlaceText, IsTheLibraryForWhatIsFiled) {
   EXPECT_EQ(placeText(shot), "Library");
 }
 
-TEST(IsHeic, TheExtensionMayBeInCapitals) {
-  Shot shot;
-  for (const auto* path : {"/a/b.heic", "/a/b.HEIC"}) {
-    shot.path = path;
-    EXPECT_TRUE(isHeic(shot)) << path;
-  }
-  for (const auto* path : {"/a/b.png", "/a/heic", "/a.heic/b"}) {
-    shot.path = path;
-    EXPECT_FALSE(isHeic(shot)) << path;
-  }
-}
-
 TEST(FoundItems, OfNineItemsEightAreShown) {
   std::string text;
   for (char name = 'a'; name < 'a' + 9; ++name) text += std::string("https://example.org/") + name + "\n";

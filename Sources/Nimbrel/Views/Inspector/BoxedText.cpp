@@ -47,12 +47,29 @@ class PitchedLayout final : public QPlainTextDocumentLayout {
   int pitch_;
 };
 
+/// Longer than what anybody writes: to look for a place to break it in takes the square of its length.
+constexpr qsizetype endlessWord = 2'000;
+
+bool hasEndlessWord(const QTextDocument& text) {
+  if (text.characterCount() < endlessWord) return false;
+  qsizetype length = 0;
+  for (const auto character : text.toRawText()) {
+    length = character.isSpace() ? 0 : length + 1;
+    if (length == endlessWord) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 BoxedText::BoxedText(const Look& look, QWidget* parent) : QPlainTextEdit(parent), look_(look) {
   auto* text = new QTextDocument(this);
   text->setDocumentLayout(new PitchedLayout(text, look.linePitch));
   text->setDocumentMargin(look.padding);
+  // Before anything else learns of a change, and lays it out.
+  connect(text, &QTextDocument::contentsChange, this, [this, text] {
+    setWordWrapMode(hasEndlessWord(*text) ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere);
+  });
   setDocument(text);
   setFont(textFont(look.style));
   setFrameShape(QFrame::NoFrame);

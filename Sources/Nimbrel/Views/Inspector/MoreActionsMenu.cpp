@@ -1,5 +1,6 @@
 #include "Views/Inspector/MoreActionsMenu.h"
 
+#include "Analysis/Cleanup.h"
 #include "Views/Inspector/ShotDetails.h"
 #include "Views/Shared/ShotWords.h"
 #include "Views/Shared/Symbols.h"

@@ -1,6 +1,5 @@
 #include "Views/Inspector/ShotDetails.h"
 
-#include "Foundation/FilePath.h"
 #include "Foundation/Formats.h"
 #include "Foundation/Text.h"
 
@@ -32,8 +31,6 @@ std::string sizeText(const Shot& shot) {
 }
 
 std::string_view placeText(const Shot& shot) { return shot.filed ? "Library" : "Inbox"; }
-
-bool isHeic(const Shot& shot) { return Text::lowered(FilePath::extension(shot.path)) == "heic"; }
 
 std::vector<DetectedItem> foundItems(std::string_view text, Timestamp now) {
   auto items = Detected::items(text, now);

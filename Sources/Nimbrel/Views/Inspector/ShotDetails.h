@@ -25,9 +25,6 @@ namespace Nimbrel {
 /// "Library" or "Inbox".
 [[nodiscard]] std::string_view placeText(const Shot& shot);
 
-/// Whether the file is HEIC already.
-[[nodiscard]] bool isHeic(const Shot& shot);
-
 /// The first items of a text, as many as have room.
 [[nodiscard]] std::vector<DetectedItem> foundItems(std::string_view text, Timestamp now);
 
