@@ -1,12 +1,14 @@
 #include "App/MainProcess.h"
 
 #include "Support/StoreHome.h"
+#include "Support/Waiting.h"
 
 #include <gmock/gmock.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 #include <QTimer>
 
 #include <functional>
@@ -82,6 +84,20 @@ TEST_F(MainProcessTest, QuittingAsksOnce) {
 TEST_F(MainProcessTest, AnUnconfiguredBuildSaysThatNoUpdatesAreSetUp) {
   window().findChild<QAction*>(QStringLiteral("menu.checkForUpdates"))->trigger();
   EXPECT_EQ(store_->status(), "No updates are set up for this build");
+}
+
+TEST_F(MainProcessTest, TheLastRecordingHasItsTools) {
+  store_->setLastRecordingURL(home_.path("Recording.mov"));
+  auto* command = window().findChild<QAction*>(QStringLiteral("menu.editLastRecording"));
+  ASSERT_TRUE(Testing::waitUntil([command] { return command->isEnabled(); }));
+  command->trigger();
+  const auto* sheet = window().findChild<QDialog*>(QStringLiteral("recordingTools"));
+  ASSERT_NE(sheet, nullptr);
+  EXPECT_TRUE(sheet->isVisible());
+  EXPECT_EQ(sheet->findChild<QLabel*>(QStringLiteral("recordingTools.fileName"))->text(),
+            QStringLiteral("Recording.mov"));
+  store_->setShowRecordingTools(false);
+  EXPECT_FALSE(sheet->isVisible());
 }
 
 TEST_F(MainProcessTest, WindowsAreOutOfAPictureThatIsTaken) {

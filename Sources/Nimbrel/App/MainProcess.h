@@ -6,11 +6,13 @@
 #include "Views/Gallery/GalleryPreviewCache.h"
 #include "Views/Gallery/ThumbCache.h"
 #include "Views/Panels/QuickLookPanel.h"
+#include "Views/Recording/RecordingExports.h"
 #include "Views/Shared/AppIcons.h"
 #include "Views/Sheets/AuthenticationPrompt.h"
 #include "Views/Window/ActivityWatch.h"
 #include "Views/Window/ContentView.h"
 
+#include <QDialog>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -50,6 +52,7 @@ class MainProcess final : public QObject {
  private:
   [[nodiscard]] WindowParts parts();
   void addSheets(WindowParts& parts);
+  QDialog* makeRecordingTools(QWidget* window);
   QWidget* makeGallery(QWidget* parent);
   QWidget* makeInspector(QWidget* parent);
   void lookClosely();
@@ -62,6 +65,7 @@ class MainProcess final : public QObject {
   ThumbCache thumbs_;
   GalleryPreviewCache previews_;
   UpdateController updates_;
+  RecordingExports exports_;
   ContentView window_;
   AuthenticationPrompt prompt_;
   ActivityWatch activity_;
