@@ -1,5 +1,6 @@
 #include "App/MainProcess.h"
 
+#include "Support/Movies.h"
 #include "Support/StoreHome.h"
 #include "Support/Waiting.h"
 
@@ -9,6 +10,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
+#include <QPushButton>
 #include <QTimer>
 
 #include <functional>
@@ -98,6 +100,20 @@ TEST_F(MainProcessTest, TheLastRecordingHasItsTools) {
             QStringLiteral("Recording.mov"));
   store_->setShowRecordingTools(false);
   EXPECT_FALSE(sheet->isVisible());
+}
+
+TEST_F(MainProcessTest, AnExportThatRunsIsFinishedBeforeTheProcessEnds) {
+  const auto recording = home_.path("Recording.mov");
+  Testing::writeMovie(recording, {.times = Testing::steadyTimes(1), .end = 1});
+  store_->setLastRecordingURL(recording);
+  store_->setShowRecordingTools(true);
+  const auto* sheet = window().findChild<QDialog*>(QStringLiteral("recordingTools"));
+  ASSERT_NE(sheet, nullptr);
+  sheet->findChild<QPushButton*>(QStringLiteral("recordingTools.save"))->click();
+  window().close();
+  EXPECT_TRUE(ends([this] { pasteboard_->finish(); }));
+  EXPECT_EQ(store_->lastRecordingURL(), home_.path("Recording.trimmed.mov"));
+  EXPECT_NEAR(Testing::readMovie(home_.path("Recording.trimmed.mov")).duration, 1, 0.002);
 }
 
 TEST_F(MainProcessTest, WindowsAreOutOfAPictureThatIsTaken) {

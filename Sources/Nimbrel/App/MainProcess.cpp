@@ -113,7 +113,7 @@ void MainProcess::raise() {
 void MainProcess::quit() {
   if (std::exchange(isQuitting_, true)) return;
   for (auto* widget : QApplication::topLevelWidgets()) widget->hide();
-  services_.pasteboard.handOver(this, [] { QCoreApplication::exit(); });
+  services_.pasteboard.handOver(this, [this] { exports_.whenDone([] { QCoreApplication::exit(); }); });
 }
 
 void MainProcess::hideWindows() {

@@ -45,8 +45,8 @@ class MainProcess final : public QObject {
   /// Shows the window, in front.
   void raise();
 
-  /// Ends the event loop once nothing that was copied here is lost with the process; until then it stays without a
-  /// window. Again, it does nothing.
+  /// Ends the event loop once nothing that was copied or is exported here is lost with the process; until then it
+  /// stays without a window. Again, it does nothing.
   void quit();
 
  private:

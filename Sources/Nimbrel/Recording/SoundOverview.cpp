@@ -34,9 +34,9 @@ void SoundPeaks::add(const MediaFile::SoundBuffer& buffer) {
   for (std::size_t at = 0; at < count;) {
     // By the sample's own place, so that errors of rounding do not add up.
     const double part = std::floor(first + (static_cast<double>(at) + 0.5) / samplesAPart);
+    if (!(part < parts)) return;
     const auto end = std::ceil((part + 1 - first) * samplesAPart - 0.5);
     const auto next = std::max(at + 1, static_cast<std::size_t>(std::clamp(end, 0.0, static_cast<double>(count))));
-    if (part >= parts) return;
     if (part >= 0) {
       auto& peak = peaks_[static_cast<std::size_t>(part)];
       peak = std::max(peak, peakOf(buffer.samples.subspan(at, next - at)));

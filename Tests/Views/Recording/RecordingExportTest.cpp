@@ -5,6 +5,7 @@
 #include <QProgressBar>
 #include <QTest>
 
+#include <chrono>
 #include <filesystem>
 
 namespace Nimbrel {
@@ -163,6 +164,52 @@ TEST_F(RecordingExportTest, ARecordingThatVanishedIsToldAndTheSheetStays) {
   EXPECT_TRUE(isOpen());
   EXPECT_EQ(store_->status(), "");
   EXPECT_EQ(store_->lastRecordingURL(), std::nullopt);
+  EXPECT_THAT(madeFiles(), IsEmpty());
+}
+
+TEST_F(RecordingExportTest, WhoWaitsForAllExportsIsCalledAfterTheLast) {
+  int calls = 0;
+  exports_->whenDone([&] { ++calls; });
+  EXPECT_EQ(calls, 1) << "none runs";
+  writeRecording(1);
+  openAndWait();
+  save()->click();
+  exports_->begin({.url = path_, .start = 0, .end = 1, .removeSilence = false, .fps = 4});
+  exports_->whenDone([&] {
+    ++calls;
+    EXPECT_THAT(madeFiles(), ElementsAre("Screen recording.gif", "Screen recording.trimmed.mov"));
+    EXPECT_THAT(workspace_->revealed, ::testing::SizeIs(2));
+  });
+  EXPECT_EQ(calls, 1);
+  ASSERT_TRUE(waitUntil([&] { return calls == 2; }));
+  Testing::runEventLoopFor(std::chrono::milliseconds(50));
+  EXPECT_EQ(calls, 2);
+}
+
+TEST_F(RecordingExportTest, WhoWaitsIsAlsoCalledAfterAFailure) {
+  bool isCalled = false;
+  exports_->begin({.url = path_, .start = 0, .end = 1, .removeSilence = false, .fps = std::nullopt});
+  exports_->whenDone([&] { isCalled = true; });
+  EXPECT_FALSE(isCalled);
+  ASSERT_TRUE(waitUntil([&] { return isCalled; }));
+  EXPECT_THAT(workspace_->revealed, IsEmpty());
+}
+
+TEST_F(RecordingExportTest, AFolderThatIsGoneIsToldAndTheSheetStays) {
+  writeRecording(1);
+  openAndWait();
+  const auto folder = std::filesystem::path(path_).parent_path();
+  // Even a user who may write anywhere cannot write there.
+  const auto aside = folder.parent_path() / "aside";
+  std::filesystem::rename(folder, aside);
+  save()->click();
+  ASSERT_TRUE(waitUntil([this] { return save()->isEnabled(); }));
+  EXPECT_THAT(note(), ::testing::Not(IsEmpty()));
+  exportGif()->click();
+  ASSERT_TRUE(waitUntil([this] { return exportGif()->isEnabled(); }));
+  EXPECT_EQ(note(), "Could not create the GIF");
+  std::filesystem::rename(aside, folder);
+  EXPECT_TRUE(isOpen());
   EXPECT_THAT(madeFiles(), IsEmpty());
 }
 

@@ -11,8 +11,12 @@ namespace {
 
 using namespace Testing;
 
+constexpr QSize desktopSize(1280, 800);
+
 class RecordingLooksTest : public RecordingFixture {
  protected:
+  RecordingLooksTest() { path_ = home_.desktop("Screen recording 2026-11-12 13-58-04.mov"); }
+
   /// As it is painted, at its own scale.
   [[nodiscard]] static QImage drawn(QWidget& widget) {
     QImage image(widget.size(), QImage::Format_RGB32);
@@ -91,10 +95,9 @@ QImage desktopPicture(int number, QSize size) {
 }
 
 TEST_F(RecordingLooksTest, Pictures) {
-  path_ = home_.desktop("Screen recording 2026-11-12 13-58-04.mov");
   std::vector<double> clicks;
   for (double time = 4; time < 70; time += std::fmod(time, 20) < 11 ? 0.31 : 3.7) clicks.push_back(time);
-  MadeMovie movie{.size = {1280, 800}, .times = steadyTimes(70, 1), .end = 70};
+  MadeMovie movie{.size = desktopSize, .times = steadyTimes(70, 1), .end = 70};
   movie.sound = MadeMovie::Sound{.end = 70, .clicks = clicks};
   movie.picture = desktopPicture;
   writeMovie(path_, movie);
@@ -104,13 +107,24 @@ TEST_F(RecordingLooksTest, Pictures) {
   ASSERT_TRUE(comesToShow(6));
   keepPictures(*sheet_, QStringLiteral("recording-tools"));
   removeSilence()->click();
+  keepPictures(*sheet_, QStringLiteral("recording-tools-silence"));
+}
+
+TEST_F(RecordingLooksTest, PicturesDuringAnExport) {
+  MadeMovie movie{.size = desktopSize, .times = steadyTimes(70, 1), .end = 70};
+  movie.picture = desktopPicture;
+  const auto piece = home_.path("piece.mov");
+  writeMovie(piece, movie);
+  repeatMovie(piece, path_, 60);
+  openAndWait();
   save()->click();
-  EXPECT_EQ(note(), "Exporting recording…");
+  ASSERT_TRUE(waitUntil([this] { return !textOf("recordingTools.timeLeft").empty(); }));
   keepPictures(*sheet_, QStringLiteral("recording-tools-busy"));
+  EXPECT_EQ(note(), "Exporting recording…") << "the pictures are of what still runs";
 }
 
 TEST_F(RecordingLooksTest, PicturesOfARecordingThatCannotBeRead) {
-  home_.folder().write("Desktop/Screen recording.mov", "no movie");
+  home_.folder().write("Desktop/Screen recording 2026-11-12 13-58-04.mov", "no movie");
   openSheet();
   ASSERT_TRUE(waitUntil([this] { return !note().empty() && !strip()->words().isEmpty(); }));
   keepPictures(*sheet_, QStringLiteral("recording-tools-unreadable"));

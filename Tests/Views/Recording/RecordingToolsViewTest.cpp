@@ -5,6 +5,7 @@
 #include "Views/Recording/RecordingFixture.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QTest>
 
 #include <algorithm>
@@ -77,6 +78,30 @@ TEST_F(RecordingToolsViewTest, TheEndsNeverCross) {
   EXPECT_DOUBLE_EQ(end()->seconds(), 2);
   move(end(), 0);
   EXPECT_DOUBLE_EQ(end()->seconds(), 2);
+}
+
+TEST_F(RecordingToolsViewTest, AStartThatWasMovedTooEarlyIsHeldInTheRecording) {
+  writeRecording(0.5);
+  openSheet();
+  move(start(), 0.9);
+  ASSERT_TRUE(waitUntil([this] { return end()->seconds() < 1; }));
+  EXPECT_NEAR(end()->seconds(), 0.5, 0.001);
+  EXPECT_DOUBLE_EQ(start()->seconds(), end()->seconds() - 0.1);
+}
+
+TEST_F(RecordingToolsViewTest, TheFirstSliderHasTheFocusAndTabGoesDownTheSheet) {
+  writeRecording(1);
+  openAndWait();
+  QApplication::setActiveWindow(sheet_.data());
+  ASSERT_TRUE(waitUntil([this] { return sheet_->focusWidget() != nullptr; }));
+  std::vector<std::string> order;
+  for (int i = 0; i < 8; ++i) {
+    order.push_back(sheet_->focusWidget()->objectName().toStdString());
+    QTest::keyClick(sheet_->focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_THAT(order, ElementsAre("recordingTools.start", "recordingTools.end", "recordingTools.removeSilence",
+                                 "recordingTools.fps", "recordingTools.showOriginal", "recordingTools.cancel",
+                                 "recordingTools.exportGif", "recordingTools.save"));
 }
 
 TEST_F(RecordingToolsViewTest, KeysMoveTheEnds) {

@@ -5,6 +5,8 @@
 #include "Recording/RecordingProcessor.h"
 #include "Store/Store.h"
 
+#include <utility>
+
 namespace Nimbrel {
 
 namespace {
@@ -25,6 +27,7 @@ RecordingExports::~RecordingExports() {
 }
 
 RecordingExport* RecordingExports::begin(const ExportRequest& request) {
+  ++running_;
   auto* run = new RecordingExport(this);
   inBackground(
       run, pool_,
@@ -35,17 +38,29 @@ RecordingExport* RecordingExports::begin(const ExportRequest& request) {
   return run;
 }
 
+void RecordingExports::whenDone(std::function<void()> then) {
+  if (running_ == 0) return then();
+  then_ = std::move(then);
+}
+
 void RecordingExports::end(RecordingExport& run, const ExportRequest& request, const Result<std::string>& outcome) {
   run.deleteLater();
-  if (!outcome) {
+  --running_;
+  if (outcome) {
+    publish(outcome.value(), request);
+    Q_EMIT run.succeeded();
+  } else {
     Q_EMIT run.failed(outcome.error().message);
-    return;
   }
-  const auto& path = outcome.value();
+  if (running_ > 0 || !then_) return;
+  std::exchange(then_, nullptr)();
+}
+
+void RecordingExports::publish(const std::string& path, const ExportRequest& request) {
+  // After a GIF what is stored is written all the same, for other processes to see.
   store_.setLastRecordingURL(request.fps ? store_.lastRecordingURL() : std::optional(path));
   store_.setStatus("Saved " + std::string(FilePath::lastComponent(path)));
   workspace_.reveal(path);
-  Q_EMIT run.succeeded();
 }
 
 }  // namespace Nimbrel

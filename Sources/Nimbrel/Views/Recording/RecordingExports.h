@@ -7,6 +7,7 @@
 #include <QThreadPool>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -64,13 +65,20 @@ class RecordingExports final : public QObject {
   /// Begins one; its end is told in a later turn of the event loop. It belongs to this object.
   RecordingExport* begin(const ExportRequest& request);
 
+  /// Calls it once no export runs: at once, or when the last one has told how it ended. Asked again before that, only
+  /// the newer one is called.
+  void whenDone(std::function<void()> then);
+
  private:
   void end(RecordingExport& run, const ExportRequest& request, const Result<std::string>& outcome);
+  void publish(const std::string& path, const ExportRequest& request);
 
   Store& store_;
   Workspace& workspace_;
   std::stop_source stop_;
   QThreadPool pool_;
+  int running_ = 0;
+  std::function<void()> then_;  ///< what waits for the last one; may be empty
 };
 
 }  // namespace Nimbrel

@@ -11,6 +11,8 @@
 #include "Views/Shared/ShotWords.h"
 #include "Views/Sheets/WrappedText.h"
 
+#include <QThreadPool>
+
 namespace Nimbrel {
 
 namespace {
@@ -53,15 +55,11 @@ RecordingToolsView::RecordingToolsView(Workspace& workspace, RecordingExports& e
   addButtons();
   connect(trim_, &TrimSection::momentChanged, this, &RecordingToolsView::showMoment);
   connect(&frames_, &FrameLoader::loaded, preview_, &FramePreview::setFrame);
-  listener_.setMaxThreadCount(1);
   measure();
   lookForSound();
 }
 
-RecordingToolsView::~RecordingToolsView() {
-  looking_.request_stop();
-  listener_.waitForDone();
-}
+RecordingToolsView::~RecordingToolsView() { listening_.request_stop(); }
 
 void RecordingToolsView::addName() {
   auto* name = new ElidedLabel(TextStyle::Body, Token::Secondary, Qt::ElideMiddle);
@@ -133,8 +131,8 @@ void RecordingToolsView::measure() {
 
 void RecordingToolsView::lookForSound() {
   inBackground(
-      this, listener_,
-      [url = url_, stop = looking_.get_token()] {
+      this, *QThreadPool::globalInstance(),
+      [url = url_, stop = listening_.get_token()] {
         return RecordingProcessor::soundOverview(url, SoundStrip::wantedParts, stop);
       },
       [this](Result<RecordingProcessor::SoundOverview> sound) {

@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
-#include <QThreadPool>
 
 #include <stop_token>
 #include <string>
@@ -27,7 +26,7 @@ class RecordingToolsView final : public SheetDialog {
   /// The recording need not be there or be readable; why it is not is told in the sheet. The workspace and the exports
   /// must outlive it.
   RecordingToolsView(Workspace& workspace, RecordingExports& exports, const std::string& url, QWidget* parent);
-  /// Gives up what is still read.
+  /// Gives up what is still read, without waiting for that.
   ~RecordingToolsView() override;
 
  private:
@@ -55,8 +54,7 @@ class RecordingToolsView final : public SheetDialog {
   ExportProgress* progress_;
   QPushButton* exportGif_ = nullptr;
   QPushButton* save_ = nullptr;
-  std::stop_source looking_;
-  QThreadPool listener_;  ///< for the sound, which takes longest
+  std::stop_source listening_;  ///< to the sound, which takes longest
 };
 
 }  // namespace Nimbrel

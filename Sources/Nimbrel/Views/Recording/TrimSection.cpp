@@ -3,6 +3,8 @@
 #include "Recording/KeptStretches.h"
 #include "Views/Recording/SliderRow.h"
 
+#include <algorithm>
+
 namespace Nimbrel {
 
 TrimSection::TrimSection(QWidget* parent)
@@ -31,6 +33,10 @@ TrimSection::TrimSection(QWidget* parent)
 void TrimSection::setDuration(double duration) {
   times_.duration = duration;
   times_.end = duration;
+  // It may have been moved when nobody knew yet how far it can go.
+  times_.start = std::min(times_.start, times_.startSpan().most);
+  const auto width = endTime_->fontMetrics().horizontalAdvance(timeText(duration));
+  for (auto* time : {startTime_, endTime_}) time->setMinimumWidth(std::max(time->minimumWidth(), width));
   refresh();
   tell(kept().start);
 }
