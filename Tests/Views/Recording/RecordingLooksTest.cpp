@@ -1,5 +1,6 @@
 #include "Support/Waiting.h"
 #include "Views/Recording/RecordingFixture.h"
+#include "Views/Shared/TextStyles.h"
 #include "Views/Shared/Theme.h"
 
 #include <QPainter>
@@ -128,6 +129,36 @@ TEST_F(RecordingLooksTest, PicturesOfARecordingThatCannotBeRead) {
   openSheet();
   ASSERT_TRUE(waitUntil([this] { return !note().empty() && !strip()->words().isEmpty(); }));
   keepPictures(*sheet_, QStringLiteral("recording-tools-unreadable"));
+}
+
+/// With text half as large again.
+class LargeTextRecordingLooksTest : public RecordingLooksTest {
+ protected:
+  LargeTextRecordingLooksTest() {
+    auto font = usual_;
+    font.setPointSizeF(15);
+    setInterfaceFont(font);
+  }
+  ~LargeTextRecordingLooksTest() override {
+    setInterfaceFont(usual_);
+  }
+
+ private:
+  QFont usual_ = interfaceFont();
+};
+
+TEST_F(LargeTextRecordingLooksTest, NothingIsCut) {
+  writeRecording(2, {1});
+  openAndWait();
+  for (const auto* button : sheet_->findChildren<QPushButton*>()) {
+    EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
+    EXPECT_GE(button->height(), button->fontMetrics().height()) << button->text().toStdString();
+  }
+  for (const auto* label : sheet_->findChildren<QLabel*>()) {
+    if (!label->isVisible() || label->objectName() == QStringLiteral("recordingTools.fileName")) continue;
+    EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text())) << label->text().toStdString();
+  }
+  keepPictures(*sheet_, QStringLiteral("recording-tools-large-text"));
 }
 
 }  // namespace

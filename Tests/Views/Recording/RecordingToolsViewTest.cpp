@@ -147,6 +147,8 @@ TEST_F(RecordingToolsViewTest, AnUnreadableRecordingSaysWhyAndKeepsASecond) {
 TEST_F(RecordingToolsViewTest, ARecordingThatIsNotThereSaysSo) {
   openSheet();
   ASSERT_TRUE(waitUntil([this] { return !note().empty() && !strip()->words().isEmpty(); }));
+  EXPECT_EQ(note(), "The file is not there");
+  EXPECT_EQ(strip()->words(), QStringLiteral("The file is not there"));
   EXPECT_TRUE(preview()->frame().isNull());
   move(start(), 0.5);
   EXPECT_TRUE(isOpen());

@@ -76,7 +76,8 @@ void RecordingToolsView::addForm() {
   form->layout()->setContentsMargins(0, 0, 0, 0);
   form->setMinimumWidth(contentWidth);
   form->add(trim_);
-  form->addSection(tr("Animated GIF"));
+  auto* gif = new FormSection(tr("Animated GIF"));
+  form->add(gif);
   auto* value = new QLabel;
   fps_->setObjectName(QStringLiteral("recordingTools.fps"));
   value->setObjectName(QStringLiteral("recordingTools.fpsValue"));
@@ -84,7 +85,7 @@ void RecordingToolsView::addForm() {
   fps_->setPageStep(1);
   connect(fps_, &QSlider::valueChanged, value, qOverload<int>(&QLabel::setNum));
   fps_->setValue(usual);
-  form->addWidgetRow(new SliderRow(tr("Frames per second"), fps_, value));
+  gif->addBareRow(new SliderRow(tr("Frames per second"), fps_, value));
   content()->addWidget(form);
 }
 

@@ -6,8 +6,8 @@
 
 namespace Nimbrel {
 
-/// A row of a form with a slider between what it sets and its value. It owns both, and the slider gets the label as its
-/// accessible name.
+/// A row of a form (FormSection::addBareRow) with a slider between what it sets and its value. It owns both, and the
+/// slider gets the label as its accessible name.
 class SliderRow final : public QWidget {
   Q_OBJECT
 

@@ -19,8 +19,8 @@ TrimSection::TrimSection(QWidget* parent)
   end_->setObjectName(QStringLiteral("recordingTools.end"));
   endTime_->setObjectName(QStringLiteral("recordingTools.endTime"));
   strip_->setObjectName(QStringLiteral("recordingTools.sound"));
-  addWidgetRow(new SliderRow(tr("Start"), start_, startTime_));
-  addWidgetRow(new SliderRow(tr("End"), end_, endTime_));
+  addBareRow(new SliderRow(tr("Start"), start_, startTime_));
+  addBareRow(new SliderRow(tr("End"), end_, endTime_));
   addWidgetRow(strip_);
   removeSilence_ = addToggle(tr("Remove silent sections"));
   removeSilence_->setObjectName(QStringLiteral("recordingTools.removeSilence"));
