@@ -3,6 +3,7 @@
 #include "Views/Shared/TextStyles.h"
 #include "Views/Shared/Theme.h"
 
+#include <QApplication>
 #include <QPainter>
 
 #include <cmath>
@@ -138,9 +139,11 @@ class LargeTextRecordingLooksTest : public RecordingLooksTest {
     auto font = usual_;
     font.setPointSizeF(15);
     setInterfaceFont(font);
+    QApplication::setFont(font);
   }
   ~LargeTextRecordingLooksTest() override {
     setInterfaceFont(usual_);
+    QApplication::setFont(usual_);
   }
 
  private:
@@ -158,6 +161,7 @@ TEST_F(LargeTextRecordingLooksTest, NothingIsCut) {
     if (!label->isVisible() || label->objectName() == QStringLiteral("recordingTools.fileName")) continue;
     EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text())) << label->text().toStdString();
   }
+  EXPECT_LT(sheet_->height(), 736) << "it fits a small screen";
   keepPictures(*sheet_, QStringLiteral("recording-tools-large-text"));
 }
 

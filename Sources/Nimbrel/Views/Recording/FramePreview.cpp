@@ -4,8 +4,11 @@
 #include "Views/Shared/Measures.h"
 #include "Views/Shared/Painting.h"
 #include "Views/Shared/Symbols.h"
+#include "Views/Shared/TextStyles.h"
 
 #include <QPainterPath>
+
+#include <algorithm>
 
 namespace Nimbrel {
 
@@ -13,15 +16,18 @@ namespace {
 
 constexpr QSize preferredSize(520, 200);
 
+/// Lower by what larger text takes elsewhere, so that the window still fits a small screen.
+int preferredHeight() { return static_cast<int>(preferredSize.height() / std::max(1.0, textScale())); }
+
 }  // namespace
 
 FramePreview::FramePreview(QWidget* parent) : Figure(parent) {
   setAccessibleName(tr("Preview"));
-  setFixedHeight(preferredSize.height());
+  setFixedHeight(preferredHeight());
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-QSize FramePreview::sizeHint() const { return preferredSize; }
+QSize FramePreview::sizeHint() const { return {preferredSize.width(), preferredHeight()}; }
 
 QSize FramePreview::room() const { return (QSizeF(size()) * devicePixelRatioF()).toSize(); }
 
