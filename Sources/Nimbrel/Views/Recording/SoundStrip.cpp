@@ -18,6 +18,7 @@ namespace Nimbrel {
 namespace {
 
 using MediaFile::TimeRange;
+using RecordingProcessor::SoundOverview;
 using Part = StripColumn::Part;
 
 constexpr int stripHeight = 44;
@@ -102,7 +103,9 @@ void SoundStrip::describe() {
   update();
 }
 
-double SoundStrip::placeOf(double seconds) const { return std::clamp(seconds / sound_->duration, 0.0, 1.0) * width(); }
+double SoundStrip::placeOf(double seconds, double duration) const {
+  return std::clamp(seconds / duration, 0.0, 1.0) * width();
+}
 
 void SoundStrip::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
@@ -122,18 +125,19 @@ void SoundStrip::paintEvent(QPaintEvent* /*event*/) {
     painter.translate(width(), 0);
     painter.scale(-1, 1);
   }
-  paintBars(painter);
-  paintMoment(painter);
+  paintBars(painter, *sound_);
+  paintMoment(painter, sound_->duration);
 }
 
-void SoundStrip::paintBars(QPainter& painter) const {
+void SoundStrip::paintBars(QPainter& painter, const SoundOverview& sound) const {
   const auto columns = this->columns();
   const auto whole = static_cast<double>(height());
   const auto distance = static_cast<double>(width()) / static_cast<double>(columns.size());
-  const QRectF kept(QPointF(placeOf(window_.start), 0), QPointF(placeOf(window_.end), whole));
+  const QRectF kept(QPointF(placeOf(window_.start, sound.duration), 0),
+                    QPointF(placeOf(window_.end, sound.duration), whole));
   painter.fillRect(kept, themeColor(Token::AccentSoft));
-  for (const auto& [start, end] : RecordingProcessor::droppedOf(window_, sound_->audible)) {
-    const QRectF gap(QPointF(placeOf(start), 0), QPointF(placeOf(end), whole));
+  for (const auto& [start, end] : RecordingProcessor::droppedOf(window_, sound.audible)) {
+    const QRectF gap(QPointF(placeOf(start, sound.duration), 0), QPointF(placeOf(end, sound.duration), whole));
     if (isSilenceRemoved_) painter.fillRect(gap, themeColor(Token::Quaternary));
     paintHatch(painter, gap, whole);
   }
@@ -145,8 +149,8 @@ void SoundStrip::paintBars(QPainter& painter) const {
   }
 }
 
-void SoundStrip::paintMoment(QPainter& painter) const {
-  const auto left = std::clamp(placeOf(moment_) - momentWidth / 2, 0.0, width() - momentWidth);
+void SoundStrip::paintMoment(QPainter& painter, double duration) const {
+  const auto left = std::clamp(placeOf(moment_, duration) - momentWidth / 2, 0.0, width() - momentWidth);
   painter.fillRect(QRectF(left, 0, momentWidth, height()), themeColor(Token::Text));
 }
 

@@ -43,9 +43,9 @@ class SoundStrip final : public Figure {
 
  private:
   void describe();
-  void paintBars(QPainter& painter) const;
-  void paintMoment(QPainter& painter) const;
-  [[nodiscard]] double placeOf(double seconds) const;
+  void paintBars(QPainter& painter, const RecordingProcessor::SoundOverview& sound) const;
+  void paintMoment(QPainter& painter, double duration) const;
+  [[nodiscard]] double placeOf(double seconds, double duration) const;
 
   std::optional<RecordingProcessor::SoundOverview> sound_;
   QString words_;
