@@ -1,12 +1,16 @@
 #include "App/MainProcess.h"
 
+#include "Support/Movies.h"
 #include "Support/StoreHome.h"
+#include "Support/Waiting.h"
 
 #include <gmock/gmock.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
+#include <QPushButton>
 #include <QTimer>
 
 #include <functional>
@@ -82,6 +86,34 @@ TEST_F(MainProcessTest, QuittingAsksOnce) {
 TEST_F(MainProcessTest, AnUnconfiguredBuildSaysThatNoUpdatesAreSetUp) {
   window().findChild<QAction*>(QStringLiteral("menu.checkForUpdates"))->trigger();
   EXPECT_EQ(store_->status(), "No updates are set up for this build");
+}
+
+TEST_F(MainProcessTest, TheLastRecordingHasItsTools) {
+  store_->setLastRecordingURL(home_.path("Recording.mov"));
+  auto* command = window().findChild<QAction*>(QStringLiteral("menu.editLastRecording"));
+  ASSERT_TRUE(Testing::waitUntil([command] { return command->isEnabled(); }));
+  command->trigger();
+  const auto* sheet = window().findChild<QDialog*>(QStringLiteral("recordingTools"));
+  ASSERT_NE(sheet, nullptr);
+  EXPECT_TRUE(sheet->isVisible());
+  EXPECT_EQ(sheet->findChild<QLabel*>(QStringLiteral("recordingTools.fileName"))->text(),
+            QStringLiteral("Recording.mov"));
+  store_->setShowRecordingTools(false);
+  EXPECT_FALSE(sheet->isVisible());
+}
+
+TEST_F(MainProcessTest, AnExportThatRunsIsFinishedBeforeTheProcessEnds) {
+  const auto recording = home_.path("Recording.mov");
+  Testing::writeMovie(recording, {.times = Testing::steadyTimes(1), .end = 1});
+  store_->setLastRecordingURL(recording);
+  store_->setShowRecordingTools(true);
+  const auto* sheet = window().findChild<QDialog*>(QStringLiteral("recordingTools"));
+  ASSERT_NE(sheet, nullptr);
+  sheet->findChild<QPushButton*>(QStringLiteral("recordingTools.save"))->click();
+  window().close();
+  EXPECT_TRUE(ends([this] { pasteboard_->finish(); }));
+  EXPECT_EQ(store_->lastRecordingURL(), home_.path("Recording.trimmed.mov"));
+  EXPECT_NEAR(Testing::readMovie(home_.path("Recording.trimmed.mov")).duration, 1, 0.002);
 }
 
 TEST_F(MainProcessTest, WindowsAreOutOfAPictureThatIsTaken) {

@@ -10,6 +10,7 @@ namespace {
 
 using MediaFile::TimeRange;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 std::vector<TimeRange> kept(const TimeRange& window, const std::vector<TimeRange>& audible) {
   return keptOf(window, audible);
@@ -63,6 +64,31 @@ TEST(KeptOf, WhatOnlyTouchesTheWindowIsOutside) {
 TEST(KeptOf, IsTheWholeWindowWhereNothingIsAudible) {
   EXPECT_THAT(kept({2, 4}, {}), ElementsAre(TimeRange{2, 4}));
   EXPECT_THAT(kept({2, 4}, {{0, 1}, {5, 6}}), ElementsAre(TimeRange{2, 4}));
+}
+
+std::vector<TimeRange> dropped(const TimeRange& window, const std::vector<TimeRange>& audible) {
+  return droppedOf(window, audible);
+}
+
+TEST(DroppedOf, IsWhatIsSilentWithinTheWindow) {
+  EXPECT_THAT(dropped({2, 8}, {{0, 1}, {1.5, 3}, {4, 5}, {7.5, 9}}), ElementsAre(TimeRange{3, 4}, TimeRange{5, 7.5}));
+  EXPECT_THAT(dropped({2, 8}, {{4, 5}}), ElementsAre(TimeRange{2, 4}, TimeRange{5, 8}));
+}
+
+TEST(DroppedOf, IsNothingWhereAllIsAudibleAndWhereNothingIs) {
+  EXPECT_THAT(dropped({2, 8}, {{1, 9}}), IsEmpty());
+  EXPECT_THAT(dropped({2, 8}, {}), IsEmpty());
+  EXPECT_THAT(dropped({2, 8}, {{0, 2}, {8, 9}}), IsEmpty());
+}
+
+TEST(DroppedOf, StretchesThatOverlapOrComeOutOfOrderLeaveTheGapsBetweenThem) {
+  EXPECT_THAT(dropped({0, 10}, {{6, 9}, {1, 5}, {2, 3}}),
+              ElementsAre(TimeRange{0, 1}, TimeRange{5, 6}, TimeRange{9, 10}));
+}
+
+TEST(LastMoment, IsShortlyBeforeTheEndAndNotBeforeTheBeginning) {
+  EXPECT_DOUBLE_EQ(lastMoment({1, 3}), 2.999);
+  EXPECT_DOUBLE_EQ(lastMoment({1, 1}), 1);
 }
 
 TEST(KeptOf, StretchesThatOverlapStayAsTheyAre) {

@@ -126,6 +126,16 @@ QImage numberedPicture(int number, QSize size) {
   return image;
 }
 
+int numberIn(const QImage& picture) {
+  int number = 0;
+  for (int field = 0; field < fieldsAcross * fieldsDown; ++field) {
+    const int x = (2 * (field % fieldsAcross) + 1) * picture.width() / (2 * fieldsAcross);
+    const int y = (2 * (field / fieldsAcross) + 1) * picture.height() / (2 * fieldsDown);
+    if (qGreen(picture.pixel(x, y)) > 128) number |= 1 << field;
+  }
+  return number;
+}
+
 std::vector<double> steadyTimes(double end, int framesPerSecond) {
   std::vector<double> times;
   for (int i = 0; i < std::lround(end * framesPerSecond); ++i)
@@ -153,7 +163,7 @@ void writeMovie(const std::string& path, const MadeMovie& movie) {
   expectDone(encoder.open(path, MovieFile::Form::IndexInFront));
   if (movie.sound) addSound(encoder, *movie.sound);
   for (std::size_t i = 0; i < movie.times.size(); ++i) {
-    addPicture(encoder, numberedPicture(static_cast<int>(i), movie.size), movie.times[i]);
+    addPicture(encoder, movie.picture(static_cast<int>(i), movie.size), movie.times[i]);
   }
   expectDone(encoder.finish(pictureTicks(movie.end)));
 }

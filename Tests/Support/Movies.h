@@ -14,6 +14,9 @@ namespace Nimbrel::Testing {
 /// A picture that shows a number from 0 to 65535 as black and white fields, which an encoder leaves alone.
 [[nodiscard]] QImage numberedPicture(int number, QSize size);
 
+/// The number that such a picture shows, of whatever size.
+[[nodiscard]] int numberIn(const QImage& picture);
+
 /// A movie whose pictures show their number, from 0 on, and whose sound is silent but for short clicks.
 struct MadeMovie {
   struct Sound {
@@ -28,6 +31,7 @@ struct MadeMovie {
   double end = 0;             ///< of the last picture
   std::optional<Sound> sound;
   std::optional<std::array<std::int32_t, 9>> displayMatrix;  ///< how it is turned when shown
+  QImage (*picture)(int number, QSize size) = numberedPicture;
 };
 
 /// The times of pictures at a steady rate from 0 to `end`.

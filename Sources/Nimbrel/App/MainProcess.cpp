@@ -5,6 +5,7 @@
 #include "Views/Inspector/InspectorView.h"
 #include "Views/Panels/QuickLook.h"
 #include "Views/Panels/SharingMenu.h"
+#include "Views/Recording/RecordingToolsView.h"
 #include "Views/Sheets/CleanupSuggestionsView.h"
 #include "Views/Sheets/DuplicatesView.h"
 #include "Views/Sheets/PurgeView.h"
@@ -38,6 +39,7 @@ MainProcess::MainProcess(Store& store, WindowServices services)
       services_(services),
       icons_(services.installedApplications),
       updates_(readUpdateSettings(), store, services.workspace),
+      exports_(store, services.workspace),
       window_(store, icons_, parts()),
       prompt_(services.ownerAuthentication, window_),
       activity_(store) {
@@ -65,6 +67,12 @@ void MainProcess::addSheets(WindowParts& parts) {
   parts.duplicates = [this](QWidget* window) { return new DuplicatesView(store_, thumbs_, previews_, window); };
   parts.shrink = [this](QWidget* window) { return new ShrinkView(store_, window); };
   parts.cleanup = [this](QWidget* window) { return new CleanupSuggestionsView(store_, window); };
+  parts.recordingTools = [this](QWidget* window) { return makeRecordingTools(window); };
+}
+
+QDialog* MainProcess::makeRecordingTools(QWidget* window) {
+  const auto& recording = store_.lastRecordingURL();
+  return recording ? new RecordingToolsView(services_.workspace, exports_, *recording, window) : nullptr;
 }
 
 QWidget* MainProcess::makeGallery(QWidget* parent) {
@@ -105,7 +113,7 @@ void MainProcess::raise() {
 void MainProcess::quit() {
   if (std::exchange(isQuitting_, true)) return;
   for (auto* widget : QApplication::topLevelWidgets()) widget->hide();
-  services_.pasteboard.handOver(this, [] { QCoreApplication::exit(); });
+  services_.pasteboard.handOver(this, [this] { exports_.whenDone([] { QCoreApplication::exit(); }); });
 }
 
 void MainProcess::hideWindows() {

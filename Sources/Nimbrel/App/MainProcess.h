@@ -6,11 +6,13 @@
 #include "Views/Gallery/GalleryPreviewCache.h"
 #include "Views/Gallery/ThumbCache.h"
 #include "Views/Panels/QuickLookPanel.h"
+#include "Views/Recording/RecordingExports.h"
 #include "Views/Shared/AppIcons.h"
 #include "Views/Sheets/AuthenticationPrompt.h"
 #include "Views/Window/ActivityWatch.h"
 #include "Views/Window/ContentView.h"
 
+#include <QDialog>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -43,13 +45,14 @@ class MainProcess final : public QObject {
   /// Shows the window, in front.
   void raise();
 
-  /// Ends the event loop once nothing that was copied here is lost with the process; until then it stays without a
-  /// window. Again, it does nothing.
+  /// Ends the event loop once nothing that was copied or is exported here is lost with the process; until then it
+  /// stays without a window. Again, it does nothing.
   void quit();
 
  private:
   [[nodiscard]] WindowParts parts();
   void addSheets(WindowParts& parts);
+  QDialog* makeRecordingTools(QWidget* window);
   QWidget* makeGallery(QWidget* parent);
   QWidget* makeInspector(QWidget* parent);
   void lookClosely();
@@ -62,6 +65,7 @@ class MainProcess final : public QObject {
   ThumbCache thumbs_;
   GalleryPreviewCache previews_;
   UpdateController updates_;
+  RecordingExports exports_;
   ContentView window_;
   AuthenticationPrompt prompt_;
   ActivityWatch activity_;

@@ -15,7 +15,6 @@ namespace {
 /// Samples whose absolute value is no greater are silent.
 constexpr int loudestSilence = 420;
 /// Seconds.
-constexpr double lengthWhenUnknown = 0.1;
 constexpr double shortestPause = 0.55;
 constexpr double roomBefore = 0.15;
 constexpr double roomAfter = 0.2;
@@ -24,11 +23,6 @@ constexpr double roundingError = 1e-9;
 
 bool isAudible(std::span<const std::int16_t> samples) {
   return std::ranges::any_of(samples, [](int sample) { return std::abs(sample) > loudestSilence; });
-}
-
-double lengthOf(const SoundBuffer& buffer) {
-  const double length = buffer.length.value_or(0);
-  return length > 0 ? length : lengthWhenUnknown;
 }
 
 }  // namespace

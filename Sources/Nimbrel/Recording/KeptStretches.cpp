@@ -27,4 +27,24 @@ std::vector<TimeRange> keptOf(const TimeRange& window, std::span<const TimeRange
   return kept;
 }
 
+std::vector<TimeRange> droppedOf(const TimeRange& window, std::span<const TimeRange> audible) {
+  auto kept = keptOf(window, audible);
+  std::ranges::sort(kept, {}, &TimeRange::start);
+  std::vector<TimeRange> dropped;
+  double reached = window.start;
+  for (const auto& [start, end] : kept) {
+    if (start > reached) dropped.push_back({.start = reached, .end = start});
+    reached = std::max(reached, end);
+  }
+  if (reached < window.end) dropped.push_back({.start = reached, .end = window.end});
+  return dropped;
+}
+
+double lastMoment(const TimeRange& window) {
+  // Files may be half a thousandth of a second wrong about a picture's time, and a cut is made with that in mind: what
+  // begins so shortly before its end is not in it.
+  constexpr double beforeEnd = 0.001;
+  return std::max(window.start, window.end - beforeEnd);
+}
+
 }  // namespace Nimbrel::RecordingProcessor

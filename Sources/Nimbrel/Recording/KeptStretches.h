@@ -18,4 +18,11 @@ inline constexpr double shortestLength = 0.1;
 [[nodiscard]] std::vector<MediaFile::TimeRange> keptOf(const MediaFile::TimeRange& window,
                                                        std::span<const MediaFile::TimeRange> audible);
 
+/// What keptOf() leaves out of the window, in the order of time; nothing where nothing is audible.
+[[nodiscard]] std::vector<MediaFile::TimeRange> droppedOf(const MediaFile::TimeRange& window,
+                                                          std::span<const MediaFile::TimeRange> audible);
+
+/// A moment at which the last picture is shown that is kept of the window.
+[[nodiscard]] double lastMoment(const MediaFile::TimeRange& window);
+
 }  // namespace Nimbrel::RecordingProcessor

@@ -62,7 +62,7 @@ TEST_F(MainMenuTest, ItemsStandInTheirOrderWithTheirKeys) {
 
 TEST_F(MainMenuTest, WhatIsNotThereYetIsDisabled) {
   openWindow();
-  for (const auto* name : {"menu.settings", "menu.editLastRecording", "menu.pin", "menu.unpinAll", "menu.quickFind"}) {
+  for (const auto* name : {"menu.settings", "menu.pin", "menu.unpinAll", "menu.quickFind"}) {
     EXPECT_FALSE(isEnabled(name)) << name;
   }
 }
@@ -71,6 +71,20 @@ TEST_F(MainMenuTest, EditLastRecordingIsDisabledUntilARecordingExists) {
   openWindow();
   EXPECT_FALSE(store_->lastRecordingURL());
   EXPECT_FALSE(isEnabled("menu.editLastRecording"));
+  store_->setLastRecordingURL(home_.path("a.mov"));
+  settle();
+  EXPECT_TRUE(isEnabled("menu.editLastRecording"));
+  store_->setLastRecordingURL(std::nullopt);
+  settle();
+  EXPECT_FALSE(isEnabled("menu.editLastRecording"));
+}
+
+TEST_F(MainMenuTest, EditLastRecordingAsksForItsTools) {
+  openWindow({.recordingTools = [](QWidget* window) { return new QDialog(window); }});
+  store_->setLastRecordingURL(home_.path("a.mov"));
+  settle();
+  action("menu.editLastRecording")->trigger();
+  EXPECT_TRUE(store_->showRecordingTools());
 }
 
 TEST_F(MainMenuTest, CommandsOnShotsAreEnabledWhileSomeAreSelected) {

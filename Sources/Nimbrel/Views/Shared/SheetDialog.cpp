@@ -50,6 +50,13 @@ QPushButton* SheetDialog::addCancelButton(const QString& title) {
   return button;
 }
 
+QPushButton* SheetDialog::addFurtherButton(const QString& title) {
+  auto* button = new QPushButton(title);
+  setVariant(*button, ButtonVariant::Plain);
+  footerEnd_->addWidget(button);
+  return button;
+}
+
 QPushButton* SheetDialog::addDefaultButton(const QString& title) {
   auto* button = new QPushButton(title);
   setVariant(*button, ButtonVariant::Default);

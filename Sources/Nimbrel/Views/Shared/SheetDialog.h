@@ -24,6 +24,8 @@ class SheetDialog : public QDialog {
 
   /// The button that rejects.
   QPushButton* addCancelButton(const QString& title);
+  /// A plain button after those that there are; the default one follows it.
+  QPushButton* addFurtherButton(const QString& title);
   /// The button at the far end; the caller says what a click does. `accept()` is one thing it may do.
   QPushButton* addDefaultButton(const QString& title);
 

@@ -21,8 +21,9 @@ MainMenu::MainMenu(Store& store, const WindowParts& parts, QWidget& window)
   fillEditMenu();
   refreshing_.setSingleShot(true);
   connect(&refreshing_, &QTimer::timeout, this, &MainMenu::refresh);
-  for (const auto signal : {&Store::shotsChanged, &Store::derivedChanged, &Store::selectionChanged,
-                            &Store::filterChanged, &Store::searchResultChanged, &Store::queryChanged}) {
+  for (const auto signal :
+       {&Store::shotsChanged, &Store::derivedChanged, &Store::selectionChanged, &Store::filterChanged,
+        &Store::searchResultChanged, &Store::queryChanged, &Store::lastRecordingURLChanged}) {
     connect(&store, signal, this, [this] { refreshing_.start(); });
   }
   refresh();
@@ -89,7 +90,8 @@ void MainMenu::addCaptures(QMenu& menu) {
   add(menu, {"captureScreen", "Capture Main Screen", "", capture(CaptureMode::screen), {}});
   add(menu, {"recordSelection", "Record Selection…", "", capture(CaptureMode::recordArea), {}});
   add(menu, {"recordScreen", "Record Main Screen", "", capture(CaptureMode::recordScreen), {}});
-  add(menu, {"editLastRecording", "Edit Last Recording…", "", nothing, never});
+  add(menu, {"editLastRecording", "Edit Last Recording…", "", [this] { store_.setShowRecordingTools(true); },
+             [this] { return store_.lastRecordingURL().has_value(); }});
 }
 
 void MainMenu::fillEditMenu() {
