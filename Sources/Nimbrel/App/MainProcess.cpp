@@ -1,5 +1,6 @@
 #include "App/MainProcess.h"
 
+#include "Views/Editor/EditorView.h"
 #include "Views/Gallery/GalleryView.h"
 #include "Views/Gallery/MultiSelectionView.h"
 #include "Views/Inspector/InspectorView.h"
@@ -29,6 +30,7 @@ UpdateSettings readUpdateSettings() {
 
 WindowServices::WindowServices(const Services& services)
     : pasteboard(*services.pasteboard),
+      pictureReader(*services.pictureReader),
       workspace(*services.workspace),
       installedApplications(*services.installedApplications),
       ownerAuthentication(*services.ownerAuthentication) {}
@@ -50,8 +52,8 @@ MainProcess::MainProcess(Store& store, WindowServices services)
 
 WindowParts MainProcess::parts() {
   WindowParts parts;
-  parts.gallery = [this](QWidget* parent, EditorTarget&) { return makeGallery(parent); };
-  parts.inspector = [this](QWidget* parent, EditorTarget&) { return makeInspector(parent); };
+  parts.gallery = [this](QWidget* parent, EditorTarget& editor) { return makeGallery(parent, editor); };
+  parts.inspector = [this](QWidget* parent, EditorTarget& editor) { return makeInspector(parent, editor); };
   parts.severalSelected = [this](QWidget* parent, EditorTarget&) { return new MultiSelectionView(store_, parent); };
   addSheets(parts);
   parts.quickLook = [this] { lookClosely(); };
@@ -65,24 +67,30 @@ void MainProcess::addSheets(WindowParts& parts) {
   parts.duplicates = [this](QWidget* window) { return new DuplicatesView(store_, thumbs_, previews_, window); };
   parts.shrink = [this](QWidget* window) { return new ShrinkView(store_, window); };
   parts.cleanup = [this](QWidget* window) { return new CleanupSuggestionsView(store_, window); };
+  parts.editor = [this](QWidget* window, EditorTarget& editor) {
+    return makeEditor(store_, {.reader = services_.pictureReader, .pasteboard = services_.pasteboard}, editor, window);
+  };
 }
 
-QWidget* MainProcess::makeGallery(QWidget* parent) {
+QWidget* MainProcess::makeGallery(QWidget* parent, EditorTarget& editor) {
   auto* gallery = new GalleryView({store_, icons_, thumbs_, previews_}, parent);
   auto& actions = gallery->actions();
   connect(&actions, &GalleryActions::quickLookRequested, this, &MainProcess::lookClosely);
+  connect(&actions, &GalleryActions::editRequested, &editor, &EditorTarget::setShot);
   connect(&actions, &GalleryActions::shareRequested, this,
           [this](const ShotPtr& shot) { share(store_, shot, window_); });
   return gallery;
 }
 
-QWidget* MainProcess::makeInspector(QWidget* parent) {
+QWidget* MainProcess::makeInspector(QWidget* parent, EditorTarget& editor) {
   auto* inspector = new InspectorView(store_, icons_, thumbs_, previews_, parent);
   const auto follow = [this, inspector] {
     if (const auto shot = store_.focused()) inspector->setShot(*shot);
   };
   connect(&store_, &Store::selectionChanged, inspector, follow);
   connect(&store_, &Store::shotsChanged, inspector, follow);
+  inspector->setCanEdit(true);
+  connect(inspector, &InspectorView::editRequested, &editor, &EditorTarget::setShot);
   connect(inspector, &InspectorView::shareRequested, this,
           [this](const ShotPtr& shot) { share(store_, shot, window_); });
   follow();

@@ -24,6 +24,7 @@ struct WindowServices {
   explicit WindowServices(const Services& services);
 
   Pasteboard& pasteboard;
+  PictureReader& pictureReader;
   Workspace& workspace;
   InstalledApplications& installedApplications;
   OwnerAuthentication& ownerAuthentication;
@@ -50,8 +51,8 @@ class MainProcess final : public QObject {
  private:
   [[nodiscard]] WindowParts parts();
   void addSheets(WindowParts& parts);
-  QWidget* makeGallery(QWidget* parent);
-  QWidget* makeInspector(QWidget* parent);
+  QWidget* makeGallery(QWidget* parent, EditorTarget& editor);
+  QWidget* makeInspector(QWidget* parent, EditorTarget& editor);
   void lookClosely();
   void hideWindows();
   void unhideWindows();
