@@ -142,7 +142,7 @@ TEST_F(EndToEndTest, WhatWasCoveredIsNotReadOffTheCopy) {
   bar.end = {400 / 640.0, 76 / 420.0};
   const std::vector bars{bar};
   const std::atomic<bool> isGivenUp = false;
-  const auto saved = EditorCopy::save(source, FileState::of(source), bars, isGivenUp);
+  const auto saved = EditorCopy::save(source, stateOfFile(source), bars, isGivenUp);
   ASSERT_EQ(saved.outcome, EditorCopy::Outcome::Written);
   observer_->importFiles({saved.path});
 

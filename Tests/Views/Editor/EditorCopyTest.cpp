@@ -34,7 +34,7 @@ class EditorCopyTest : public ::testing::Test {
   EditorCopyTest() { Testing::writePicture(source_, 120, 80, 3); }
 
   [[nodiscard]] EditorCopy::Saved save(const std::vector<Annotation>& items) const {
-    return EditorCopy::save(source_, shown_ ? *shown_ : FileState::of(source_), items, givesUp_);
+    return EditorCopy::save(source_, shown_ ? *shown_ : stateOfFile(source_), items, givesUp_);
   }
   [[nodiscard]] std::vector<std::string> names() const {
     std::vector<std::string> names;
@@ -91,7 +91,7 @@ TEST_F(EditorCopyTest, TakesTheNextFreeName) {
 }
 
 TEST_F(EditorCopyTest, AFileThatWasReplacedIsNotCovered) {
-  shown_ = FileState::of(source_);
+  shown_ = stateOfFile(source_);
   fs::remove(source_);
   Testing::writePicture(source_, 90, 60, 4);
   EXPECT_EQ(save({markOf(Kind::redact)}).outcome, Outcome::NotRendered);

@@ -22,11 +22,15 @@ void EditorFixture::setBlocks(std::vector<TextBlock> blocks) {
 
 void EditorFixture::openSheet() {
   if (!shot_) makeShot();
-  sheet_ = new EditorView(*store_, {.reader = reader_, .pasteboard = *pasteboard_}, shot_, &window_);
+  showSheet(reader_);
+  ASSERT_TRUE(waitUntil([this] { return !sheet_->isLoading(); }));
+}
+
+void EditorFixture::showSheet(PictureReader& reader) {
+  sheet_ = new EditorView(*store_, {.reader = reader, .pasteboard = *pasteboard_}, shot_, &window_);
   sheet_->setAttribute(Qt::WA_DeleteOnClose);
   sheet_->open();
   ASSERT_TRUE(QTest::qWaitForWindowActive(sheet_));
-  ASSERT_TRUE(waitUntil([this] { return !sheet_->isLoading(); }));
 }
 
 void EditorFixture::openWithText() {

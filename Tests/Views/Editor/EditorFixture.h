@@ -24,7 +24,10 @@ class EditorFixture : public SheetFixture {
   /// Before the sheet is opened.
   void makeShot(const NewShot& shot = {.name = "Shot.png"});
   void setBlocks(std::vector<TextBlock> blocks);
+  /// And waits until picture and text are there.
   void openSheet();
+  /// Over the shot that was made, with a reader of the test's own; waits for nothing but the window.
+  void showSheet(PictureReader& reader);
   /// All of these, with three lines of text, the second of which is a secret.
   void openWithText();
 

@@ -2,6 +2,7 @@
 #include "Platform/ImageFile.h"
 #include "Support/Pictures.h"
 #include "Support/ProgramRun.h"
+#include "Support/SmallDisk.h"
 #include "Support/TemporaryFolder.h"
 #include "Support/Waiting.h"
 #include "Views/Editor/EditorFixture.h"
@@ -143,7 +144,41 @@ TEST_F(EditorSave, AFileThatWasReplacedIsShownBeforeItIsSaved) {
   EXPECT_EQ(ImageFile::picture(home_.desktop("Shot redacted.png")).size(), QSize(300, 300));
 }
 
-TEST_F(EditorSave, WhatCannotBeWrittenClosesTheSheet) {
+TEST_F(EditorSave, TheLinesOfAReplacedFileAreNotThoseOfTheFormer) {
+  makeShot();
+  Testing::FakePictureReader slow;
+  showSheet(slow);
+  ASSERT_TRUE(waitUntil([&] { return slow.waiting() == 1; }));
+  choose("Black Bar");
+  drag({0.2, 0.2}, {0.6, 0.6});
+  fs::remove(shot_->path);
+  Testing::writePicture(shot_->path, 300, 300, 9);
+  push("editor.save");
+  ASSERT_TRUE(waitUntil([&] { return slow.waiting() == 2; }));
+  slow.answer(Testing::readingOf({"of the former"}));
+  EXPECT_TRUE(sheet_->isLoading());
+  EXPECT_FALSE(button("editor.coverAllText")->isEnabled());
+  slow.answer(Testing::readingOf({"of this one"}));
+  EXPECT_FALSE(sheet_->isLoading());
+  ASSERT_THAT(sheet_->state().blocks(), SizeIs(1));
+  EXPECT_EQ(sheet_->state().blocks().front().text, "of this one");
+}
+
+TEST_F(EditorSave, AFolderThatCannotBeWrittenClosesTheSheet) {
+  makeShot();
+  const int status = Testing::onReadOnlyDisk(home_.desktop(""), [&] {
+    openSheet();
+    choose("Black Bar");
+    drag({0.2, 0.2}, {0.6, 0.6});
+    push("editor.save");
+    if (!awaitClosed()) return 1;
+    return store_->status() == "Could not write the copy" ? 0 : 2;
+  });
+  EXPECT_EQ(status, 0);
+  EXPECT_FALSE(fs::exists(home_.desktop("Shot redacted.png")));
+}
+
+TEST_F(EditorSave, WhatHasNoFreeNameIsNotWritten) {
   openSheet();
   std::ofstream(home_.desktop("Shot redacted.png")) << "other";
   for (int number = 2; number < 1000; ++number) {

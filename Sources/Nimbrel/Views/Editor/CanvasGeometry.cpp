@@ -22,8 +22,8 @@ QSizeF CanvasGeometry::fitted() const {
 QRectF CanvasGeometry::place() const {
   const auto size = shown();
   // In the middle while there is room; once there is none it scrolls, with its margin.
-  const auto start = [](double room, double length, double scrolled) {
-    return std::max(margin, (room - length) / 2) - scrolled;
+  const auto start = [](double whole, double length, double moved) {
+    return std::max(margin, (whole - length) / 2) - moved;
   };
   return {QPointF(start(room.width(), size.width(), scrolled.x()), start(room.height(), size.height(), scrolled.y())),
           size};

@@ -1,9 +1,11 @@
 #include "Views/Editor/CoverActions.h"
 
 #include "Analysis/Sensitive.h"
+#include "Foundation/Text.h"
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 namespace Nimbrel::CoverActions {
 
@@ -12,12 +14,9 @@ void coverAllText(MarkList& marks, std::span<const TextBlock> blocks) {
 }
 
 void coverSensitive(MarkList& marks, std::span<const TextBlock> blocks) {
-  std::string text;
-  for (const auto& block : blocks) {
-    if (!text.empty()) text += '\n';
-    text += block.text;
-  }
-  const auto secrets = Sensitive::matchesIn(text);
+  std::vector<std::string> lines;
+  for (const auto& block : blocks) lines.push_back(block.text);
+  const auto secrets = Sensitive::matchesIn(Text::joined(lines, '\n'));
   for (const auto& block : blocks) {
     const bool holdsOne = std::ranges::any_of(
         secrets, [&block](const std::string& secret) { return block.text.find(secret) != std::string::npos; });

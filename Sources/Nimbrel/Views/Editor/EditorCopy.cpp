@@ -31,7 +31,7 @@ Saved save(const std::string& source, const FileState& shown, std::span<const An
            const std::atomic<bool>& isGivenUp) {
   const auto copy = Flatten::render(source, items);
   // Afterwards, so that a file that was replaced while it was read is noticed too.
-  if (copy.isNull() || FileState::of(source) != shown) return {.outcome = Outcome::NotRendered, .path = {}};
+  if (copy.isNull() || stateOfFile(source) != shown) return {.outcome = Outcome::NotRendered, .path = {}};
   if (isGivenUp) return {.outcome = Outcome::GivenUp, .path = {}};
   auto path = ShotFile::uniqueURL(wantedPath(source, items));
   if (ImageFile::writePNG(copy, path)) return {.outcome = Outcome::NotWritten, .path = {}};

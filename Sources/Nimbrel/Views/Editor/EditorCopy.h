@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Model/Annotation.h"
-#include "Views/Editor/FileState.h"
+#include "Store/HeicEncodings.h"
 
 #include <atomic>
 #include <span>

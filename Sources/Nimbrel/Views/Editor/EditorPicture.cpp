@@ -41,7 +41,7 @@ const QImage& EditorPicture::level(double width) const {
 EditorPicture loadEditorPicture(const std::string& path) {
   EditorPicture picture;
   // Before, so that a change that comes while it is read counts as one.
-  picture.file = FileState::of(path);
+  picture.file = stateOfFile(path);
   const auto size = ImageFile::pixelSize(path);
   const auto longerSide = std::max(size.width, size.height);
   if (longerSide < 1 || std::int64_t{4} * size.width * size.height > mostBytes) return picture;

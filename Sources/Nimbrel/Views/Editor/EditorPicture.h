@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Views/Editor/FileState.h"
+#include "Store/HeicEncodings.h"
 
 #include <QImage>
 #include <QSizeF>

@@ -112,6 +112,8 @@ void EditorView::load() {
 
 void EditorView::takePicture(EditorPicture picture) {
   picture_ = std::move(picture);
+  // The lines of a file that was there before are not those of this one.
+  state_->setBlocks({});
   if (!picture_.isNull()) state_->setPixelSize(picture_.size());
   canvas_->setPicture(picture_);
   footer_->setHasPicture(!picture_.isNull());
@@ -119,7 +121,9 @@ void EditorView::takePicture(EditorPicture picture) {
 }
 
 void EditorView::recognize() {
-  OCR::recognize(this, tools_.reader, shot_->path, [this](std::optional<OCR::Recognition> recognition) {
+  const auto reading = ++readings_;
+  OCR::recognize(this, tools_.reader, shot_->path, [this, reading](std::optional<OCR::Recognition> recognition) {
+    if (reading != readings_) return;
     state_->setBlocks(recognition ? std::move(recognition->blocks) : std::vector<TextBlock>());
     isLoading_ = false;
     refresh();
@@ -147,7 +151,7 @@ void EditorView::endSaving(const EditorCopy::Saved& saved) {
   givesUp_.reset();
   if (saved.outcome != EditorCopy::Outcome::NotRendered) return accept();
   // What the marks would lie on is shown afresh.
-  if (FileState::of(shot_->path) != picture_.file) return load();
+  if (stateOfFile(shot_->path) != picture_.file) return load();
   refresh();
 }
 

@@ -72,6 +72,7 @@ class EditorView final : public QDialog {
   std::vector<QShortcut*> keys_;
   EditorPicture picture_;
   bool isLoading_ = true;
+  int readings_ = 0;                            ///< how often the text was asked for; only the last answer counts
   std::shared_ptr<std::atomic<bool>> givesUp_;  ///< of the copy that is being made
 };
 

@@ -1,3 +1,4 @@
+#include "Foundation/Text.h"
 #include "Views/Editor/EditorState.h"
 #include "Views/Editor/EditorTool.h"
 #include "Views/Shared/Theme.h"
@@ -5,6 +6,7 @@
 #include <algorithm>
 #include <ranges>
 #include <string>
+#include <vector>
 
 namespace Nimbrel::EditorTools {
 
@@ -26,15 +28,11 @@ class TextTool final : public EditorTool {
   void drag(EditorState& state, QPointF start, QPointF end) const override {
     const auto box = QRectF(start, end).normalized();
     if (box.width() <= smallestBox || box.height() <= smallestBox) return;
-    std::string text;
-    bool isFirst = true;
+    std::vector<std::string> lines;
     for (const auto& block : state.blocks()) {
-      if (!block.rect.intersects(box)) continue;
-      if (!isFirst) text += '\n';
-      isFirst = false;
-      text += block.text;
+      if (block.rect.intersects(box)) lines.push_back(block.text);
     }
-    state.copy(text);
+    state.copy(Text::joined(lines, '\n'));
   }
 
   void click(EditorState& state, QPointF point) const override {
