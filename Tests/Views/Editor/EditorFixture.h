@@ -5,6 +5,7 @@
 #include "Views/Sheets/SheetFixture.h"
 
 #include <QAbstractButton>
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointF>

@@ -166,7 +166,7 @@ TEST_F(EditorGestures, ToolsIgnoreTheGestureThatIsNotTheirs) {
 
 TEST_F(EditorGestures, AClickCopiesTheLineUnderIt) {
   showBlocks();
-  click({200, 160});
+  click({200, 230});
   EXPECT_EQ(pasteboard_.text, std::nullopt);
   EXPECT_EQ(state_.note(), "");
   click({200, 60});
