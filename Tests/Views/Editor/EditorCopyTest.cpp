@@ -4,6 +4,7 @@
 #include "Foundation/FilePath.h"
 #include "Platform/ImageFile.h"
 #include "Support/Pictures.h"
+#include "Support/SmallDisk.h"
 #include "Support/TemporaryFolder.h"
 #include "Views/Editor/EditorPicture.h"
 
@@ -108,6 +109,14 @@ TEST_F(EditorCopyTest, AFileThatIsGoneOrNoPictureIsNotRendered) {
 TEST_F(EditorCopyTest, WhatWasGivenUpIsNotWritten) {
   givesUp_ = true;
   EXPECT_EQ(save({markOf(Kind::redact)}).outcome, Outcome::GivenUp);
+  EXPECT_THAT(names(), UnorderedElementsAre("Shot.png"));
+}
+
+TEST_F(EditorCopyTest, AFolderThatCannotBeWrittenStaysAsItIs) {
+  const std::vector items{markOf(Kind::redact)};
+  const int status =
+      Testing::onReadOnlyDisk(folder_.path(), [&] { return save(items).outcome == Outcome::NotWritten ? 0 : 1; });
+  EXPECT_EQ(status, 0);
   EXPECT_THAT(names(), UnorderedElementsAre("Shot.png"));
 }
 
