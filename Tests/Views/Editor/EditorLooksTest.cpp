@@ -84,6 +84,15 @@ TEST_F(EditorLooks, WithACropThatIsDrawn) {
   EXPECT_EQ(textOf("editor.counter"), "1 mark");
 }
 
+TEST_F(EditorLooks, TheRowOfToolsHasItsWidth) {
+  openSheet();
+  EXPECT_EQ(in<QWidget>(*sheet_, "editor.tools")->width(), 390);
+  for (const auto* tool : {"editor.tool.Black Bar", "editor.tool.Highlight", "editor.tool.Text"}) {
+    const auto* segment = in<QWidget>(*sheet_, tool);
+    EXPECT_GE(segment->width(), segment->minimumSizeHint().width()) << tool;
+  }
+}
+
 TEST_F(EditorLooks, LargeTextIsNotCutOff) {
   const auto font = interfaceFont();
   auto large = font;

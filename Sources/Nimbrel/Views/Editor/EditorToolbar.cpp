@@ -52,6 +52,10 @@ void EditorToolbar::addLabelField(QHBoxLayout& row) {
   label_->setPlaceholderText(tr("Label"));
   label_->setText(QString::fromStdString(state_.labelText()));
   label_->setFixedWidth(scaled(labelWidth));
+  // So that a sheet that large text makes wider does not change its width with the tool.
+  auto policy = label_->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  label_->setSizePolicy(policy);
   connect(label_, &QLineEdit::textChanged, &state_,
           [this](const QString& text) { state_.setLabelText(text.toStdString()); });
   row.addWidget(label_);

@@ -54,6 +54,7 @@ class EditorView final : public QDialog {
   void layOut();
   void addKeys();
   void addKey(const QKeySequence& key, std::function<void()> act);
+  void redo();
   void load();
   void takePicture(EditorPicture picture);
   void recognize();
