@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QPointer>
 
 #include <utility>
 
@@ -47,7 +48,7 @@ MainProcess::MainProcess(Store& store, WindowServices services)
   connect(&store, &Store::windowRequested, this, &MainProcess::raise);
   connect(&store, &Store::hidingRequested, this, &MainProcess::hideWindows);
   connect(&store, &Store::unhidingRequested, this, &MainProcess::unhideWindows);
-  connect(&store, &Store::fileReplaced, this, [this](const std::string& oldPath) { thumbs_.remove(oldPath); });
+  connect(&store, &Store::fileReplaced, this, &MainProcess::forgetPictures);
 }
 
 WindowParts MainProcess::parts() {
@@ -68,8 +69,18 @@ void MainProcess::addSheets(WindowParts& parts) {
   parts.shrink = [this](QWidget* window) { return new ShrinkView(store_, window); };
   parts.cleanup = [this](QWidget* window) { return new CleanupSuggestionsView(store_, window); };
   parts.editor = [this](QWidget* window, EditorTarget& editor) {
-    return makeEditor(store_, {.reader = services_.pictureReader, .pasteboard = services_.pasteboard}, editor, window);
+    const auto forget = [self = QPointer(this)](const std::string& path) {
+      if (self) self->forgetPictures(path);
+    };
+    return makeEditor(store_,
+                      {.reader = services_.pictureReader, .pasteboard = services_.pasteboard, .written = forget},
+                      editor, window);
   };
+}
+
+void MainProcess::forgetPictures(const std::string& path) {
+  thumbs_.remove(path);
+  previews_.remove(path);
 }
 
 QWidget* MainProcess::makeGallery(QWidget* parent, EditorTarget& editor) {

@@ -12,8 +12,10 @@
 #include "Views/Window/ContentView.h"
 
 #include <QObject>
+
 #include <QPointer>
 #include <QWidget>
+#include <string>
 
 #include <vector>
 
@@ -51,6 +53,8 @@ class MainProcess final : public QObject {
  private:
   [[nodiscard]] WindowParts parts();
   void addSheets(WindowParts& parts);
+  /// Those that are kept of a file that is another by now.
+  void forgetPictures(const std::string& path);
   QWidget* makeGallery(QWidget* parent, EditorTarget& editor);
   QWidget* makeInspector(QWidget* parent, EditorTarget& editor);
   void lookClosely();

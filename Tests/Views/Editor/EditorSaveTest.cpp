@@ -112,6 +112,24 @@ TEST_F(EditorSave, ReturnSavesWhatHidesAsRedacted) {
   EXPECT_EQ(copy.pixel(140, 200), ImageFile::picture(shot_->path).pixel(140, 200));
 }
 
+TEST_F(EditorSave, TellsOfACopyBeforeItIsInTheCatalogue) {
+  makeShot();
+  std::string written;
+  std::size_t shotsThen = 0;
+  const auto hear = [&](const std::string& path) {
+    written = path;
+    shotsThen = store_->shots().size();
+  };
+  EditorView sheet(*store_, {.reader = reader_, .pasteboard = *pasteboard_, .written = hear}, shot_, &window_);
+  sheet.open();
+  ASSERT_TRUE(waitUntil([&] { return !sheet.isLoading(); }));
+  sheet.state().place(Annotation::Kind::redact, {0.2, 0.2}, {0.6, 0.6});
+  in<QPushButton>(sheet, "editor.save")->click();
+  ASSERT_TRUE(waitUntil([&] { return !sheet.isVisible(); }));
+  EXPECT_EQ(written, home_.desktop("Shot redacted.png"));
+  EXPECT_EQ(shotsThen + 1, store_->shots().size());
+}
+
 TEST_F(EditorSave, WithoutMarksReturnDoesNothing) {
   openSheet();
   press(Qt::Key_Return);

@@ -24,9 +24,10 @@ constexpr int sheetWidth = 860;
 constexpr int canvasHeight = 483;
 
 /// What the user hears of a copy, and what the catalogue does.
-void tell(Store& store, const EditorCopy::Saved& saved) {
+void tell(Store& store, const EditorView::Tools& tools, const EditorCopy::Saved& saved) {
   switch (saved.outcome) {
     case EditorCopy::Outcome::Written:
+      if (tools.written) tools.written(saved.path);
       store.importFiles({saved.path});
       return store.setStatus("Saved " + std::string(FilePath::lastComponent(saved.path)));
     case EditorCopy::Outcome::NotRendered:
@@ -43,9 +44,9 @@ void tell(Store& store, const EditorCopy::Saved& saved) {
 EditorView::EditorView(Store& store, Tools tools, ShotPtr shot, QWidget* parent)
     : QDialog(parent),
       store_(store),
-      tools_(tools),
+      tools_(std::move(tools)),
       shot_(std::move(shot)),
-      state_(new EditorState(tools.pasteboard, this)),
+      state_(new EditorState(tools_.pasteboard, this)),
       header_(new EditorHeader(*state_)),
       toolbar_(new EditorToolbar(*state_)),
       canvas_(new EditorCanvas(*state_)),
@@ -147,9 +148,9 @@ void EditorView::save() {
       [path = shot_->path, shown = picture_.file, items = state_->items(), givesUp = givesUp_] {
         return EditorCopy::save(path, shown, items, *givesUp);
       },
-      [&store = store_, sheet = QPointer(this), givesUp = givesUp_](const EditorCopy::Saved& saved) {
+      [&store = store_, tools = tools_, sheet = QPointer(this), givesUp = givesUp_](const EditorCopy::Saved& saved) {
         if (*givesUp && saved.outcome != EditorCopy::Outcome::Written) return;
-        tell(store, saved);
+        tell(store, tools, saved);
         if (sheet && !*givesUp) sheet->endSaving(saved);
       });
 }
@@ -179,7 +180,7 @@ void EditorView::refresh() {
 QDialog* makeEditor(Store& store, EditorView::Tools tools, EditorTarget& target, QWidget* window) {
   const auto& shot = target.shot();
   if (!shot || store.isProtected(**shot)) return nullptr;
-  return new EditorView(store, tools, *shot, window);
+  return new EditorView(store, std::move(tools), *shot, window);
 }
 
 }  // namespace Nimbrel

@@ -20,6 +20,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace Nimbrel {
@@ -35,6 +36,9 @@ class EditorView final : public QDialog {
   struct Tools {
     PictureReader& reader;
     Pasteboard& pasteboard;
+    /// Hears the path of a copy that was written, before it enters the catalogue: what is kept of a former file of that
+    /// name may show what is covered now. May be empty; may be called once the sheet is gone.
+    std::function<void(const std::string& path)> written = {};
   };
 
   /// Whoever opens it has asked for access to the shot, never null. Everything else must outlive it.
