@@ -12,11 +12,10 @@
 #include "Views/Window/ContentView.h"
 
 #include <QObject>
-
 #include <QPointer>
 #include <QWidget>
-#include <string>
 
+#include <string>
 #include <vector>
 
 namespace Nimbrel {

@@ -110,10 +110,11 @@ void EditorCanvas::followTool() {
 void EditorCanvas::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   layers_.paint(painter, event->rect(), canvasGeometry(), picture_, state_);
-  if (dragCurrent_) paintDrag(painter);
+  paintDrag(painter);
 }
 
 void EditorCanvas::paintDrag(QPainter& painter) {
+  if (!dragStart_ || !dragCurrent_) return;
   const auto geometry = canvasGeometry();
   painter.setClipRect(geometry.place(), Qt::IntersectClip);
   painter.translate(geometry.place().topLeft());
@@ -124,7 +125,7 @@ void EditorCanvas::paintDrag(QPainter& painter) {
 }
 
 QRect EditorCanvas::dragRect() const {
-  if (!dragCurrent_) return {};
+  if (!dragStart_ || !dragCurrent_) return {};
   const auto geometry = canvasGeometry();
   const auto margin = dragMargin * geometry.zoom;
   return QRectF(geometry.toCanvas(*dragStart_), geometry.toCanvas(*dragCurrent_))

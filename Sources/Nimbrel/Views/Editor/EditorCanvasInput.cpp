@@ -106,13 +106,13 @@ void EditorCanvas::mouseReleaseEvent(QMouseEvent* event) {
 void EditorCanvas::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
 
 void EditorCanvas::pan(QPointF to) {
-  const auto moved = (to - *std::exchange(panned_, to)).toPoint();
+  const auto moved = (to - std::exchange(panned_, to).value_or(to)).toPoint();
   horizontalScrollBar()->setValue(horizontalScrollBar()->value() - moved.x());
   verticalScrollBar()->setValue(verticalScrollBar()->value() - moved.y());
 }
 
 void EditorCanvas::drag(QPointF to) {
-  if (!dragCurrent_ && QLineF(*pressed_, to).length() < shortestDrag) return;
+  if (!dragCurrent_ && QLineF(pressed_.value_or(to), to).length() < shortestDrag) return;
   const auto former = dragRect();
   dragCurrent_ = canvasGeometry().toFitted(to);
   viewport()->update(former.united(dragRect()));

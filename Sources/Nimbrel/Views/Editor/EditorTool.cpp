@@ -34,7 +34,7 @@ void EditorTool::paintDrag(QPainter& /*painter*/, QPointF /*from*/, QPointF /*to
 void RectangleTool::drag(EditorState& state, QPointF start, QPointF end) const {
   const auto size = QRectF(start, end).normalized().size();
   if (size.width() < smallestRectangle || size.height() < smallestRectangle) return;
-  state.place(*kind(), start, end);
+  if (const auto placed = kind()) state.place(*placed, start, end);
 }
 
 void RectangleTool::paintDrag(QPainter& painter, QPointF from, QPointF to, const QColor& ink) const {
