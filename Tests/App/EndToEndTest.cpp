@@ -3,21 +3,26 @@
 #include "Support/ProgramRun.h"
 #include "Support/StoreHome.h"
 #include "Support/Waiting.h"
+#include "Views/Editor/EditorCopy.h"
 
 #include <gmock/gmock.h>
 
 #include <QPainter>
 
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <vector>
 
 namespace Nimbrel {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using Testing::namesOf;
+using ::testing::Not;
 using Testing::shotNamed;
 using Testing::StoreHome;
 using Testing::waitUntil;
@@ -120,6 +125,36 @@ TEST_F(EndToEndTest, WhatLandsInAWatchedFolderIsFoundByItsTextInAnotherProcess) 
   worker->terminate();
   ASSERT_TRUE(worker->waitForFinished());
   EXPECT_EQ(worker->exitCode(), 0);
+}
+
+TEST_F(EndToEndTest, WhatWasCoveredIsNotReadOffTheCopy) {
+  const auto worker = Testing::startProgram("nimbrel-menubar", {}, home_.folder().path());
+  const auto source = home_.desktop("Screenshot secret.png");
+  writePicture(page({QStringLiteral("Server settings"), QStringLiteral("password: correct-horse-battery"),
+                     QStringLiteral("Kept for the harbour office")}),
+               source);
+  ASSERT_TRUE(sees("Screenshot secret.png"));
+  EXPECT_THAT(namesOf(observer_->matching("battery")), ElementsAre("Screenshot secret.png"));
+
+  // The second line of the page.
+  Annotation bar;
+  bar.start = {20 / 640.0, 50 / 420.0};
+  bar.end = {400 / 640.0, 76 / 420.0};
+  const std::vector bars{bar};
+  const std::atomic<bool> isGivenUp = false;
+  const auto saved = EditorCopy::save(source, stateOfFile(source), bars, isGivenUp);
+  ASSERT_EQ(saved.outcome, EditorCopy::Outcome::Written);
+  observer_->importFiles({saved.path});
+
+  ASSERT_TRUE(sees("Screenshot secret redacted.png"));
+  const auto copy = shotNamed(*observer_, "Screenshot secret redacted.png");
+  EXPECT_THAT(copy->ocr, HasSubstr("harbour office"));
+  for (const auto* word : {"password", "correct", "horse", "battery"}) EXPECT_THAT(copy->ocr, Not(HasSubstr(word)));
+  EXPECT_THAT(copy->sensitive, IsEmpty());
+  EXPECT_THAT(namesOf(observer_->matching("battery")), ElementsAre("Screenshot secret.png"));
+
+  worker->terminate();
+  ASSERT_TRUE(worker->waitForFinished());
 }
 
 }  // namespace

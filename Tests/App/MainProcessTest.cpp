@@ -3,6 +3,7 @@
 #include "Support/Movies.h"
 #include "Support/StoreHome.h"
 #include "Support/Waiting.h"
+#include "Views/Editor/EditorView.h"
 
 #include <gmock/gmock.h>
 
@@ -72,6 +73,15 @@ TEST_F(MainProcessTest, ClosingTheWindowQuitsOnceNothingCopiedIsLost) {
   EXPECT_EQ(pasteboard_->asked, 1);
   EXPECT_FALSE(window().isVisible());
   EXPECT_TRUE(ends([this] { pasteboard_->finish(); }));
+}
+
+TEST_F(MainProcessTest, OpensTheEditorForTheShotThatIsAskedFor) {
+  const auto path = home_.addFile(home_.desktop("Shot.png"));
+  store_->importFiles({path});
+  store_->requestEdit(Testing::shotNamed(*store_, "Shot.png"));
+  const auto* editor = window().findChild<EditorView*>();
+  ASSERT_NE(editor, nullptr);
+  EXPECT_TRUE(editor->isVisible());
 }
 
 TEST_F(MainProcessTest, QuittingAsksOnce) {

@@ -1,5 +1,6 @@
 #include "App/MainProcess.h"
 
+#include "Views/Editor/EditorView.h"
 #include "Views/Gallery/GalleryView.h"
 #include "Views/Gallery/MultiSelectionView.h"
 #include "Views/Inspector/InspectorView.h"
@@ -13,6 +14,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QPointer>
 
 #include <utility>
 
@@ -30,6 +32,7 @@ UpdateSettings readUpdateSettings() {
 
 WindowServices::WindowServices(const Services& services)
     : pasteboard(*services.pasteboard),
+      pictureReader(*services.pictureReader),
       workspace(*services.workspace),
       installedApplications(*services.installedApplications),
       ownerAuthentication(*services.ownerAuthentication) {}
@@ -47,13 +50,13 @@ MainProcess::MainProcess(Store& store, WindowServices services)
   connect(&store, &Store::windowRequested, this, &MainProcess::raise);
   connect(&store, &Store::hidingRequested, this, &MainProcess::hideWindows);
   connect(&store, &Store::unhidingRequested, this, &MainProcess::unhideWindows);
-  connect(&store, &Store::fileReplaced, this, [this](const std::string& oldPath) { thumbs_.remove(oldPath); });
+  connect(&store, &Store::fileReplaced, this, &MainProcess::forgetPictures);
 }
 
 WindowParts MainProcess::parts() {
   WindowParts parts;
-  parts.gallery = [this](QWidget* parent, EditorTarget&) { return makeGallery(parent); };
-  parts.inspector = [this](QWidget* parent, EditorTarget&) { return makeInspector(parent); };
+  parts.gallery = [this](QWidget* parent, EditorTarget& editor) { return makeGallery(parent, editor); };
+  parts.inspector = [this](QWidget* parent, EditorTarget& editor) { return makeInspector(parent, editor); };
   parts.severalSelected = [this](QWidget* parent, EditorTarget&) { return new MultiSelectionView(store_, parent); };
   addSheets(parts);
   parts.quickLook = [this] { lookClosely(); };
@@ -68,6 +71,14 @@ void MainProcess::addSheets(WindowParts& parts) {
   parts.shrink = [this](QWidget* window) { return new ShrinkView(store_, window); };
   parts.cleanup = [this](QWidget* window) { return new CleanupSuggestionsView(store_, window); };
   parts.recordingTools = [this](QWidget* window) { return makeRecordingTools(window); };
+  parts.editor = [this](QWidget* window, EditorTarget& editor) {
+    const auto forget = [self = QPointer(this)](const std::string& path) {
+      if (self) self->forgetPictures(path);
+    };
+    return makeEditor(store_,
+                      {.reader = services_.pictureReader, .pasteboard = services_.pasteboard, .written = forget},
+                      editor, window);
+  };
 }
 
 QDialog* MainProcess::makeRecordingTools(QWidget* window) {
@@ -75,22 +86,30 @@ QDialog* MainProcess::makeRecordingTools(QWidget* window) {
   return recording ? new RecordingToolsView(services_.workspace, exports_, *recording, window) : nullptr;
 }
 
-QWidget* MainProcess::makeGallery(QWidget* parent) {
+void MainProcess::forgetPictures(const std::string& path) {
+  thumbs_.remove(path);
+  previews_.remove(path);
+}
+
+QWidget* MainProcess::makeGallery(QWidget* parent, EditorTarget& editor) {
   auto* gallery = new GalleryView({store_, icons_, thumbs_, previews_}, parent);
   auto& actions = gallery->actions();
   connect(&actions, &GalleryActions::quickLookRequested, this, &MainProcess::lookClosely);
+  connect(&actions, &GalleryActions::editRequested, &editor, &EditorTarget::setShot);
   connect(&actions, &GalleryActions::shareRequested, this,
           [this](const ShotPtr& shot) { share(store_, shot, window_); });
   return gallery;
 }
 
-QWidget* MainProcess::makeInspector(QWidget* parent) {
+QWidget* MainProcess::makeInspector(QWidget* parent, EditorTarget& editor) {
   auto* inspector = new InspectorView(store_, icons_, thumbs_, previews_, parent);
   const auto follow = [this, inspector] {
     if (const auto shot = store_.focused()) inspector->setShot(*shot);
   };
   connect(&store_, &Store::selectionChanged, inspector, follow);
   connect(&store_, &Store::shotsChanged, inspector, follow);
+  inspector->setCanEdit(true);
+  connect(inspector, &InspectorView::editRequested, &editor, &EditorTarget::setShot);
   connect(inspector, &InspectorView::shareRequested, this,
           [this](const ShotPtr& shot) { share(store_, shot, window_); });
   follow();

@@ -17,6 +17,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <string>
 #include <vector>
 
 namespace Nimbrel {
@@ -26,6 +27,7 @@ struct WindowServices {
   explicit WindowServices(const Services& services);
 
   Pasteboard& pasteboard;
+  PictureReader& pictureReader;
   Workspace& workspace;
   InstalledApplications& installedApplications;
   OwnerAuthentication& ownerAuthentication;
@@ -53,8 +55,10 @@ class MainProcess final : public QObject {
   [[nodiscard]] WindowParts parts();
   void addSheets(WindowParts& parts);
   QDialog* makeRecordingTools(QWidget* window);
-  QWidget* makeGallery(QWidget* parent);
-  QWidget* makeInspector(QWidget* parent);
+  /// Those that are kept of a file that is another by now.
+  void forgetPictures(const std::string& path);
+  QWidget* makeGallery(QWidget* parent, EditorTarget& editor);
+  QWidget* makeInspector(QWidget* parent, EditorTarget& editor);
   void lookClosely();
   void hideWindows();
   void unhideWindows();

@@ -149,6 +149,16 @@ TEST(GalleryPreviewCache, ANewPictureTakesThePlaceOfTheOld) {
   EXPECT_EQ(cache.totalCost(), 9 * 8 * 4);
 }
 
+TEST(GalleryPreviewCache, ForgetsThePictureOfAPath) {
+  GalleryPreviewCache cache;
+  cache.store(ofSize(8, 8), pathOf(0));
+  cache.store(ofSize(8, 8), pathOf(1));
+  cache.remove(pathOf(0));
+  cache.remove(pathOf(2));
+  EXPECT_FALSE(cache.holds(pathOf(0)));
+  EXPECT_TRUE(cache.holds(pathOf(1)));
+}
+
 TEST(GalleryPreviewCache, EvenNothingCountsForOneByte) { EXPECT_EQ(GalleryPreviewCache::cost(QImage()), 1); }
 
 }  // namespace

@@ -206,6 +206,16 @@ TEST_F(ContentViewTest, RelockingClosesTheEditor) {
   EXPECT_FALSE(window_->editor().shot());
 }
 
+TEST_F(ContentViewTest, RelockingClosesTheEditorOfAShotThatTurnedOutToBeSensitive) {
+  openWindow(wholeParts());
+  const auto shot = add("a.png");
+  store_->requestEdit(shot);
+  makeSensitive(shot);
+  EXPECT_EQ(sheetShown(), "editor") << "nobody has left it";
+  store_->lockSensitive();
+  EXPECT_EQ(sheetShown(), "");
+}
+
 TEST_F(ContentViewTest, RemovingTheShotInTheEditorDoesNotCloseIt) {
   openWindow(wholeParts());
   const auto shot = add("a.png");

@@ -6,11 +6,15 @@
 namespace Nimbrel {
 
 void GalleryPreviewCache::store(const QImage& image, const std::string& path) {
-  entries_.remove_if([&](const Entry& entry) { return entry.path == path; });
+  remove(path);
   // Else it would push out all others and go itself then.
   if (cost(image) > costLimit) return;
   entries_.push_front({path, image});
   while (entries_.size() > countLimit || totalCost() > costLimit) entries_.pop_back();
+}
+
+void GalleryPreviewCache::remove(const std::string& path) {
+  entries_.remove_if([&](const Entry& entry) { return entry.path == path; });
 }
 
 QImage GalleryPreviewCache::image(const std::string& path) {

@@ -18,6 +18,8 @@ class GalleryPreviewCache {
 
   /// Keeps a picture, in place of one that the path may have.
   void store(const QImage& image, const std::string& path);
+  /// Forgets the picture of a path, if there is one.
+  void remove(const std::string& path);
   /// Null when there is none. Whoever reads it uses it.
   [[nodiscard]] QImage image(const std::string& path);
   [[nodiscard]] bool holds(const std::string& path) const;

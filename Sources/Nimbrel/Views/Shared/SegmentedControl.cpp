@@ -16,6 +16,7 @@ namespace Nimbrel {
 namespace {
 
 constexpr int titlePadding = 7;
+constexpr int leastPadding = 2;
 
 /// A radio button by its ways, a segment by its looks.
 class Segment final : public QRadioButton {
@@ -26,11 +27,9 @@ class Segment final : public QRadioButton {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   }
 
-  [[nodiscard]] QSize sizeHint() const override {
-    const auto title = QFontMetrics(titleFont(true)).horizontalAdvance(text());
-    return {title + 2 * titlePadding, scaled(Measures::segmentedHeight) - 2 * Measures::step2};
-  }
-  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+  [[nodiscard]] QSize sizeHint() const override { return sizeWith(titlePadding); }
+  /// A row of a fixed width has its titles closer together in a wide font.
+  [[nodiscard]] QSize minimumSizeHint() const override { return sizeWith(leastPadding); }
 
  protected:
   [[nodiscard]] bool hitButton(const QPoint& point) const override { return rect().contains(point); }
@@ -58,6 +57,11 @@ class Segment final : public QRadioButton {
     auto font = textFont(TextStyle::Caption2);
     if (isChosen) font.setWeight(QFont::DemiBold);
     return font;
+  }
+
+  [[nodiscard]] QSize sizeWith(int padding) const {
+    const auto title = QFontMetrics(titleFont(true)).horizontalAdvance(text());
+    return {title + 2 * padding, scaled(Measures::segmentedHeight) - 2 * Measures::step2};
   }
 
   QString symbol_;

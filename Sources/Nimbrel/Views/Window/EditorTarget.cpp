@@ -19,7 +19,12 @@ void EditorTarget::setShot(std::optional<ShotPtr> shot) {
 }
 
 void EditorTarget::closeLocked() {
-  if (shot_ && store_.isProtected(**shot_)) setShot(std::nullopt);
+  if (!shot_) return;
+  // What was read off it since it was opened may be sensitive.
+  const bool isProtectedNow = std::ranges::any_of(store_.shots(), [this](const ShotPtr& row) {
+    return row->id == (*shot_)->id && row->added == (*shot_)->added && store_.isProtected(*row);
+  });
+  if (isProtectedNow || store_.isProtected(**shot_)) setShot(std::nullopt);
 }
 
 void EditorTarget::takeRequest() {
