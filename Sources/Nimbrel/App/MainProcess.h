@@ -6,6 +6,7 @@
 #include "Views/Gallery/GalleryPreviewCache.h"
 #include "Views/Gallery/ThumbCache.h"
 #include "Views/Panels/QuickLookPanel.h"
+#include "Views/Pins/PinBoard.h"
 #include "Views/Shared/AppIcons.h"
 #include "Views/Sheets/AuthenticationPrompt.h"
 #include "Views/Window/ActivityWatch.h"
@@ -27,6 +28,7 @@ struct WindowServices {
   Workspace& workspace;
   InstalledApplications& installedApplications;
   OwnerAuthentication& ownerAuthentication;
+  WindowStacking& windowStacking;
 };
 
 /// The application as the user sees it: the main window and what follows from its being there. Needs a QApplication
@@ -39,6 +41,7 @@ class MainProcess final : public QObject {
   MainProcess(Store& store, WindowServices services);
 
   [[nodiscard]] ContentView& window() { return window_; }
+  [[nodiscard]] PinBoard& pins() { return pins_; }
 
   /// Shows the window, in front.
   void raise();
@@ -53,6 +56,7 @@ class MainProcess final : public QObject {
   QWidget* makeGallery(QWidget* parent);
   QWidget* makeInspector(QWidget* parent);
   void lookClosely();
+  void pinSelected();
   void hideWindows();
   void unhideWindows();
 
@@ -61,6 +65,7 @@ class MainProcess final : public QObject {
   AppIcons icons_;
   ThumbCache thumbs_;
   GalleryPreviewCache previews_;
+  PinBoard pins_;
   UpdateController updates_;
   ContentView window_;
   AuthenticationPrompt prompt_;
