@@ -1,6 +1,7 @@
 #include "Views/Pins/PinBoard.h"
 
 #include "Support/FakeWindowStacking.h"
+#include "Support/Waiting.h"
 #include "Views/Sheets/SheetFixture.h"
 
 #include <QGuiApplication>
@@ -21,7 +22,7 @@ class PinScreensTest : public Testing::SheetFixture {
     ASSERT_EQ(window_.screen(), &screen);
   }
   /// The pin of a picture of 600 x 400 pixels that the gallery has shown.
-  [[nodiscard]] const PinnedView& pin(const std::string& name) {
+  PinnedView& pin(const std::string& name) {
     addFile(name);
     const auto shot = add({.name = name});
     QImage picture(600, 400, QImage::Format_RGB32);
@@ -54,6 +55,16 @@ TEST_F(PinScreensTest, OnAFinerScreenItShowsAPixelOnEachOfTheScreen) {
   const auto& right = pin("a.png");
   EXPECT_EQ(right.geometry(), QRect(1280 + 1440 - 300 - 40, -200 + 40, 300, 200));
   EXPECT_EQ(right.screen(), &screen(1));
+}
+
+TEST_F(PinScreensTest, OnItsWayToAFinerScreenItKeepsItsSizeAndFillsItsWindow) {
+  workOn(screen(0));
+  auto& view = pin("a.png");
+  view.setScreen(&screen(1));
+  view.move(1400, 0);
+  ASSERT_TRUE(Testing::waitUntil([&] { return view.devicePixelRatioF() == 2; }));
+  EXPECT_EQ(view.geometry(), QRect(1400, 0, 460, 307));
+  EXPECT_EQ(view.picturePlace().width(), 460);
 }
 
 TEST_F(PinScreensTest, TheCascadeGoesOnFromOneScreenToTheOther) {

@@ -55,7 +55,10 @@ PinBoard::PinBoard(Store& store, GalleryPreviewCache& previews, WindowStacking& 
 
 PinBoard::~PinBoard() = default;
 
-void PinBoard::pin(const ShotPtr& shot) {
+void PinBoard::pin(const ShotPtr& asked) {
+  // While access was asked for it may have been renamed, or turned out to be sensitive itself.
+  const auto shot = currentRow(store_, asked);
+  if (store_.isProtected(*shot)) return;
   if (const auto former = pins_.find(shot->id); former != pins_.end()) {
     if (isSameRow(*former->second.shot, *shot)) {
       if (former->second.view) former->second.view->raise();

@@ -36,7 +36,7 @@ class PinBoard final : public QObject {
   /// Pins a shot to the screen where the user works: at once where the gallery has its picture, else when that is
   /// decoded. A shot that is pinned comes to the front instead; one that cannot be read is not pinned, without a word.
   /// Whoever pins a shot has asked for access to it.
-  void pin(const ShotPtr& shot);
+  void pin(const ShotPtr& asked);
   /// Nothing happens when the shot is not pinned.
   void unpin(ShotID id);
   void unpinAll();

@@ -43,11 +43,12 @@ void PinGrip::drag(const QPoint& onDesktop, PinGeometry::Ratio ratio) {
 
 void PinGrip::move(const QPoint& by) {
   if (!start_->hasMoved && by.manhattanLength() < QApplication::startDragDistance()) return;
+  // First, so that the point taken hold of stays under the pointer.
+  window_.move(start_->window.topLeft() + by);
   // The desktop moves it better than we could: from one screen to another of another scale, and to other workspaces.
   auto* handle = window_.windowHandle();
   if (!start_->hasMoved && handle != nullptr && handle->startSystemMove()) return start_.reset();
   start_->hasMoved = true;
-  window_.move(start_->window.topLeft() + by);
 }
 
 PinGeometry::Limits PinGrip::limits() const { return {.largest = window_.screen()->availableGeometry().size()}; }

@@ -64,6 +64,8 @@ PinButton* PinnedView::addButton(const QString& symbol, const QString& title, co
 void PinnedView::addButtons() {
   buttons_->setObjectName(QStringLiteral("pin.buttons"));
   buttons_->hide();
+  // Between the buttons, too, the pointer shows what an edge does.
+  buttons_->setMouseTracking(true);
   auto* row = new QHBoxLayout(buttons_);
   row->setContentsMargins(Measures::step6, Measures::step6, Measures::step6, Measures::step6);
   row->setSpacing(Measures::step6);
@@ -78,7 +80,8 @@ void PinnedView::addButtons() {
 
 void PinnedView::open(QScreen& screen, int others) {
   setScreen(&screen);
-  opened_ = PinGeometry::openedSize(PinGeometry::naturalSize(picture_.size(), screen.devicePixelRatio()));
+  openedScale_ = screen.devicePixelRatio();
+  opened_ = PinGeometry::openedSize(PinGeometry::naturalSize(picture_.size(), openedScale_));
   setGeometry({PinGeometry::openedPlace(screen.availableGeometry(), opened_, others), opened_});
   show();
   raise();
@@ -94,7 +97,7 @@ void PinnedView::setPicture(const QImage& picture) {
 QRectF PinnedView::picturePlace() const {
   // A larger window is the user's word that the picture is to be larger, too.
   const auto enlarged = size() == opened_ ? PinGeometry::Enlarged::No : PinGeometry::Enlarged::Yes;
-  return PinGeometry::picturePlace(PinGeometry::naturalSize(picture_.size(), devicePixelRatioF()), size(), enlarged);
+  return PinGeometry::picturePlace(PinGeometry::naturalSize(picture_.size(), openedScale_), size(), enlarged);
 }
 
 void PinnedView::toggleFade() {

@@ -77,9 +77,10 @@ class PinnedView final : public QWidget {
   bool hovering_ = false;
   bool keyboardInButtons_ = false;
   double opacity_ = 1;
-  QSize opened_;      ///< the size that it had at first
-  QRectF exact_;      ///< where the last zoom wanted it, which whole numbers do not tell
-  QPixmap composed_;  ///< the picture at the size and scale of the moment; null when not yet made
+  QSize opened_;            ///< the size that it had at first
+  double openedScale_ = 1;  ///< of the screen there; on another one the picture keeps its share of the window
+  QRectF exact_;            ///< where the last zoom wanted it, which whole numbers do not tell
+  QPixmap composed_;        ///< the picture at the size and scale of the moment; null when not yet made
 };
 
 }  // namespace Nimbrel
