@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace Nimbrel {
@@ -25,6 +26,23 @@ using Testing::waitUntil;
 
 /// Longer than a focus takes that is on its way.
 constexpr auto aWhile = 400ms;
+
+/// As if a compositor ran on the display.
+class Blending {
+ public:
+  Blending() {
+    EXPECT_TRUE(connection_.isUp());
+    const auto window = xcb_generate_id(connection_.get());
+    xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window, connection_.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_set_selection_owner(connection_.get(), window, connection_.atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
+    // An answer tells that the server has come so far.
+    std::free(xcb_get_input_focus_reply(connection_.get(), xcb_get_input_focus(connection_.get()), nullptr));
+  }
+
+ private:
+  XcbConnection connection_;
+};
 
 class PinDesktopTest : public Testing::DesktopFixture {
  protected:
@@ -187,6 +205,13 @@ TEST_F(PinDesktopTest, ItFadesAndComesBack) {
   EXPECT_TRUE(waitUntil([&] { return colorOfScreen(middle) == full; }));
   pointTo({10, 790});
   EXPECT_TRUE(waitUntil([&] { return !fade.isVisible(); }));
+}
+
+TEST_F(PinDesktopTest, CornersAreRoundWhereTheDisplayBlendsWindows) {
+  EXPECT_FALSE(pinned("Screenshot 1.png").testAttribute(Qt::WA_TranslucentBackground));
+  pins().unpinAll();
+  const Blending blending;
+  EXPECT_TRUE(pinned("Screenshot 1.png").testAttribute(Qt::WA_TranslucentBackground));
 }
 
 TEST_F(PinDesktopTest, AnotherProgramInFrontClosesThePinsOfSensitiveShots) {

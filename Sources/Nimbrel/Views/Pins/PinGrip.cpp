@@ -26,11 +26,12 @@ void PinGrip::hover(const QPointF& point) {
   if (window_.cursor().shape() != shape) window_.setCursor(shape);
 }
 
+QWindow* PinGrip::placedByDesktop() const { return stacking_.canPlace() ? nullptr : window_.windowHandle(); }
+
 void PinGrip::press(const QPointF& point, const QPoint& onDesktop) {
   const auto edges = PinGeometry::edgesAt(point, window_.size());
-  auto* handle = window_.windowHandle();
-  // Of a window that does not know where it is, the desktop alone can move an edge.
-  if (edges && !stacking_.canPlace() && handle != nullptr && handle->startSystemResize(edges)) return;
+  auto* handle = placedByDesktop();
+  if (edges && handle != nullptr && handle->startSystemResize(edges)) return;
   start_ = Start{.pointer = onDesktop, .window = window_.geometry(), .edges = edges, .hasMoved = false};
 }
 
@@ -43,12 +44,10 @@ void PinGrip::drag(const QPoint& onDesktop, PinGeometry::Ratio ratio) {
 
 void PinGrip::move(const QPoint& by) {
   if (!start_->hasMoved && by.manhattanLength() < QApplication::startDragDistance()) return;
-  // First, so that the point taken hold of stays under the pointer.
-  window_.move(start_->window.topLeft() + by);
-  // The desktop moves it better than we could: from one screen to another of another scale, and to other workspaces.
-  auto* handle = window_.windowHandle();
+  auto* handle = placedByDesktop();
   if (!start_->hasMoved && handle != nullptr && handle->startSystemMove()) return start_.reset();
   start_->hasMoved = true;
+  window_.move(start_->window.topLeft() + by);
 }
 
 PinGeometry::Limits PinGrip::limits() const { return {.largest = window_.screen()->availableGeometry().size()}; }

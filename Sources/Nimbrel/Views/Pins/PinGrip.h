@@ -9,6 +9,8 @@
 
 #include <optional>
 
+class QWindow;
+
 namespace Nimbrel {
 
 /// Moves a window without a frame by any point of it, and resizes it by its edges, as the pointer drags. Whoever owns
@@ -29,6 +31,9 @@ class PinGrip {
 
  private:
   void move(const QPoint& by);
+  /// The window where the desktop alone can move it or an edge of it; null where we can. There we do: on X11 a desktop
+  /// takes hold where the pointer is by the time that it hears of the drag, and not where the button was pressed.
+  [[nodiscard]] QWindow* placedByDesktop() const;
 
   struct Start {
     QPoint pointer;  ///< on the desktop
