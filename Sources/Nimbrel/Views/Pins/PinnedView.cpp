@@ -180,6 +180,8 @@ void PinnedView::changeEvent(QEvent* event) {
 }
 
 bool PinnedView::focusNextPrevChild(bool next) {
+  // Buttons that are hidden since another window is active ask for the next one, too.
+  if (!isActiveWindow()) return QWidget::focusNextPrevChild(next);
   // What is hidden is passed over.
   buttons_->show();
   const bool hasMoved = QWidget::focusNextPrevChild(next);
