@@ -6,6 +6,7 @@
 #include "CatalogueMaker.h"
 #include "Foundation/FilePath.h"
 #include "GeeqieSetup.h"
+#include "MarkedScreen.h"
 #include "Measure.h"
 #include "Model/ShotFile.h"
 #include "Platform/FileSystem.h"
@@ -23,9 +24,7 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <functional>
 #include <optional>
 #include <string>
@@ -37,74 +36,11 @@ namespace {
 constexpr int pictures = 2'000;
 constexpr int distinctPictures = 12;
 constexpr int rounds = 5;
-constexpr QColor mark(255, 0, 200);
-constexpr int step = 4;          ///< every fourth pixel of every fourth line is looked at
-constexpr std::size_t few = 40;  ///< of those, less than any picture shows
+constexpr std::size_t few = 40;  ///< marked pixels that were looked at, less than any picture shows
 constexpr double settled = 1.5;  ///< seconds without a change that end the wait
 constexpr double patience = 20;  ///< seconds
 constexpr int notches = 1'300;   ///< of the wheel, through all pictures
 constexpr int notchPause = 25;   ///< milliseconds
-
-void fail(const std::string& message) {
-  std::fprintf(stderr, "%s\n", message.c_str());
-  std::exit(EXIT_FAILURE);
-}
-
-/// A display whose pixels lie in a file.
-class Screen {
- public:
-  explicit Screen(const QString& folder) {
-    server_.start(QStringLiteral("Xvfb"),
-                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
-                   QStringLiteral("1280x800x24"), QStringLiteral("-fbdir"), folder});
-    if (!server_.waitForReadyRead()) fail("Xvfb does not start");
-    name_ = QLatin1Char(':') + QString::fromLatin1(server_.readAllStandardOutput().trimmed());
-    file_.setFileName(folder + QStringLiteral("/Xvfb_screen0"));
-    if (!file_.open(QIODevice::ReadOnly)) fail("Xvfb shows nothing");
-    pixels_ = file_.map(0, file_.size());
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), name_);
-    manager_.setProcessEnvironment(environment);
-    manager_.start(QStringLiteral("openbox"), QStringList());
-    manager_.waitForStarted();
-  }
-  ~Screen() {
-    for (auto* process : {&manager_, &server_}) {
-      process->terminate();
-      process->waitForFinished();
-    }
-  }
-  Screen(const Screen&) = delete;
-  Screen& operator=(const Screen&) = delete;
-
-  [[nodiscard]] const QString& name() const { return name_; }
-  /// How much of the screen has the colour of the pictures.
-  [[nodiscard]] std::size_t marked() const {
-    // The header of an XWD file: its size, the width, the height, the bytes of a line, the number of colours.
-    const auto line = field(12);
-    const auto* image = pixels_ + field(0) + field(19) * 12;
-    std::size_t count = 0;
-    for (std::size_t y = 0; y < field(5); y += step) {
-      for (std::size_t x = 0; x < field(4); x += step) {
-        const auto* pixel = image + y * line + x * 4;
-        if (pixel[0] > 150 && pixel[1] < 60 && pixel[2] > 200) ++count;
-      }
-    }
-    return count;
-  }
-
- private:
-  [[nodiscard]] std::size_t field(int number) const {
-    const auto* bytes = pixels_ + static_cast<std::ptrdiff_t>(number) * 4;
-    return std::size_t{bytes[0]} << 24 | std::size_t{bytes[1]} << 16 | std::size_t{bytes[2]} << 8 | bytes[3];
-  }
-
-  QProcess server_;
-  QProcess manager_;
-  QString name_;
-  QFile file_;
-  const uchar* pixels_ = nullptr;
-};
 
 /// A home with the pictures, and what Nimbrel knows of them.
 class Home {
@@ -152,7 +88,7 @@ class Home {
         continue;
       }
       auto image = scene.frame(number * 10);
-      QPainter(&image).fillRect(image.rect().adjusted(300, 200, -300, -200), mark);
+      QPainter(&image).fillRect(image.rect().adjusted(300, 200, -300, -200), MarkedScreen::mark);
       image.save(QString::fromStdString(picture(number)));
     }
   }
@@ -193,7 +129,7 @@ double proportionalMemory(qint64 process) {
   return 0;
 }
 
-Start started(const Screen& screen, const Home& home, const QString& program, const QStringList& arguments,
+Start started(const MarkedScreen& screen, const Home& home, const QString& program, const QStringList& arguments,
               const std::function<void(const QProcess& process)>& then = {}) {
   QProcess process;
   process.setProcessEnvironment(home.environment(screen.name()));
@@ -222,7 +158,7 @@ Start started(const Screen& screen, const Home& home, const QString& program, co
 }
 
 /// What we have once the wheel has gone through all pictures.
-double memoryAfterScrolling(const Screen& screen, const Home& home, const QString& program) {
+double memoryAfterScrolling(const MarkedScreen& screen, const Home& home, const QString& program) {
   double memory = 0;
   (void)started(screen, home, program, {}, [&](const QProcess& process) {
     QProcess wheel;
@@ -239,7 +175,7 @@ double memoryAfterScrolling(const Screen& screen, const Home& home, const QStrin
 }
 
 /// The median of the rounds, after one that warms everything.
-std::vector<Start> medians(const Screen& screen, const std::vector<std::pair<const Home*, QString>>& programs) {
+std::vector<Start> medians(const MarkedScreen& screen, const std::vector<std::pair<const Home*, QString>>& programs) {
   std::vector<std::vector<Start>> starts(programs.size());
   for (int round = 0; round <= rounds; ++round) {
     for (std::size_t i = 0; i < programs.size(); ++i) {
@@ -264,7 +200,7 @@ std::vector<Start> medians(const Screen& screen, const std::vector<std::pair<con
 /// As it runs from the login on.
 class Companion {
  public:
-  Companion(const Screen& screen, const Home& home, const QString& program) {
+  Companion(const MarkedScreen& screen, const Home& home, const QString& program) {
     process_.setProcessEnvironment(home.environment(screen.name()));
     process_.start(program, QStringList());
     process_.waitForStarted();
@@ -283,7 +219,7 @@ class Companion {
 
 int runAll() {
   const QTemporaryDir folder;
-  const Screen screen(folder.path());
+  const MarkedScreen screen(folder.path());
   const Home home(0);
   const Home large(98'000);
   const auto program = QCoreApplication::applicationDirPath() + QStringLiteral("/nimbrel");

@@ -12,6 +12,7 @@
 #include "Linux/Files/InotifyFileEvents.h"
 #include "Linux/Reading/ReaderProcess.h"
 #include "Linux/X11/X11FrontApplication.h"
+#include "Linux/X11/X11WindowStacking.h"
 #include "Linux/X11/XcbConnection.h"
 #include "Platform/UserFolders.h"
 
@@ -36,10 +37,15 @@ bool isX11Session() {
          qgetenv("XDG_SESSION_TYPE") != "wayland";
 }
 
+/// That of Qt's windows; empty in programs without.
+QString windowPlatform() {
+  const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+  return application != nullptr ? QGuiApplication::platformName() : QString();
+}
+
 /// Programs without windows have no clipboard, and platforms that show nothing have one that nobody else can reach.
 std::unique_ptr<Pasteboard> makePasteboard(const std::shared_ptr<XcbConnection>& connection) {
-  if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) return nullptr;
-  const auto platform = QGuiApplication::platformName();
+  const auto platform = windowPlatform();
   if (platform == QLatin1String("xcb")) return makeQtPasteboard(connection);
   return platform.startsWith(QLatin1String("wayland")) ? makeQtPasteboard(nullptr) : nullptr;
 }
@@ -60,6 +66,8 @@ Services makeServices(const std::string& ownIdentifier) {
   if (auto pasteboard = makePasteboard(connection)) services.pasteboard = std::move(pasteboard);
   if (isX11Session()) services.frontApplication = makeX11FrontApplication(connection, ownIdentifier);
   services.desktopAppearance = makePortalAppearance();
+  // Also in a Wayland session, where the X server's windows may still ask.
+  if (windowPlatform() == QLatin1String("xcb")) services.windowStacking = makeX11WindowStacking(connection);
   return services;
 }
 

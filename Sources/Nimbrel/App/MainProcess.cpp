@@ -35,12 +35,14 @@ WindowServices::WindowServices(const Services& services)
       pictureReader(*services.pictureReader),
       workspace(*services.workspace),
       installedApplications(*services.installedApplications),
-      ownerAuthentication(*services.ownerAuthentication) {}
+      ownerAuthentication(*services.ownerAuthentication),
+      windowStacking(*services.windowStacking) {}
 
 MainProcess::MainProcess(Store& store, WindowServices services)
     : store_(store),
       services_(services),
       icons_(services.installedApplications),
+      pins_(store, previews_, services.windowStacking),
       updates_(readUpdateSettings(), store, services.workspace),
       exports_(store, services.workspace),
       window_(store, icons_, parts()),
@@ -60,6 +62,8 @@ WindowParts MainProcess::parts() {
   parts.severalSelected = [this](QWidget* parent, EditorTarget&) { return new MultiSelectionView(store_, parent); };
   addSheets(parts);
   parts.quickLook = [this] { lookClosely(); };
+  parts.pinSelected = [this] { pinSelected(); };
+  parts.unpinAll = [this] { pins_.unpinAll(); };
   parts.checkForUpdates = [this] { updates_.checkForUpdates(); };
   parts.quit = [this] { quit(); };
   return parts;
@@ -96,6 +100,7 @@ QWidget* MainProcess::makeGallery(QWidget* parent, EditorTarget& editor) {
   auto& actions = gallery->actions();
   connect(&actions, &GalleryActions::quickLookRequested, this, &MainProcess::lookClosely);
   connect(&actions, &GalleryActions::editRequested, &editor, &EditorTarget::setShot);
+  connect(&actions, &GalleryActions::pinRequested, &pins_, &PinBoard::pin);
   connect(&actions, &GalleryActions::shareRequested, this,
           [this](const ShotPtr& shot) { share(store_, shot, window_); });
   return gallery;
@@ -110,6 +115,8 @@ QWidget* MainProcess::makeInspector(QWidget* parent, EditorTarget& editor) {
   connect(&store_, &Store::shotsChanged, inspector, follow);
   inspector->setCanEdit(true);
   connect(inspector, &InspectorView::editRequested, &editor, &EditorTarget::setShot);
+  inspector->setCanPin(true);
+  connect(inspector, &InspectorView::pinRequested, &pins_, &PinBoard::pin);
   connect(inspector, &InspectorView::shareRequested, this,
           [this](const ShotPtr& shot) { share(store_, shot, window_); });
   follow();
@@ -119,6 +126,14 @@ QWidget* MainProcess::makeInspector(QWidget* parent, EditorTarget& editor) {
 void MainProcess::lookClosely() {
   if (!quickLook_) quickLook_ = makeQuickLookPanel(store_, &window_);
   quickLook(store_, *quickLook_);
+}
+
+void MainProcess::pinSelected() {
+  const auto shots = store_.selectedShots();
+  store_.withAccess(shots, [pins = QPointer(&pins_), shots] {
+    if (!pins) return;
+    for (const auto& shot : shots) pins->pin(shot);
+  });
 }
 
 void MainProcess::raise() {
@@ -131,6 +146,7 @@ void MainProcess::raise() {
 
 void MainProcess::quit() {
   if (std::exchange(isQuitting_, true)) return;
+  pins_.unpinAll();
   for (auto* widget : QApplication::topLevelWidgets()) widget->hide();
   services_.pasteboard.handOver(this, [this] { exports_.whenDone([] { QCoreApplication::exit(); }); });
 }

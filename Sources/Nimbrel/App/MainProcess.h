@@ -6,6 +6,7 @@
 #include "Views/Gallery/GalleryPreviewCache.h"
 #include "Views/Gallery/ThumbCache.h"
 #include "Views/Panels/QuickLookPanel.h"
+#include "Views/Pins/PinBoard.h"
 #include "Views/Recording/RecordingExports.h"
 #include "Views/Shared/AppIcons.h"
 #include "Views/Sheets/AuthenticationPrompt.h"
@@ -31,6 +32,7 @@ struct WindowServices {
   Workspace& workspace;
   InstalledApplications& installedApplications;
   OwnerAuthentication& ownerAuthentication;
+  WindowStacking& windowStacking;
 };
 
 /// The application as the user sees it: the main window and what follows from its being there. Needs a QApplication
@@ -43,6 +45,7 @@ class MainProcess final : public QObject {
   MainProcess(Store& store, WindowServices services);
 
   [[nodiscard]] ContentView& window() { return window_; }
+  [[nodiscard]] PinBoard& pins() { return pins_; }
 
   /// Shows the window, in front.
   void raise();
@@ -60,6 +63,7 @@ class MainProcess final : public QObject {
   QWidget* makeGallery(QWidget* parent, EditorTarget& editor);
   QWidget* makeInspector(QWidget* parent, EditorTarget& editor);
   void lookClosely();
+  void pinSelected();
   void hideWindows();
   void unhideWindows();
 
@@ -68,6 +72,7 @@ class MainProcess final : public QObject {
   AppIcons icons_;
   ThumbCache thumbs_;
   GalleryPreviewCache previews_;
+  PinBoard pins_;
   UpdateController updates_;
   RecordingExports exports_;
   ContentView window_;

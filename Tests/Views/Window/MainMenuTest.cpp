@@ -62,7 +62,7 @@ TEST_F(MainMenuTest, ItemsStandInTheirOrderWithTheirKeys) {
 
 TEST_F(MainMenuTest, WhatIsNotThereYetIsDisabled) {
   openWindow();
-  for (const auto* name : {"menu.settings", "menu.pin", "menu.unpinAll", "menu.quickFind"}) {
+  for (const auto* name : {"menu.settings", "menu.quickFind"}) {
     EXPECT_FALSE(isEnabled(name)) << name;
   }
 }
@@ -192,6 +192,27 @@ TEST_F(MainMenuTest, QuickLookIsAskedForWhileSomethingIsSelected) {
   EXPECT_EQ(asked, 0);
   select({shot});
   press(Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(asked, 1);
+}
+
+TEST_F(MainMenuTest, PinningIsAskedForWhileSomethingIsSelected) {
+  int asked = 0;
+  openWindow({.pinSelected = [&asked] { ++asked; }});
+  const auto shot = add("a.png");
+  press(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(asked, 0);
+  EXPECT_FALSE(isEnabled("menu.pin"));
+  select({shot});
+  EXPECT_TRUE(isEnabled("menu.pin"));
+  press(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(asked, 1);
+}
+
+TEST_F(MainMenuTest, UnpinningIsAlwaysThere) {
+  int asked = 0;
+  openWindow({.unpinAll = [&asked] { ++asked; }});
+  ASSERT_TRUE(isEnabled("menu.unpinAll"));
+  action("menu.unpinAll")->trigger();
   EXPECT_EQ(asked, 1);
 }
 

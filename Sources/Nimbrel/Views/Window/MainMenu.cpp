@@ -116,8 +116,10 @@ void MainMenu::addShotCommands(QMenu& menu) {
                const auto shot = store_.focused();
                return shot && !(*shot)->ocr.empty();
              }});
-  add(menu, {"pin", "Pin to Screen", "Ctrl+Shift+P", nothing, never});
-  add(menu, {"unpinAll", "Unpin All", "", nothing, never});
+  add(menu, {"pin", "Pin to Screen", "Ctrl+Shift+P", [this] { parts_.pinSelected(); },
+             [this] { return parts_.pinSelected && hasSelectedShots(); }});
+  add(menu, {"unpinAll", "Unpin All", "", [this] { parts_.unpinAll(); },
+             [this] { return static_cast<bool>(parts_.unpinAll); }});
   // In a text field the key takes a word away.
   add(menu,
       {"trash", "Move to Trash", "Ctrl+Backspace", [this] { store_.trash(store_.selectedShots()); }, hasShots, true});

@@ -31,6 +31,9 @@ struct WindowParts {
 
   /// Shows the selected shots large, or all that the gallery shows, once they may be seen.
   std::function<void()> quickLook = {};
+  /// Pins the selected shots to the screen, once they may be seen.
+  std::function<void()> pinSelected = {};
+  std::function<void()> unpinAll = {};
   std::function<void()> checkForUpdates = {};
   /// Ends the application, as far as the user is concerned.
   std::function<void()> quit = {};

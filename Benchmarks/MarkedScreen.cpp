@@ -1,0 +1,63 @@
+#include "MarkedScreen.h"
+
+#include <QProcessEnvironment>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace Nimbrel::Benchmarks {
+
+namespace {
+
+constexpr int step = 4;
+
+}  // namespace
+
+void fail(const std::string& message) {
+  std::fprintf(stderr, "%s\n", message.c_str());
+  std::exit(EXIT_FAILURE);
+}
+
+MarkedScreen::MarkedScreen(const QString& folder) {
+  server_.start(QStringLiteral("Xvfb"),
+                {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
+                 QStringLiteral("1280x800x24"), QStringLiteral("-fbdir"), folder});
+  if (!server_.waitForReadyRead()) fail("Xvfb does not start");
+  name_ = QLatin1Char(':') + QString::fromLatin1(server_.readAllStandardOutput().trimmed());
+  file_.setFileName(folder + QStringLiteral("/Xvfb_screen0"));
+  if (!file_.open(QIODevice::ReadOnly)) fail("Xvfb shows nothing");
+  pixels_ = file_.map(0, file_.size());
+  auto environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(QStringLiteral("DISPLAY"), name_);
+  manager_.setProcessEnvironment(environment);
+  manager_.start(QStringLiteral("openbox"), QStringList());
+  manager_.waitForStarted();
+}
+
+MarkedScreen::~MarkedScreen() {
+  for (auto* process : {&manager_, &server_}) {
+    process->terminate();
+    process->waitForFinished();
+  }
+}
+
+std::size_t MarkedScreen::marked() const {
+  // The header of an XWD file: its size, the width, the height, the bytes of a line, the number of colours.
+  const auto line = field(12);
+  const auto* image = pixels_ + field(0) + field(19) * 12;
+  std::size_t count = 0;
+  for (std::size_t y = 0; y < field(5); y += step) {
+    for (std::size_t x = 0; x < field(4); x += step) {
+      const auto* pixel = image + y * line + x * 4;
+      if (pixel[0] > 150 && pixel[1] < 60 && pixel[2] > 200) ++count;
+    }
+  }
+  return count;
+}
+
+std::size_t MarkedScreen::field(int number) const {
+  const auto* bytes = pixels_ + static_cast<std::ptrdiff_t>(number) * 4;
+  return std::size_t{bytes[0]} << 24 | std::size_t{bytes[1]} << 16 | std::size_t{bytes[2]} << 8 | bytes[3];
+}
+
+}  // namespace Nimbrel::Benchmarks
