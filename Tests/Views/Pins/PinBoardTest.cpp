@@ -185,7 +185,8 @@ TEST_F(PinBoardTest, UnpinClosesTheWindow) {
   const QPointer<const QWidget> window = board_->window(shot->id);
   press(*board_->window(shot->id), "pin.unpin");
   EXPECT_EQ(board_->count(), 0U);
-  EXPECT_TRUE(waitUntil([&] { return window.isNull(); }));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(window.isNull());
   board_->unpin(shot->id);
   EXPECT_EQ(board_->count(), 0U);
 }
