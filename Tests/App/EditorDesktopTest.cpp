@@ -169,10 +169,10 @@ TEST_F(EditorDesktopTest, AnotherProgramInFrontLeavesTheMarksOnAnyOtherShot) {
   clickOn("editor.tool.Step");
   clickAt({0.5, 0.5});
   ASSERT_TRUE(comesToHave(1));
+  const QSignalSpy locked(&store(), &Store::sensitiveLocked);
   const Testing::DesktopClient other({Testing::programPath("TestWindow").toStdString(), "WM_CLASS", "other/Other"});
   Testing::bringToFront("Other");
-  ASSERT_TRUE(waitUntil([] { return QApplication::activeWindow() == nullptr; }));
-  Testing::runEventLoopFor(std::chrono::milliseconds(300));
+  ASSERT_TRUE(waitUntil([&] { return locked.count() > 0; }));
   EXPECT_TRUE(isOpen());
   EXPECT_THAT(items(), SizeIs(1));
 }

@@ -165,10 +165,10 @@ void MainProcess::unhideWindows() {
   for (const auto& widget : hidden) {
     if (!widget) continue;
     // The user goes on where the capture was taken.
-    const bool showed = widget->testAttribute(Qt::WA_ShowWithoutActivating);
+    const bool wasQuiet = widget->testAttribute(Qt::WA_ShowWithoutActivating);
     widget->setAttribute(Qt::WA_ShowWithoutActivating);
     widget->show();
-    widget->setAttribute(Qt::WA_ShowWithoutActivating, showed);
+    widget->setAttribute(Qt::WA_ShowWithoutActivating, wasQuiet);
   }
 }
 

@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QThreadPool>
 #include <QTimer>
 
 #include <algorithm>
@@ -110,6 +111,8 @@ int runNimbrel(int argc, char** argv) {
   if (qobject_cast<QApplication*>(application.get()) == nullptr) return runWithoutWindow(identity);
   Theme::shared().follow(appearance);
   const auto status = runWindow(*store.value(), windowServices, identity);
+  // What still runs may need the application: words of marks are drawn with its fonts.
+  QThreadPool::globalInstance()->waitForDone();
   static NullDesktopAppearance nothing;
   Theme::shared().follow(nothing);
   return status;

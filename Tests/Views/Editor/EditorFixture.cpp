@@ -66,6 +66,19 @@ void EditorFixture::drag(QPointF from, QPointF to) const {
   moveTo(QEvent::MouseButtonRelease, to);
 }
 
+void EditorFixture::placeOneOfEach() const {
+  for (const auto* tool : {"Black Bar", "Blur", "Box", "Arrow", "Highlight"}) {
+    choose(tool);
+    drag({0.2, 0.3}, {0.6, 0.7});
+  }
+  choose("Step");
+  click({0.5, 0.5});
+  choose("Label");
+  click({0.2, 0.2});
+  choose("Crop");
+  drag({0.1, 0.1}, {0.9, 0.9});
+}
+
 void EditorFixture::click(QPointF point) const {
   moveTo(QEvent::MouseButtonPress, point);
   moveTo(QEvent::MouseButtonRelease, point);

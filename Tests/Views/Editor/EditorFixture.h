@@ -36,6 +36,8 @@ class EditorFixture : public SheetFixture {
   void moveTo(QEvent::Type type, QPointF point, Qt::MouseButton button = Qt::LeftButton) const;
   void drag(QPointF from, QPointF to) const;
   void click(QPointF point) const;
+  /// A mark of each tool by mouse, a crop last.
+  void placeOneOfEach() const;
   void press(int key, Qt::KeyboardModifiers modifiers = {}) const;
   /// A button of the footer.
   void push(const char* name) const { button(name)->click(); }

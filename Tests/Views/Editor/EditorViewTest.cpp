@@ -71,16 +71,7 @@ TEST_F(EditorViewTest, InksAreChosenByTheirSwatches) {
 
 TEST_F(EditorViewTest, EachToolPlacesItsMarkByMouse) {
   openSheet();
-  for (const auto* tool : {"Black Bar", "Blur", "Box", "Arrow", "Highlight"}) {
-    choose(tool);
-    drag({0.2, 0.3}, {0.6, 0.7});
-  }
-  choose("Step");
-  click({0.5, 0.5});
-  choose("Label");
-  click({0.2, 0.2});
-  choose("Crop");
-  drag({0.1, 0.1}, {0.9, 0.9});
+  placeOneOfEach();
   EXPECT_THAT(kinds(), ElementsAre(Kind::redact, Kind::blur, Kind::box, Kind::arrow, Kind::highlight, Kind::step,
                                    Kind::label, Kind::crop));
   EXPECT_NEAR(items()[2].start.x(), 0.2, 1e-9);
@@ -221,11 +212,13 @@ TEST_F(EditorViewTest, EscapeClosesIt) {
 TEST_F(EditorViewTest, APictureThatCannotBeDecodedIsReadAllTheSameButNotSaved) {
   makeShot();
   std::ofstream(shot_->path) << "no picture";
+  setBlocks({{.text = "Dear all", .rect = {0.1, 0.1, 0.3, 0.06}}});
   openSheet();
-  EXPECT_THAT(reader_.requests, SizeIs(1));
   choose("Step");
   click({0.5, 0.5});
   EXPECT_THAT(items(), IsEmpty());
+  push("editor.coverAllText");
+  EXPECT_THAT(items(), SizeIs(1));
   EXPECT_FALSE(button("editor.save")->isEnabled());
 }
 

@@ -42,7 +42,8 @@ TEST(MarkListTest, UndoTakesTheLastAndRedoPutsItBack) {
   EXPECT_THAT(kindsOf(marks), ElementsAre(Kind::box));
   marks.redo();
   EXPECT_THAT(kindsOf(marks), ElementsAre(Kind::box, Kind::arrow));
-  EXPECT_FALSE(marks.canRedo());
+  marks.redo();
+  EXPECT_THAT(kindsOf(marks), ElementsAre(Kind::box, Kind::arrow));
 }
 
 TEST(MarkListTest, ANewMarkLeavesNothingToPutBack) {
@@ -73,7 +74,6 @@ TEST(MarkListTest, WithoutMarksNoCommandDoesAnything) {
   marks.redo();
   marks.nudge({1, 0}, {100, 100});
   EXPECT_THAT(marks.items(), IsEmpty());
-  EXPECT_FALSE(marks.canRedo());
 }
 
 TEST(MarkListTest, ARectangleIsCoveredOnce) {

@@ -206,6 +206,18 @@ TEST_F(ContentViewTest, RelockingClosesTheEditor) {
   EXPECT_FALSE(window_->editor().shot());
 }
 
+TEST_F(ContentViewTest, ARequestForAnotherShotReplacesTheEditor) {
+  openWindow(wholeParts());
+  const auto first = add("a.png");
+  const auto second = add("b.png");
+  store_->requestEdit(first);
+  const QPointer<QDialog> former = find<QDialog>("editor");
+  store_->requestEdit(second);
+  EXPECT_EQ(sheetShown(), "editor");
+  EXPECT_EQ(window_->editor().shot(), std::optional(second));
+  EXPECT_TRUE(!former || !former->isVisible());
+}
+
 TEST_F(ContentViewTest, RelockingClosesTheEditorOfAShotThatTurnedOutToBeSensitive) {
   openWindow(wholeParts());
   const auto shot = add("a.png");

@@ -9,6 +9,8 @@ namespace Nimbrel {
 
 namespace {
 
+using Kind = Annotation::Kind;
+
 constexpr double blockOpacity = 0.45;
 constexpr double blockRadius = 2;
 constexpr QMarginsF blockMargins(2, 1, 2, 1);
@@ -72,13 +74,15 @@ void CanvasLayers::paintMarks(const EditorPicture& picture, const EditorState& s
   painter.translate(geometry_.place().topLeft());
   painter.scale(geometry_.zoom, geometry_.zoom);
   const MarkCanvas canvas{.fitted = geometry_.fitted(), .blurred = picture.blurred};
-  // What hides comes in the order of the marks; what will be cut off shows over all of them.
-  for (const auto& item : state.items()) {
-    if (item.kind != Annotation::Kind::crop) paintItem(painter, canvas, item);
-  }
-  for (const auto& item : state.items()) {
-    if (item.kind == Annotation::Kind::crop) paintItem(painter, canvas, item);
-  }
+  const auto paintAll = [&](const auto& isWanted) {
+    for (const auto& item : state.items()) {
+      if (isWanted(item.kind)) paintItem(painter, canvas, item);
+    }
+  };
+  // As it is saved: blurs are of the bare picture, under all other marks. What will be cut off shows over all of them.
+  paintAll([](Kind kind) { return kind == Kind::blur; });
+  paintAll([](Kind kind) { return kind != Kind::blur && kind != Kind::crop; });
+  paintAll([](Kind kind) { return kind == Kind::crop; });
   painter.restore();
   if (!EditorTools::at(state.tool()).kind()) paintBlocks(painter, state);
 }

@@ -73,6 +73,7 @@ void EditorCanvas::fit() { setZoom(1, middle()); }
 void EditorCanvas::showPixels() { setZoom(canvasGeometry().pixelZoom(devicePixelRatioF()), middle()); }
 
 void EditorCanvas::setZoom(double zoom, QPointF anchor) {
+  endWriting();
   const auto former = canvasGeometry();
   const auto changed = former.zoomed(former.possibleZoom(zoom, devicePixelRatioF()), anchor);
   zoom_ = changed.zoom;
@@ -103,8 +104,20 @@ void EditorCanvas::resizeEvent(QResizeEvent* event) {
 
 void EditorCanvas::followTool() {
   endDrag();
+  endWriting();
   const bool placesMarks = EditorTools::at(state_.tool()).kind().has_value();
   viewport()->setCursor(placesMarks ? Qt::CrossCursor : Qt::IBeamCursor);
+}
+
+void EditorCanvas::changeEvent(QEvent* event) {
+  // The end of a drag would not be told while it is disabled.
+  if (event->type() == QEvent::EnabledChange) endDrag();
+  QAbstractScrollArea::changeEvent(event);
+}
+
+void EditorCanvas::scrollContentsBy(int dx, int dy) {
+  endWriting();
+  QAbstractScrollArea::scrollContentsBy(dx, dy);
 }
 
 void EditorCanvas::paintEvent(QPaintEvent* event) {

@@ -35,6 +35,8 @@ class EditorCanvas final : public QAbstractScrollArea {
   void fit();
   /// A pixel of the picture on each of the screen.
   void showPixels();
+  /// Keeps what is written in the field over a label, and closes that.
+  void endWriting();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -46,6 +48,8 @@ class EditorCanvas final : public QAbstractScrollArea {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
 
  private:
   void setZoom(double zoom, QPointF anchor);

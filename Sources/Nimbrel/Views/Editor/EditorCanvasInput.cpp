@@ -155,6 +155,10 @@ bool EditorCanvas::editLabelAt(QPointF point) {
   return true;
 }
 
+void EditorCanvas::endWriting() {
+  if (auto* field = viewport()->findChild<LabelField*>()) field->keep();
+}
+
 void EditorCanvas::keyPressEvent(QKeyEvent* event) {
   if (pressKey(*event)) return event->accept();
   QAbstractScrollArea::keyPressEvent(event);

@@ -50,6 +50,7 @@ QPushButton* EditorFooter::addButton(QHBoxLayout& row, const char* name, const Q
   setVariant(*button, ButtonVariant::Plain);
   // A click leaves the focus to the canvas and its keys.
   button->setFocusPolicy(Qt::TabFocus);
+  connect(button, &QPushButton::clicked, this, &EditorFooter::pressed);
   row.addWidget(button);
   return button;
 }

@@ -24,6 +24,8 @@ class EditorFooter final : public QWidget {
   void setHasPicture(bool hasPicture);
 
  Q_SIGNALS:
+  /// Before what any of the buttons does.
+  void pressed();
   void cancelled();
   void saveRequested();
 

@@ -20,10 +20,6 @@ void EditorState::setTool(int tool) {
   if (std::exchange(tool_, tool) != tool) Q_EMIT toolChanged();
 }
 
-void EditorState::setColorIndex(int index) {
-  if (std::exchange(colorIndex_, index) != index) Q_EMIT colorChanged();
-}
-
 void EditorState::finishDrag(QPointF from, QPointF to, QSizeF fitted) {
   if (fitted.isEmpty()) return;
   EditorTools::at(tool_).drag(*this, normalized(from, fitted), normalized(to, fitted));

@@ -26,7 +26,6 @@ class EditorState final : public QObject {
   explicit EditorState(Pasteboard& pasteboard, QObject* parent = nullptr);
 
   [[nodiscard]] const std::vector<Annotation>& items() const { return marks_.items(); }
-  [[nodiscard]] bool canRedo() const { return marks_.canRedo(); }
 
   /// In pixels, upright; 1 by 1 until the picture is known.
   [[nodiscard]] QSizeF pixelSize() const { return pixelSize_; }
@@ -41,7 +40,7 @@ class EditorState final : public QObject {
   void setTool(int tool);
   /// Row of InkColor::all().
   [[nodiscard]] int colorIndex() const { return colorIndex_; }
-  void setColorIndex(int index);
+  void setColorIndex(int index) { colorIndex_ = index; }
   /// What the next label says.
   [[nodiscard]] const std::string& labelText() const { return labelText_; }
   void setLabelText(std::string text) { labelText_ = std::move(text); }
@@ -77,7 +76,6 @@ class EditorState final : public QObject {
   void marksChanged();
   void blocksChanged();
   void toolChanged();
-  void colorChanged();
   void noteChanged();
 
  private:

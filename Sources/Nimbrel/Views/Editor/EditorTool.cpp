@@ -29,17 +29,15 @@ void EditorTool::click(EditorState& /*state*/, QPointF /*point*/) const {}
 
 void EditorTool::paintMark(QPainter& /*painter*/, const MarkCanvas& /*canvas*/, const Annotation& /*mark*/) const {}
 
-void EditorTool::paintDrag(QPainter& /*painter*/, QPointF /*from*/, QPointF /*to*/, const QColor& /*ink*/) const {}
+void EditorTool::paintDrag(QPainter& painter, QPointF from, QPointF to, const QColor& ink) const {
+  painter.setOpacity(dragOpacity);
+  painter.fillRect(QRectF(from, to).normalized(), ink);
+}
 
 void RectangleTool::drag(EditorState& state, QPointF start, QPointF end) const {
   const auto size = QRectF(start, end).normalized().size();
   if (size.width() < smallestRectangle || size.height() < smallestRectangle) return;
   if (const auto placed = kind()) state.place(*placed, start, end);
-}
-
-void RectangleTool::paintDrag(QPainter& painter, QPointF from, QPointF to, const QColor& ink) const {
-  painter.setOpacity(dragOpacity);
-  painter.fillRect(QRectF(from, to).normalized(), ink);
 }
 
 namespace EditorTools {

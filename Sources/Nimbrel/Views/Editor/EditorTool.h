@@ -50,7 +50,8 @@ class EditorTool {
   virtual void drag(EditorState& state, QPointF start, QPointF end) const;
   virtual void click(EditorState& state, QPointF point) const;
 
-  /// Paints a mark of its kind, and a drag that is under way between two points of the fitted picture.
+  /// Paints a mark of its kind, and a drag that is under way between two points of the fitted picture: for most, the
+  /// rectangle between them.
   virtual void paintMark(QPainter& painter, const MarkCanvas& canvas, const Annotation& mark) const;
   virtual void paintDrag(QPainter& painter, QPointF from, QPointF to, const QColor& ink) const;
 };
@@ -59,7 +60,6 @@ class EditorTool {
 class RectangleTool : public EditorTool {
  public:
   void drag(EditorState& state, QPointF start, QPointF end) const override;
-  void paintDrag(QPainter& painter, QPointF from, QPointF to, const QColor& ink) const override;
 };
 
 namespace EditorTools {

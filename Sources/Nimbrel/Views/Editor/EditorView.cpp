@@ -6,6 +6,8 @@
 #include "Views/Shared/Hairline.h"
 #include "Views/Shared/Measures.h"
 
+#include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
 #include <QScreen>
@@ -13,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -23,11 +26,20 @@ namespace {
 constexpr int sheetWidth = 860;
 constexpr int canvasHeight = 483;
 
+/// A row that a former file of that name has left tells of what that one showed.
+void forgetFormer(Store& store, const std::string& path) {
+  ShotList former;
+  std::ranges::copy_if(store.shots(), std::back_inserter(former),
+                       [&path](const ShotPtr& shot) { return shot->path == path; });
+  if (!former.empty()) store.forget(former);
+}
+
 /// What the user hears of a copy, and what the catalogue does.
 void tell(Store& store, const EditorView::Tools& tools, const EditorCopy::Saved& saved) {
   switch (saved.outcome) {
     case EditorCopy::Outcome::Written:
       if (tools.written) tools.written(saved.path);
+      forgetFormer(store, saved.path);
       store.importFiles({saved.path});
       return store.setStatus("Saved " + std::string(FilePath::lastComponent(saved.path)));
     case EditorCopy::Outcome::NotRendered:
@@ -57,14 +69,11 @@ EditorView::EditorView(Store& store, Tools tools, ShotPtr shot, QWidget* parent)
   setWindowModality(Qt::WindowModal);
   layOut();
   addKeys();
-  connect(footer_, &EditorFooter::cancelled, this, &QDialog::reject);
+  connect(footer_, &EditorFooter::pressed, canvas_, &EditorCanvas::endWriting);
+  connect(footer_, &EditorFooter::cancelled, this, &EditorView::cancel);
   connect(footer_, &EditorFooter::saveRequested, this, &EditorView::save);
   canvas_->setFocus();
   load();
-}
-
-EditorView::~EditorView() {
-  if (givesUp_) *givesUp_ = true;
 }
 
 void EditorView::layOut() {
@@ -110,15 +119,27 @@ void EditorView::redo() {
   state_->redo();
 }
 
+std::string EditorView::path() const {
+  const auto row = std::ranges::find_if(
+      store_.shots(), [this](const ShotPtr& shot) { return shot->id == shot_->id && shot->added == shot_->added; });
+  return row == store_.shots().end() ? shot_->path : (*row)->path;
+}
+
 void EditorView::load() {
+  ++loads_;
   isLoading_ = true;
   refresh();
   inBackground(
-      this, *QThreadPool::globalInstance(), [path = shot_->path] { return loadEditorPicture(path); },
+      this, *QThreadPool::globalInstance(), [path = path()] { return loadEditorPicture(path); },
       [this](EditorPicture picture) { takePicture(std::move(picture)); });
 }
 
 void EditorView::takePicture(EditorPicture picture) {
+  if (picture.isNull() && !picture_.isNull()) {
+    // The file may come back: what is marked stays in sight.
+    isLoading_ = false;
+    return refresh();
+  }
   picture_ = std::move(picture);
   // The lines of a file that was there before are not those of this one.
   state_->setBlocks({});
@@ -129,9 +150,8 @@ void EditorView::takePicture(EditorPicture picture) {
 }
 
 void EditorView::recognize() {
-  const auto reading = ++readings_;
-  OCR::recognize(this, tools_.reader, shot_->path, [this, reading](std::optional<OCR::Recognition> recognition) {
-    if (reading != readings_) return;
+  OCR::recognize(this, tools_.reader, path(), [this, load = loads_](std::optional<OCR::Recognition> recognition) {
+    if (load != loads_) return;
     state_->setBlocks(recognition ? std::move(recognition->blocks) : std::vector<TextBlock>());
     isLoading_ = false;
     refresh();
@@ -145,13 +165,13 @@ void EditorView::save() {
   // The Store hears of it even when the sheet is closed while the copy is being written.
   inBackground(
       &store_, *QThreadPool::globalInstance(),
-      [path = shot_->path, shown = picture_.file, items = state_->items(), givesUp = givesUp_] {
+      [path = path(), shown = picture_.file, items = state_->items(), givesUp = givesUp_] {
         return EditorCopy::save(path, shown, items, *givesUp);
       },
       [&store = store_, tools = tools_, sheet = QPointer(this), givesUp = givesUp_](const EditorCopy::Saved& saved) {
         if (*givesUp && saved.outcome != EditorCopy::Outcome::Written) return;
         tell(store, tools, saved);
-        if (sheet && !*givesUp) sheet->endSaving(saved);
+        if (sheet && sheet->isSaving()) sheet->endSaving(saved);
       });
 }
 
@@ -159,12 +179,32 @@ void EditorView::endSaving(const EditorCopy::Saved& saved) {
   givesUp_.reset();
   if (saved.outcome != EditorCopy::Outcome::NotRendered) return accept();
   // What the marks would lie on is shown afresh.
-  if (stateOfFile(shot_->path) != picture_.file) return load();
+  if (stateOfFile(path()) != picture_.file) load();
   refresh();
+  canvas_->setFocus();
+}
+
+void EditorView::cancel() {
+  giveUpSaving();
+  reject();
+}
+
+void EditorView::giveUpSaving() {
+  if (givesUp_) *givesUp_ = true;
+}
+
+void EditorView::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Cancel)) return cancel();
+  QDialog::keyPressEvent(event);
+}
+
+void EditorView::closeEvent(QCloseEvent* event) {
+  giveUpSaving();
+  QDialog::closeEvent(event);
 }
 
 void EditorView::done(int result) {
-  if (givesUp_) *givesUp_ = true;
+  givesUp_.reset();
   QDialog::done(result);
 }
 

@@ -27,7 +27,8 @@ namespace Nimbrel {
 
 /// The sheet in which one shot is marked up, and saved as a copy beside it; the shot's own file is never changed. The
 /// marks are lost when it closes, in whatever way. While a copy is rendered nothing but Cancel can be done, which gives
-/// it up. Outcomes go to the Store's status. Main thread.
+/// it up; when the sheet is closed otherwise, the copy is still written. Outcomes go to the Store's status. Main
+/// thread.
 class EditorView final : public QDialog {
   Q_OBJECT
 
@@ -43,7 +44,6 @@ class EditorView final : public QDialog {
 
   /// Whoever opens it has asked for access to the shot, never null. Everything else must outlive it.
   EditorView(Store& store, Tools tools, ShotPtr shot, QWidget* parent);
-  ~EditorView() override;
 
   [[nodiscard]] EditorState& state() { return *state_; }
   [[nodiscard]] EditorCanvas& canvas() { return *canvas_; }
@@ -54,16 +54,25 @@ class EditorView final : public QDialog {
  public Q_SLOTS:
   void done(int result) override;
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   void layOut();
   void addKeys();
   void addKey(const QKeySequence& key, std::function<void()> act);
   void redo();
+  /// Where the file is by now: it may have been filed or renamed since.
+  [[nodiscard]] std::string path() const;
   void load();
   void takePicture(EditorPicture picture);
   void recognize();
   void save();
   void endSaving(const EditorCopy::Saved& saved);
+  /// The user's way out.
+  void cancel();
+  void giveUpSaving();
   void refresh();
 
   Store& store_;
@@ -77,7 +86,7 @@ class EditorView final : public QDialog {
   std::vector<QShortcut*> keys_;
   EditorPicture picture_;
   bool isLoading_ = true;
-  int readings_ = 0;                            ///< how often the text was asked for; only the last answer counts
+  int loads_ = 0;                               ///< only the text that was read for the last one counts
   std::shared_ptr<std::atomic<bool>> givesUp_;  ///< of the copy that is being made
 };
 

@@ -13,6 +13,9 @@ class LabelField final : public QLineEdit {
  public:
   LabelField(const QUuid& label, const QString& text, QWidget* canvas);
 
+  /// As Return does.
+  void keep();
+
  Q_SIGNALS:
   /// Once at most.
   void kept(const QUuid& label, const QString& text);
@@ -22,7 +25,6 @@ class LabelField final : public QLineEdit {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  void keep();
   void end();
 
   QUuid label_;

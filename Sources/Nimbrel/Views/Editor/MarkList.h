@@ -30,7 +30,6 @@ class MarkList {
   void clear();
   /// Puts back what the last such step took that is not back yet.
   void redo();
-  [[nodiscard]] bool canRedo() const { return !taken_.empty(); }
 
   // Neither of these is a step.
 

@@ -5,6 +5,13 @@
 
 namespace Nimbrel {
 
+namespace {
+
+/// An id may come again after its row is gone.
+bool isSameRow(const Shot& one, const Shot& other) { return one.id == other.id && one.added == other.added; }
+
+}  // namespace
+
 EditorTarget::EditorTarget(Store& store, QObject* parent) : QObject(parent), store_(store) {
   connect(&store, &Store::unlockedSensitiveIDsChanged, this, &EditorTarget::closeLocked);
   // With protection switched on, shots are locked that were never unlocked.
@@ -14,6 +21,11 @@ EditorTarget::EditorTarget(Store& store, QObject* parent) : QObject(parent), sto
 
 void EditorTarget::setShot(std::optional<ShotPtr> shot) {
   if (shot == shot_) return;
+  if (shot && shot_ && !isSameRow(**shot, **shot_)) {
+    // The sheet that is up is that of the former one, which goes first.
+    shot_.reset();
+    Q_EMIT changed();
+  }
   shot_ = std::move(shot);
   Q_EMIT changed();
 }
@@ -21,9 +33,8 @@ void EditorTarget::setShot(std::optional<ShotPtr> shot) {
 void EditorTarget::closeLocked() {
   if (!shot_) return;
   // What was read off it since it was opened may be sensitive.
-  const bool isProtectedNow = std::ranges::any_of(store_.shots(), [this](const ShotPtr& row) {
-    return row->id == (*shot_)->id && row->added == (*shot_)->added && store_.isProtected(*row);
-  });
+  const bool isProtectedNow = std::ranges::any_of(
+      store_.shots(), [this](const ShotPtr& row) { return isSameRow(*row, **shot_) && store_.isProtected(*row); });
   if (isProtectedNow || store_.isProtected(**shot_)) setShot(std::nullopt);
 }
 
