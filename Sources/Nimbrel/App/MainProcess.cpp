@@ -146,12 +146,14 @@ void MainProcess::raise() {
 
 void MainProcess::quit() {
   if (std::exchange(isQuitting_, true)) return;
+  pins_.setHeldBack(true);
   pins_.unpinAll();
   for (auto* widget : QApplication::topLevelWidgets()) widget->hide();
   services_.pasteboard.handOver(this, [this] { exports_.whenDone([] { QCoreApplication::exit(); }); });
 }
 
 void MainProcess::hideWindows() {
+  pins_.setHeldBack(true);
   for (auto* widget : QApplication::topLevelWidgets()) {
     if (!widget->isVisible()) continue;
     hidden_.emplace_back(widget);
@@ -162,6 +164,7 @@ void MainProcess::hideWindows() {
 void MainProcess::unhideWindows() {
   const auto hidden = std::exchange(hidden_, {});
   if (isQuitting_) return;
+  pins_.setHeldBack(false);
   for (const auto& widget : hidden) {
     if (!widget) continue;
     // The user goes on where the capture was taken.

@@ -1,6 +1,7 @@
 #include "Views/Pins/PinBoard.h"
 
 #include "Support/FakeWindowStacking.h"
+#include "Support/Pictures.h"
 #include "Support/Waiting.h"
 #include "Views/Pins/PinButton.h"
 #include "Views/Sheets/SheetFixture.h"
@@ -40,6 +41,11 @@ class PinBoardTest : public Testing::SheetFixture {
     auto shot = addPicture(name, sensitive);
     previews_.store(plain(240, 160), shot->path);
     return shot;
+  }
+  /// A shot of 2560 x 1440 pixels.
+  ShotPtr addLarge(const std::string& name) {
+    Testing::writePicture(home_.desktop(name), 2560, 1440, 1);
+    return add({.name = name});
   }
   [[nodiscard]] bool comesToHold(std::size_t pins) const {
     return waitUntil([this, pins] { return board_->count() == pins; });
@@ -87,12 +93,39 @@ TEST_F(PinBoardTest, AShotThatTheGalleryShowedIsPinnedAtOnce) {
   board_->pin(shot);
   ASSERT_NE(board_->window(shot->id), nullptr);
   EXPECT_TRUE(board_->window(shot->id)->isVisible());
-  finish();
-  EXPECT_EQ(decoded_, 0) << "the preview is the whole picture";
+}
+
+TEST_F(PinBoardTest, WhatIsKeptOfAFormerFileOfThatNameIsNotPinned) {
+  const auto shot = addPicture("a.png");
+  previews_.store(plain(300, 160), shot->path);
+  board_->pin(shot);
+  EXPECT_EQ(board_->window(shot->id), nullptr);
+  EXPECT_TRUE(comesToHold(1));
+}
+
+TEST_F(PinBoardTest, NothingOpensWhileTheScreenIsTaken) {
+  const auto decoding = addPicture("a.png");
+  const auto secret = addPicture("b.png", {"Password"});
+  unlock(secret);
+  holdDecoders();
+  board_->pin(decoding);
+  board_->pin(shot("b.png"));
+  board_->setHeldBack(true);
+  letDecodersGoOn();
+  const auto previewed = addPreviewed("c.png");
+  board_->pin(previewed);
+  ASSERT_TRUE(waitUntil([this] { return decoded_ == 3; }));
+  Testing::runEventLoopFor(std::chrono::milliseconds(100));
+  EXPECT_EQ(board_->count(), 0U);
+  store_->lockSensitive();
+  board_->setHeldBack(false);
+  EXPECT_TRUE(comesToHold(2));
+  EXPECT_NE(board_->window(decoding->id), nullptr);
+  EXPECT_NE(board_->window(previewed->id), nullptr);
 }
 
 TEST_F(PinBoardTest, MorePixelsThanThoseOfThePreviewFollow) {
-  const auto shot = addPicture("a.png");
+  const auto shot = addLarge("a.png");
   previews_.store(plain(1600, 900), shot->path);
   board_->pin(shot);
   ASSERT_NE(board_->window(shot->id), nullptr);
@@ -104,7 +137,7 @@ TEST_F(PinBoardTest, MorePixelsThanThoseOfThePreviewFollow) {
 }
 
 TEST_F(PinBoardTest, WithoutMorePixelsThePreviewStays) {
-  const auto shot = addPicture("broken.png");
+  const auto shot = addLarge("broken.png");
   previews_.store(plain(1600, 900), shot->path);
   board_->pin(shot);
   ASSERT_TRUE(waitUntil([this] { return decoded_ == 1; }));
@@ -201,9 +234,10 @@ TEST_F(PinBoardTest, EscapeClosesTheWindow) {
 TEST_F(PinBoardTest, UnpinAllClosesWhatIsThereAndWhatIsOnItsWay) {
   board_->pin(addPreviewed("a.png"));
   board_->pin(addPreviewed("b.png"));
+  ASSERT_TRUE(waitUntil([this] { return decoded_ == 2; }));
   holdDecoders();
   board_->pin(addPicture("c.png"));
-  ASSERT_TRUE(waitUntil([this] { return decoded_ == 1; }));
+  ASSERT_TRUE(waitUntil([this] { return decoded_ == 3; }));
   board_->unpinAll();
   EXPECT_EQ(board_->count(), 0U);
   letDecodersGoOn();

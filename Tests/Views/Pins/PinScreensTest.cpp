@@ -1,6 +1,8 @@
 #include "Views/Pins/PinBoard.h"
 
+#include "Platform/ImageFile.h"
 #include "Support/FakeWindowStacking.h"
+#include "Support/Pictures.h"
 #include "Support/Waiting.h"
 #include "Views/Sheets/SheetFixture.h"
 
@@ -23,11 +25,9 @@ class PinScreensTest : public Testing::SheetFixture {
   }
   /// The pin of a picture of 600 x 400 pixels that the gallery has shown.
   PinnedView& pin(const std::string& name) {
-    addFile(name);
     const auto shot = add({.name = name});
-    QImage picture(600, 400, QImage::Format_RGB32);
-    picture.fill(Qt::blue);
-    previews_.store(picture, shot->path);
+    Testing::writePicture(shot->path, 600, 400, 1);
+    previews_.store(ImageFile::picture(shot->path), shot->path);
     board_.pin(shot);
     return *board_.window(shot->id);
   }

@@ -7,6 +7,7 @@
 #include <QMutex>
 #include <QSemaphore>
 #include <QThread>
+#include <QThreadPool>
 
 #include <memory>
 #include <optional>
@@ -47,7 +48,7 @@ FrameLoader::Grab grabFrom(const std::shared_ptr<HeldRecording>& recording) {
 
 class FrameLoaderTest : public ::testing::Test {
  protected:
-  FrameLoaderTest() : loader_(std::make_unique<FrameLoader>(grabFrom(recording_))) {
+  FrameLoaderTest() : loader_(std::make_unique<FrameLoader>(grabFrom(recording_), threads_)) {
     QObject::connect(loader_.get(), &FrameLoader::loaded, loader_.get(), [this](double seconds, const QImage& frame) {
       loaded_.push_back(seconds);
       frame_ = frame;
@@ -56,6 +57,7 @@ class FrameLoaderTest : public ::testing::Test {
   ~FrameLoaderTest() override { recording_->turns.release(100); }
 
   std::shared_ptr<HeldRecording> recording_ = std::make_shared<HeldRecording>();
+  QThreadPool threads_;
   std::unique_ptr<FrameLoader> loader_;
   std::vector<double> loaded_;
   QImage frame_;

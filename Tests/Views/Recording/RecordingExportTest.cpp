@@ -19,7 +19,7 @@ class RecordingExportTest : public RecordingFixture {
  protected:
   [[nodiscard]] QProgressBar* progress() const { return in<QProgressBar>(*sheet_, "recordingTools.progress"); }
   [[nodiscard]] bool hasBegun() const {
-    return waitUntil([this] { return progress()->value() > 0; });
+    return waitUntil([this] { return !sheet_ || progress()->value() > 0; }) && sheet_;
   }
 };
 

@@ -6,6 +6,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QSemaphore>
 #include <QTest>
 
 #include <algorithm>
@@ -196,10 +197,16 @@ TEST_F(RecordingToolsViewTest, PartsAreNamedToAssistiveTechnology) {
 
 TEST_F(RecordingToolsViewTest, ClosesWithoutWaitingForWhatItReads) {
   writeLongRecording();
+  QSemaphore gate;
+  auto& readers = exports_->readers();
+  for (int thread = 0; thread < readers.maxThreadCount(); ++thread) readers.start([&gate] { gate.acquire(); });
   openSheet();
   QTest::keyClick(sheet_.data(), Qt::Key_Escape);
   EXPECT_FALSE(isOpen());
-  EXPECT_TRUE(waitUntil([this] { return !sheet_; }));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(sheet_.isNull());
+  gate.release(readers.maxThreadCount());
+  readers.waitForDone();
 }
 
 }  // namespace

@@ -46,9 +46,11 @@ TEST(RemainingWordsTest, GrowCoarserWithTheTime) {
   EXPECT_EQ(remainingWords(1.4), QStringLiteral("Almost done"));
   EXPECT_EQ(remainingWords(1.6), QStringLiteral("About 2 seconds left"));
   EXPECT_EQ(remainingWords(59), QStringLiteral("About 59 seconds left"));
+  EXPECT_EQ(remainingWords(59.7), QStringLiteral("About a minute left"));
   EXPECT_EQ(remainingWords(70), QStringLiteral("About a minute left"));
   EXPECT_EQ(remainingWords(100), QStringLiteral("About 2 minutes left"));
   EXPECT_EQ(remainingWords(1500), QStringLiteral("About 25 minutes left"));
+  EXPECT_EQ(remainingWords(3590), QStringLiteral("About an hour left"));
   EXPECT_EQ(remainingWords(4000), QStringLiteral("About an hour left"));
   EXPECT_EQ(remainingWords(8000), QStringLiteral("About 2 hours left"));
 }

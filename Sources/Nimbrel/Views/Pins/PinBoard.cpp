@@ -5,16 +5,20 @@
 #include "Views/Shared/ShotWords.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QScreen>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
+#include <vector>
 
 namespace Nimbrel {
 
 namespace {
 
 constexpr int threadCount = 2;
+constexpr double roundingPixels = 1.5;
 
 /// An id may come again after its row is gone.
 bool isSameRow(const Shot& one, const Shot& other) { return one.id == other.id && one.added == other.added; }
@@ -31,10 +35,22 @@ int mostPixels() {
   return most;
 }
 
+/// Whether a picture can be a preview of the file, whose stored size knows nothing of its orientation.
+bool canShow(const QImage& preview, const ImageFile::PixelSize& stored) {
+  const double longer = std::max(stored.width, stored.height);
+  const double shorter = std::min(stored.width, stored.height);
+  if (preview.isNull() || !(shorter > 0)) return false;
+  const auto scale = std::min(1.0, ThumbLoader::previewSide / longer);
+  const auto isNear = [](int side, double expected) { return std::abs(side - expected) < roundingPixels; };
+  return isNear(longerSide(preview), longer * scale) &&
+         isNear(std::min(preview.width(), preview.height()), std::max(1.0, shorter * scale));
+}
+
 /// Where the user works; null without any screen.
 QScreen* screenOfUser() {
-  const auto* window = QApplication::activeWindow();
-  return window != nullptr ? window->screen() : QGuiApplication::primaryScreen();
+  if (const auto* window = QApplication::activeWindow()) return window->screen();
+  auto* pointedAt = QGuiApplication::screenAt(QCursor::pos());
+  return pointedAt != nullptr ? pointedAt : QGuiApplication::primaryScreen();
 }
 
 /// The row of a pinned shot as it is now, or the shot as it was where that is gone.
@@ -53,7 +69,7 @@ PinBoard::PinBoard(Store& store, GalleryPreviewCache& previews, WindowStacking& 
   connect(&store_, &Store::unlockedSensitiveIDsChanged, this, &PinBoard::closeProtected);
 }
 
-PinBoard::~PinBoard() = default;
+PinBoard::~PinBoard() { stop_.request_stop(); }
 
 void PinBoard::pin(const ShotPtr& asked) {
   // While access was asked for it may have been renamed, or turned out to be sensitive itself.
@@ -66,19 +82,21 @@ void PinBoard::pin(const ShotPtr& asked) {
     }
     unpin(shot->id);
   }
-  const auto preview = previews_.image(shot->path);
-  // A file that has gone meanwhile is not pinned, whatever is kept of it; its header tells that at once.
-  const bool canBeShown = !preview.isNull() && ShotFile::dimensions(shot->path).width > 0;
   auto& pin = pins_[shot->id];
   pin.shot = shot;
-  if (canBeShown) show(pin, preview);
-  // A preview that is smaller than previews may be is the whole picture.
-  if (!canBeShown || longerSide(preview) >= ThumbLoader::previewSide) decode(shot);
+  pin.screen = screenOfUser();
+  // What is kept goes by the path: of a file that has gone it is not shown, nor for long where another one lies there.
+  const auto preview = previews_.image(shot->path);
+  if (canShow(preview, ShotFile::dimensions(shot->path))) show(pin, preview);
+  decode(shot);
 }
 
 void PinBoard::decode(const ShotPtr& shot) {
   inBackground(
-      this, threads_, [decoder = decoder_, path = shot->path, most = mostPixels()] { return decoder(path, most); },
+      this, threads_,
+      [decoder = decoder_, path = shot->path, most = mostPixels(), stop = stop_.get_token()] {
+        return stop.stop_requested() ? QImage() : decoder(path, most);
+      },
       [this, shot](const QImage& picture) { take(shot, picture); });
 }
 
@@ -88,15 +106,19 @@ void PinBoard::take(const ShotPtr& shot, const QImage& picture) {
   if (found == pins_.end() || found->second.shot != shot) return;
   auto& pin = found->second;
   if (picture.isNull()) {
-    if (!pin.view) pins_.erase(found);
+    if (!pin.view && pin.waiting.isNull()) pins_.erase(found);
     return;
   }
   pin.view ? pin.view->setPicture(picture) : show(pin, picture);
 }
 
 void PinBoard::show(Pin& pin, const QImage& picture) {
+  if (isHeldBack_) {
+    pin.waiting = picture;
+    return;
+  }
   const auto id = pin.shot->id;
-  auto* screen = screenOfUser();
+  auto* screen = pin.screen ? pin.screen.data() : screenOfUser();
   if (screen == nullptr) return unpin(id);
   const auto others = static_cast<int>(count());
   pin.view = std::make_unique<PinnedView>(picture, stacking_);
@@ -122,6 +144,7 @@ void PinBoard::openFile(const ShotPtr& shot) {
 
 void PinBoard::close(Pin pin) {
   if (!pin.view) return;
+  pin.view->disconnect(this);
   pin.view->hide();
   // What led here may be one of its buttons.
   pin.view.release()->deleteLater();
@@ -136,7 +159,22 @@ void PinBoard::unpin(ShotID id) {
 }
 
 void PinBoard::unpinAll() {
+  std::exchange(stop_, {}).request_stop();
   for (auto& [id, pin] : std::exchange(pins_, {})) close(std::move(pin));
+}
+
+void PinBoard::setHeldBack(bool isHeldBack) {
+  isHeldBack_ = isHeldBack;
+  if (isHeldBack) return;
+  std::vector<ShotID> waiting;
+  for (const auto& [id, pin] : pins_) {
+    if (!pin.waiting.isNull()) waiting.push_back(id);
+  }
+  for (const auto id : waiting) {
+    // Without any screen the pins go.
+    const auto found = pins_.find(id);
+    if (found != pins_.end()) show(found->second, std::exchange(found->second.waiting, {}));
+  }
 }
 
 std::size_t PinBoard::count() const {

@@ -8,12 +8,15 @@
 
 #include <QImage>
 #include <QObject>
+#include <QPointer>
+#include <QScreen>
 #include <QThreadPool>
 
 #include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
+#include <stop_token>
 #include <string>
 
 namespace Nimbrel {
@@ -41,6 +44,9 @@ class PinBoard final : public QObject {
   void unpin(ShotID id);
   void unpinAll();
 
+  /// While a picture of the screen is taken, or for good at the end: what is pinned meanwhile opens when this is over.
+  void setHeldBack(bool isHeldBack);
+
   /// The windows on the screen.
   [[nodiscard]] std::size_t count() const;
   /// Null while the shot has none.
@@ -49,7 +55,9 @@ class PinBoard final : public QObject {
  private:
   struct Pin {
     ShotPtr shot;                      ///< as it was when it was pinned
+    QPointer<QScreen> screen;          ///< where the user worked at that time
     std::unique_ptr<PinnedView> view;  ///< null until its picture is decoded
+    QImage waiting;                    ///< the picture, while no window may open
   };
 
   void decode(const ShotPtr& shot);
@@ -70,6 +78,8 @@ class PinBoard final : public QObject {
   Decoder decoder_;
   std::map<ShotID, Pin> pins_;
   bool hasSaidWhatCannotBe_ = false;
+  bool isHeldBack_ = false;
+  std::stop_source stop_;  ///< of the decoding for what is pinned now
   QThreadPool threads_;
 };
 

@@ -3,8 +3,6 @@
 #include "Foundation/Background.h"
 #include "Platform/MediaFile.h"
 
-#include <QThreadPool>
-
 #include <memory>
 #include <utility>
 
@@ -24,7 +22,10 @@ class OpenRecording {
       grabber_ = std::move(opened).value();
     }
     auto frame = grabber_->frameAt(seconds);
-    return frame ? std::move(frame).value() : QImage();
+    if (frame) return std::move(frame).value();
+    // Where it stands in the file is not known any more.
+    grabber_.reset();
+    return {};
   }
 
  private:
@@ -39,7 +40,8 @@ QImage fitted(const QImage& image, QSize limit) {
 
 }  // namespace
 
-FrameLoader::FrameLoader(Grab grab, QObject* parent) : QObject(parent), grab_(std::move(grab)) {}
+FrameLoader::FrameLoader(Grab grab, QThreadPool& threads, QObject* parent)
+    : QObject(parent), grab_(std::move(grab)), threads_(threads) {}
 
 void FrameLoader::load(double seconds, QSize limit) {
   const Request request{.seconds = seconds, .limit = limit};
@@ -52,9 +54,8 @@ void FrameLoader::load(double seconds, QSize limit) {
 
 void FrameLoader::begin(const Request& request) {
   isBusy_ = true;
-  // The pool that nobody waits for: who closes a window does not wait for a picture.
   inBackground(
-      this, *QThreadPool::globalInstance(), [grab = grab_, request] { return grab(request.seconds, request.limit); },
+      this, threads_, [grab = grab_, request] { return grab(request.seconds, request.limit); },
       [this, seconds = request.seconds](const QImage& frame) {
         isBusy_ = false;
         if (const auto next = std::exchange(next_, std::nullopt)) begin(*next);

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QObject>
 #include <QSize>
+#include <QThreadPool>
 
 #include <functional>
 #include <optional>
@@ -20,7 +21,8 @@ class FrameLoader final : public QObject {
   /// none. Called in another thread, one call at a time, the last of them perhaps after the loader is gone.
   using Grab = std::function<QImage(double seconds, QSize limit)>;
 
-  explicit FrameLoader(Grab grab, QObject* parent = nullptr);
+  /// The threads are borrowed, and outlive it.
+  FrameLoader(Grab grab, QThreadPool& threads, QObject* parent = nullptr);
 
   void load(double seconds, QSize limit);
 
@@ -37,6 +39,7 @@ class FrameLoader final : public QObject {
   void begin(const Request& request);
 
   Grab grab_;
+  QThreadPool& threads_;
   bool isBusy_ = false;
   std::optional<Request> next_;
 };

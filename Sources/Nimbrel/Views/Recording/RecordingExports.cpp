@@ -11,6 +11,9 @@ namespace Nimbrel {
 
 namespace {
 
+/// For the length, the sound and the picture.
+constexpr int readerCount = 3;
+
 Result<std::string> perform(const ExportRequest& request, const RecordingProcessor::Supervision& supervision) {
   const auto& [url, start, end, removeSilence, fps] = request;
   if (fps) return RecordingProcessor::gif(url, start, end, *fps, removeSilence, supervision);
@@ -19,7 +22,9 @@ Result<std::string> perform(const ExportRequest& request, const RecordingProcess
 
 }  // namespace
 
-RecordingExports::RecordingExports(Store& store, Workspace& workspace) : store_(store), workspace_(workspace) {}
+RecordingExports::RecordingExports(Store& store, Workspace& workspace) : store_(store), workspace_(workspace) {
+  readers_.setMaxThreadCount(readerCount);
+}
 
 RecordingExports::~RecordingExports() {
   stop_.request_stop();

@@ -69,6 +69,10 @@ class RecordingExports final : public QObject {
   /// the newer one is called.
   void whenDone(std::function<void()> then);
 
+  /// Threads for looking at recordings, with nothing else that could hold them up: who closes the tools does not wait
+  /// for what they read, only the end of this object does.
+  [[nodiscard]] QThreadPool& readers() { return readers_; }
+
  private:
   void end(RecordingExport& run, const ExportRequest& request, const Result<std::string>& outcome);
   void publish(const std::string& path, const ExportRequest& request);
@@ -77,6 +81,7 @@ class RecordingExports final : public QObject {
   Workspace& workspace_;
   std::stop_source stop_;
   QThreadPool pool_;
+  QThreadPool readers_;
   int running_ = 0;
   std::function<void()> then_;  ///< what waits for the last one; may be empty
 };

@@ -11,8 +11,6 @@
 #include "Views/Shared/ShotWords.h"
 #include "Views/Sheets/WrappedText.h"
 
-#include <QThreadPool>
-
 namespace Nimbrel {
 
 namespace {
@@ -33,7 +31,7 @@ RecordingToolsView::RecordingToolsView(Workspace& workspace, RecordingExports& e
       workspace_(workspace),
       exports_(exports),
       url_(url),
-      frames_(grabFrom(url)),
+      frames_(grabFrom(url), exports.readers()),
       preview_(new FramePreview),
       trim_(new TrimSection),
       fps_(new QSlider(Qt::Horizontal)),
@@ -123,7 +121,7 @@ void RecordingToolsView::addButtons() {
 
 void RecordingToolsView::measure() {
   inBackground(
-      this, *QThreadPool::globalInstance(), [url = url_] { return RecordingProcessor::duration(url); },
+      this, exports_.readers(), [url = url_] { return RecordingProcessor::duration(url); },
       [this](const Result<double>& duration) {
         if (!duration) return setNote(shownText(duration.error().message));
         trim_->setDuration(duration.value());
@@ -132,7 +130,7 @@ void RecordingToolsView::measure() {
 
 void RecordingToolsView::lookForSound() {
   inBackground(
-      this, *QThreadPool::globalInstance(),
+      this, exports_.readers(),
       [url = url_, stop = listening_.get_token()] {
         return RecordingProcessor::soundOverview(url, SoundStrip::wantedParts, stop);
       },

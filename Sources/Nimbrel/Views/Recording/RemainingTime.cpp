@@ -32,9 +32,10 @@ std::optional<double> RemainingTime::seconds() const {
 
 QString remainingWords(double seconds) {
   if (seconds < 1.5) return words("Almost done");
-  if (seconds < minute) return words("About %1 seconds left").arg(std::lround(seconds));
+  if (std::round(seconds) < minute) return words("About %1 seconds left").arg(std::lround(seconds));
   if (seconds < 1.5 * minute) return words("About a minute left");
-  if (seconds < hour) return words("About %1 minutes left").arg(std::lround(seconds / minute));
+  if (std::round(seconds / minute) * minute < hour)
+    return words("About %1 minutes left").arg(std::lround(seconds / minute));
   if (seconds < 1.5 * hour) return words("About an hour left");
   return words("About %1 hours left").arg(std::lround(seconds / hour));
 }
