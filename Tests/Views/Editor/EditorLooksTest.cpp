@@ -4,6 +4,7 @@
 #include "Views/Shared/TextStyles.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QPainter>
 
 namespace Nimbrel {
@@ -98,6 +99,7 @@ TEST_F(EditorLooks, LargeTextIsNotCutOff) {
   auto large = font;
   large.setPointSizeF(15);
   setInterfaceFont(large);
+  QApplication::setFont(large);
   openSheet();
   choose("Label");
   for (const auto* name : {"editor.coverSecrets", "editor.coverAllText", "editor.undo", "editor.clear", "editor.cancel",
@@ -109,6 +111,7 @@ TEST_F(EditorLooks, LargeTextIsNotCutOff) {
   }
   keepPictures(*sheet_, QStringLiteral("editor-large-text"));
   setInterfaceFont(font);
+  QApplication::setFont(font);
 }
 
 TEST_F(EditorLooks, EveryControlSaysWhatItIs) {
