@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QSignalSpy>
 
 namespace Nimbrel {
 namespace {
