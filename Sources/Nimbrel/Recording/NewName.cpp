@@ -12,8 +12,9 @@ std::optional<std::string> takeNewName(const std::string& recording, std::string
   while (true) {
     const auto path = ShotFile::uniqueURL(wanted);
     if (take(path)) return path;
-    const bool wasTaken = FileSystem::isTaken(path) && !FileSystem::isTaken(ShotFile::uniqueURL(wanted));
-    if (!wasTaken) return std::nullopt;
+    // Where all names are taken there is no other one to try.
+    const bool wasQuicker = FileSystem::isTaken(path) && ShotFile::uniqueURL(wanted) != path;
+    if (!wasQuicker) return std::nullopt;
   }
 }
 
