@@ -10,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSemaphore>
 #include <QTest>
 #include <QThreadPool>
 
@@ -163,10 +164,15 @@ TEST_F(EditorSave, CancelGivesUpTheCopyThatIsBeingMade) {
   choose("Black Bar");
   drag({0.2, 0.2}, {0.6, 0.6});
   store_->setStatus("before");
+  // Nothing is rendered before it is cancelled.
+  auto& threads = *QThreadPool::globalInstance();
+  QSemaphore gate;
+  for (int thread = 0; thread < threads.maxThreadCount(); ++thread) threads.start([&gate] { gate.acquire(); });
   push("editor.save");
   push("editor.cancel");
+  gate.release(threads.maxThreadCount());
   ASSERT_TRUE(awaitClosed());
-  QThreadPool::globalInstance()->waitForDone();
+  threads.waitForDone();
   QApplication::processEvents();
   EXPECT_FALSE(fs::exists(home_.desktop("Shot redacted.png")));
   EXPECT_EQ(store_->status(), "before");
