@@ -68,6 +68,7 @@ class Scene {
     writeShot(path);
     store_->importFiles({path});
     previews_.store(ShotFile::thumbnail(path, ThumbLoader::previewSide), path);
+    board_ = std::make_unique<PinBoard>(*store_, previews_, *stacking_);
   }
 
   /// Seconds from the command until the picture is on the screen.
@@ -103,7 +104,7 @@ class Scene {
   std::unique_ptr<Store> store_;
   GalleryPreviewCache previews_;
   std::unique_ptr<WindowStacking> stacking_ = makeX11WindowStacking(std::make_shared<XcbConnection>());
-  std::unique_ptr<PinBoard> board_ = std::make_unique<PinBoard>(*store_, previews_, *stacking_);
+  std::unique_ptr<PinBoard> board_;
 };
 
 int measurePins() {

@@ -2,6 +2,7 @@
 
 #include "Support/Waiting.h"
 
+#include <QCursor>
 #include <QProcess>
 #include <QTimer>
 
@@ -63,6 +64,7 @@ void DesktopFixture::act(const QString& words) {
 
 void DesktopFixture::pointTo(QPoint place) {
   act(QStringLiteral("mousemove ") + number(place.x()) + QLatin1Char(' ') + number(place.y()));
+  EXPECT_TRUE(waitUntil([&] { return QCursor::pos() == place; })) << "the pointer does not come there";
 }
 
 QPoint DesktopFixture::middleOf(const QString& title) {

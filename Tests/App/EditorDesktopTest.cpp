@@ -5,6 +5,7 @@
 #include "Support/DesktopSession.h"
 #include "Support/ProgramRun.h"
 #include "Support/Waiting.h"
+#include "Views/Editor/EditorTool.h"
 #include "Views/Editor/EditorView.h"
 
 #include <gmock/gmock.h>
@@ -78,6 +79,7 @@ class EditorDesktopTest : public Testing::DesktopFixture {
 TEST_F(EditorDesktopTest, AHandPlacesMarksAndKeysMoveThem) {
   openEditor("Screenshot open.png");
   clickOn("editor.tool.Box");
+  ASSERT_TRUE(waitUntil([this] { return EditorTools::at(editor().state().tool()).kind() == Annotation::Kind::box; }));
   drag({0.2, 0.3}, {0.6, 0.7});
   ASSERT_TRUE(comesToHave(1));
   EXPECT_EQ(items().front().kind, Annotation::Kind::box);

@@ -8,6 +8,7 @@ namespace Nimbrel {
 bool startDetached(const std::string& program, std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), program);
   std::vector<char*> words;
+  words.reserve(arguments.size() + 1);
   for (auto& argument : arguments) words.push_back(argument.data());
   words.push_back(nullptr);
   GError* raised = nullptr;
