@@ -12,7 +12,10 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QCursor>
 #include <QSignalSpy>
+
+#include <functional>
 
 namespace Nimbrel {
 namespace {
@@ -45,9 +48,20 @@ class EditorDesktopTest : public Testing::DesktopFixture {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&editor()));
     ASSERT_TRUE(waitUntil([this] { return !editor().isLoading(); }));
   }
+  /// Until the widget is what lies there: the sheet may still be on its way, or a tool tip over it.
+  static void pointAt(const QWidget& widget, const std::function<QPoint()>& place) {
+    const auto isThere = [&] {
+      const auto* hit = QApplication::widgetAt(QCursor::pos());
+      return hit == &widget || (hit != nullptr && widget.isAncestorOf(hit));
+    };
+    EXPECT_TRUE(waitUntil([&] {
+      pointTo(widget.mapToGlobal(place()));
+      return isThere();
+    })) << widget.objectName().toStdString();
+  }
   void pointAt(const char* name) const {
     const auto& widget = part(name);
-    pointTo(widget.mapToGlobal(widget.rect().center()));
+    pointAt(widget, [&] { return widget.rect().center(); });
   }
   void clickOn(const char* name) const {
     pointAt(name);
@@ -56,11 +70,11 @@ class EditorDesktopTest : public Testing::DesktopFixture {
   /// A point of the picture, 0 to 1.
   void pointAt(QPointF point) const {
     auto& canvas = editor().canvas();
-    const auto geometry = canvas.canvasGeometry();
-    const auto fitted = geometry.fitted();
-    pointTo(canvas.viewport()
-                ->mapToGlobal(geometry.toCanvas({point.x() * fitted.width(), point.y() * fitted.height()}))
-                .toPoint());
+    pointAt(*canvas.viewport(), [&] {
+      const auto geometry = canvas.canvasGeometry();
+      const auto fitted = geometry.fitted();
+      return geometry.toCanvas({point.x() * fitted.width(), point.y() * fitted.height()}).toPoint();
+    });
   }
   void clickAt(QPointF point) const {
     pointAt(point);
