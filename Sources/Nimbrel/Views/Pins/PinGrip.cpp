@@ -38,16 +38,16 @@ void PinGrip::press(const QPointF& point, const QPoint& onDesktop) {
 void PinGrip::drag(const QPoint& onDesktop, PinGeometry::Ratio ratio) {
   if (!start_) return;
   const auto by = onDesktop - start_->pointer;
-  if (!start_->edges) return move(by);
+  if (!start_->edges) return move(*start_, by);
   window_.setGeometry(PinGeometry::dragged(start_->window, start_->edges, by, ratio, limits()));
 }
 
-void PinGrip::move(const QPoint& by) {
-  if (!start_->hasMoved && by.manhattanLength() < QApplication::startDragDistance()) return;
+void PinGrip::move(Start& start, const QPoint& by) {
+  if (!start.hasMoved && by.manhattanLength() < QApplication::startDragDistance()) return;
   auto* handle = placedByDesktop();
-  if (!start_->hasMoved && handle != nullptr && handle->startSystemMove()) return start_.reset();
-  start_->hasMoved = true;
-  window_.move(start_->window.topLeft() + by);
+  if (!start.hasMoved && handle != nullptr && handle->startSystemMove()) return start_.reset();
+  start.hasMoved = true;
+  window_.move(start.window.topLeft() + by);
 }
 
 PinGeometry::Limits PinGrip::limits() const { return {.largest = window_.screen()->availableGeometry().size()}; }

@@ -30,7 +30,6 @@ class PinGrip {
   [[nodiscard]] PinGeometry::Limits limits() const;
 
  private:
-  void move(const QPoint& by);
   /// The window where the desktop alone can move it or an edge of it; null where we can. There we do: on X11 a desktop
   /// takes hold where the pointer is by the time that it hears of the drag, and not where the button was pressed.
   [[nodiscard]] QWindow* placedByDesktop() const;
@@ -41,6 +40,8 @@ class PinGrip {
     Qt::Edges edges;
     bool hasMoved;  ///< farther than a hand trembles
   };
+
+  void move(Start& start, const QPoint& by);
 
   QWidget& window_;
   const WindowStacking& stacking_;
