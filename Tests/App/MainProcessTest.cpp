@@ -98,6 +98,23 @@ TEST_F(MainProcessTest, AnUnconfiguredBuildSaysThatNoUpdatesAreSetUp) {
   EXPECT_EQ(store_->status(), "No updates are set up for this build");
 }
 
+TEST_F(MainProcessTest, SettingsHaveOneWindowAndBeginAnewWhenItWasClosed) {
+  const auto windows = [this] { return window().findChildren<SettingsView*>(); };
+  auto* command = window().findChild<QAction*>(QStringLiteral("menu.settings"));
+  command->trigger();
+  command->trigger();
+  ASSERT_EQ(windows().size(), 1);
+  EXPECT_TRUE(windows().front()->isVisible());
+  EXPECT_TRUE(windows().front()->isWindow());
+  windows().front()->close();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  ASSERT_TRUE(windows().isEmpty());
+  command->trigger();
+  EXPECT_EQ(windows().size(), 1);
+  process_->quit();
+  EXPECT_FALSE(windows().front()->isVisible());
+}
+
 TEST_F(MainProcessTest, TheLastRecordingHasItsTools) {
   store_->setLastRecordingURL(home_.path("Recording.mov"));
   auto* command = window().findChild<QAction*>(QStringLiteral("menu.editLastRecording"));

@@ -65,6 +65,7 @@ WindowParts MainProcess::parts() {
   parts.pinSelected = [this] { pinSelected(); };
   parts.unpinAll = [this] { pins_.unpinAll(); };
   parts.checkForUpdates = [this] { updates_.checkForUpdates(); };
+  parts.settings = [this] { showSettings(); };
   parts.quit = [this] { quit(); };
   return parts;
 }
@@ -134,6 +135,11 @@ void MainProcess::pinSelected() {
     if (!pins) return;
     for (const auto& shot : shots) pins->pin(shot);
   });
+}
+
+void MainProcess::showSettings() {
+  if (!settings_) settings_ = new SettingsView(store_, {}, &window_);
+  settings_->raiseWindow();
 }
 
 void MainProcess::raise() {

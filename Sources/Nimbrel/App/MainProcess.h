@@ -8,6 +8,7 @@
 #include "Views/Panels/QuickLookPanel.h"
 #include "Views/Pins/PinBoard.h"
 #include "Views/Recording/RecordingExports.h"
+#include "Views/Settings/SettingsView.h"
 #include "Views/Shared/AppIcons.h"
 #include "Views/Sheets/AuthenticationPrompt.h"
 #include "Views/Window/ActivityWatch.h"
@@ -64,6 +65,7 @@ class MainProcess final : public QObject {
   QWidget* makeInspector(QWidget* parent, EditorTarget& editor);
   void lookClosely();
   void pinSelected();
+  void showSettings();
   void hideWindows();
   void unhideWindows();
 
@@ -79,6 +81,7 @@ class MainProcess final : public QObject {
   AuthenticationPrompt prompt_;
   ActivityWatch activity_;
   QPointer<QuickLookPanel> quickLook_;     ///< once it was asked for; the window's
+  QPointer<SettingsView> settings_;        ///< while they are open; the window's
   std::vector<QPointer<QWidget>> hidden_;  ///< while a capture is taken
   bool isQuitting_ = false;
 };

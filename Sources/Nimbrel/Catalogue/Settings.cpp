@@ -27,10 +27,10 @@ Settings::Settings(Defaults& defaults, const UserFolders& folders, const Screens
                    QObject* parent)
     : QObject(parent),
       group_{defaults, [this](const QString& key) { Q_EMIT changed(key); }},
-      home_(folders.home),
+      folders_(folders),
+      screenshotTool_(screenshotTool),
       libraryRoot(group_, u"libraryRoot", FilePath::join(folders.home, libraryBelowHome)),
-      sources(group_, u"sources",
-              [folders, &screenshotTool] { return std::vector{systemScreenshotFolder(folders, screenshotTool)}; }) {
+      sources(group_, u"sources", [this] { return std::vector{systemScreenshotFolder()}; }) {
   // A value of the wrong type does not stay behind under the one key that may be missing.
   syncRoot.set(syncRoot());
 }
@@ -57,7 +57,7 @@ std::optional<std::string> Settings::syncFolder() const {
 }
 
 std::string Settings::absolute(const std::string& path) const {
-  return FilePath::withoutTrailingSlashes(path.starts_with('/') ? path : FilePath::join(home_, path));
+  return FilePath::withoutTrailingSlashes(path.starts_with('/') ? path : FilePath::join(folders_.home, path));
 }
 
 std::string Settings::libraryLocation(Timestamp date, std::string_view name) const {
@@ -70,6 +70,8 @@ std::string Settings::systemScreenshotFolder(const UserFolders& folders, const S
   if (!location || location->empty()) return FilePath::join(folders.home, "Desktop");
   return FilePath::expandingTilde(*location, folders.home);
 }
+
+std::string Settings::systemScreenshotFolder() const { return systemScreenshotFolder(folders_, screenshotTool_); }
 
 Settings::Refreshed Settings::refreshFromDisk() {
   group_.defaults.synchronize();

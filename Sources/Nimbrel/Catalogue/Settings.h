@@ -22,7 +22,8 @@ class Settings : public QObject {
 
   // Before the fields, which enter themselves into it.
   PreferenceGroup group_;
-  std::string home_;
+  UserFolders folders_;
+  const ScreenshotTool& screenshotTool_;
 
  public:
   /// Loads all fields. `defaults` and `screenshotTool` are borrowed and must outlive
@@ -87,6 +88,8 @@ class Settings : public QObject {
   /// Where the system's own screenshots land: the folder set for them, else "Desktop" below home.
   [[nodiscard]] static std::string systemScreenshotFolder(const UserFolders& folders,
                                                           const ScreenshotTool& screenshotTool);
+  /// The same with the folders and the tool of these settings.
+  [[nodiscard]] std::string systemScreenshotFolder() const;
 
   struct Refreshed {
     bool watch = false;    ///< the folders to watch are others

@@ -57,6 +57,8 @@ Store::Store(StoreContext context)
   connect(&pendingRescan_, &QTimer::timeout, this, &Store::scan);
   connect(&settings_, &Settings::changed, this, [this](const QString& key) {
     if (key == settings_.protectSensitive.key()) lockSensitive();
+    // What came while it was switched off waits for no scan.
+    if (key == settings_.runOCR.key() && isBackgroundWorker()) startOCR();
   });
   connect(&sync_, &SyncRun::progressChanged, this, &Store::syncProgressChanged);
   connect(&sync_, &SyncRun::ended, this, &Store::endSync);

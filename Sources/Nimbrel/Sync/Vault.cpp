@@ -7,8 +7,6 @@ namespace Nimbrel::Vault {
 
 namespace {
 
-constexpr std::size_t fewestCharacters = 8;
-
 std::string hexadecimal(std::string_view bytes) {
   constexpr std::string_view digits = "0123456789abcdef";
   std::string text;

@@ -19,7 +19,10 @@ inline constexpr std::string_view extension = "nimbrelvault";
 inline constexpr std::uint64_t shortestFile = sizeof(Crypto::Nonce) + sizeof(Crypto::Tag);
 inline constexpr std::uint64_t longestFile = shortestFile + Crypto::longestMessage;
 
-/// The key of a passphrase, which has at least eight characters as people count them and is taken as it was typed.
+/// So many characters, as people count them, a passphrase has at least.
+inline constexpr std::size_t fewestCharacters = 8;
+
+/// The key of a passphrase that is long enough, which is taken as it was typed.
 [[nodiscard]] Result<Crypto::Key> key(std::string_view passphrase);
 
 /// The name of the file that holds a picture; absent when the system cannot work out digests.

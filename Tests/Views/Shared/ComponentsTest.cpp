@@ -278,6 +278,26 @@ TEST(GroupedFormTest, TheRulesBetweenRowsTakeNoHeight) {
   EXPECT_EQ(image.pixelColor(corner + QPoint(Measures::rowPadding - 1, 0)), themeColor(Token::Group));
 }
 
+TEST(FormSectionTest, RowsComeAndGoAmongOthers) {
+  FormSection section;
+  auto* first = new QWidget;
+  auto* middle = new QLabel(QStringLiteral("middle"));
+  auto* last = new QWidget;
+  section.addWidgetRow(first);
+  section.addBareRow(last);
+  section.show();
+  section.insertWidgetRow(1, middle);
+  ASSERT_TRUE(Testing::waitUntil([middle] { return middle->isVisible() && middle->parentWidget()->y() > 0; }));
+  EXPECT_GT(middle->parentWidget()->y(), first->parentWidget()->y());
+  EXPECT_GT(last->y(), middle->parentWidget()->y());
+  const QSignalSpy gone(middle, &QObject::destroyed);
+  section.removeRow(1);
+  EXPECT_EQ(gone.count(), 0) << "it may be what asked for it";
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(gone.count(), 1);
+  EXPECT_TRUE(Testing::waitUntil([&] { return last->y() == first->parentWidget()->geometry().bottom() + 1; }));
+}
+
 TEST(GroupedFormTest, LargerTextIsNotClipped) {
   const auto former = interfaceFont();
   auto font = former;

@@ -67,6 +67,14 @@ TEST_F(MainMenuTest, WhatIsNotThereYetIsDisabled) {
   }
 }
 
+TEST_F(MainMenuTest, SettingsAreShown) {
+  int asked = 0;
+  openWindow({.settings = [&asked] { ++asked; }});
+  ASSERT_TRUE(isEnabled("menu.settings"));
+  QTest::keyClick(window_.get(), Qt::Key_Comma, Qt::ControlModifier);
+  EXPECT_EQ(asked, 1);
+}
+
 TEST_F(MainMenuTest, EditLastRecordingIsDisabledUntilARecordingExists) {
   openWindow();
   EXPECT_FALSE(store_->lastRecordingURL());

@@ -23,8 +23,4 @@ LinkButton* rowLink(const QString& text, const QString& objectName) {
   return link;
 }
 
-void setFieldText(QLineEdit& field, const QString& text) {
-  if (field.text() != text) field.setText(text);
-}
-
 }  // namespace Nimbrel

@@ -5,9 +5,8 @@
 #include "Views/Inspector/InspectorDrafts.h"
 #include "Views/Shared/AppIcons.h"
 #include "Views/Shared/Buttons.h"
+#include "Views/Shared/FieldText.h"
 #include "Views/Shared/FormSection.h"
-
-#include <QLineEdit>
 
 #include <functional>
 #include <utility>
@@ -56,8 +55,5 @@ class ShotSection : public FormSection {
 
 /// A link as low as the rows of a form are.
 [[nodiscard]] LinkButton* rowLink(const QString& text, const QString& objectName);
-
-/// Puts a text into a field unless it is there, so that the cursor stays.
-void setFieldText(QLineEdit& field, const QString& text);
 
 }  // namespace Nimbrel

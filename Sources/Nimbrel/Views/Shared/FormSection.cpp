@@ -6,6 +6,8 @@
 
 #include <QStyle>
 
+#include <memory>
+
 namespace Nimbrel {
 
 namespace {
@@ -41,28 +43,29 @@ class FormSection::Box final : public QWidget {
     rows_->setSpacing(0);
   }
 
-  void add(QWidget* row) { rows_->addWidget(row); }
+  [[nodiscard]] int count() const { return rows_->count(); }
 
-  QHBoxLayout* addRow() {
+  void insert(int index, QWidget* row) { rows_->insertWidget(index, row); }
+
+  QHBoxLayout* insertRow(int index) {
     auto* row = new QWidget;
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(Measures::rowPadding, rowPaddingAlong, Measures::rowPadding, rowPaddingAlong);
     line->setSpacing(rowSpacing);
     // Not a minimum of the row itself, which would hide that of two lines of text.
     line->addStrut(scaled(Measures::formRowHeight) - 2 * rowPaddingAlong);
-    add(row);
+    insert(index, row);
     return line;
   }
 
-  void clear() {
-    while (const auto* item = rows_->takeAt(0)) {
-      if (auto* row = item->widget()) {
-        row->hide();
-        row->setParent(nullptr);
-        row->deleteLater();
-      }
-      delete item;
+  void remove(int index) {
+    const std::unique_ptr<QLayoutItem> item(rows_->takeAt(index));
+    if (auto* row = item ? item->widget() : nullptr) {
+      row->hide();
+      row->setParent(nullptr);
+      row->deleteLater();
     }
+    update();
   }
 
  protected:
@@ -107,7 +110,7 @@ void FormSection::setAccessory(QWidget* widget) {
 void FormSection::addRow(const QString& label, QWidget* control, Fit fit, const QString& explanation) {
   if (control->accessibleName().isEmpty()) control->setAccessibleName(label);
   if (!explanation.isEmpty()) control->setAccessibleDescription(explanation);
-  auto* line = box_->addRow();
+  auto* line = box_->insertRow(box_->count());
   line->addWidget(labelColumn(label, explanation), fit == Fit::Keep ? 1 : 0);
   line->addWidget(control, fit == Fit::Fill ? 1 : 0);
 }
@@ -126,10 +129,18 @@ QCheckBox* FormSection::addToggle(const QString& label, const QString& explanati
   return toggle;
 }
 
-void FormSection::addWidgetRow(QWidget* widget) { box_->addRow()->addWidget(widget); }
+void FormSection::addWidgetRow(QWidget* widget) { insertWidgetRow(box_->count(), widget); }
 
-void FormSection::addBareRow(QWidget* widget) { box_->add(widget); }
+void FormSection::addBareRow(QWidget* widget) { insertBareRow(box_->count(), widget); }
 
-void FormSection::clear() { box_->clear(); }
+void FormSection::insertWidgetRow(int index, QWidget* widget) { box_->insertRow(index)->addWidget(widget); }
+
+void FormSection::insertBareRow(int index, QWidget* widget) { box_->insert(index, widget); }
+
+void FormSection::removeRow(int index) { box_->remove(index); }
+
+void FormSection::clear() {
+  while (box_->count() > 0) removeRow(0);
+}
 
 }  // namespace Nimbrel

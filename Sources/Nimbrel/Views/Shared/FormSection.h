@@ -36,6 +36,11 @@ class FormSection : public QWidget {
   void addWidgetRow(QWidget* widget);
   /// The same with room around it that is the row's own affair.
   void addBareRow(QWidget* widget);
+  /// The same among the rows that there are, as the one of that number from the top, counted from 0.
+  void insertWidgetRow(int index, QWidget* widget);
+  void insertBareRow(int index, QWidget* widget);
+  /// Takes that one out. It is deleted in a later turn, since it may be what asked for it.
+  void removeRow(int index);
   /// Takes all rows out. They are deleted in a later turn, since one of them may be what asked for it.
   void clear();
 

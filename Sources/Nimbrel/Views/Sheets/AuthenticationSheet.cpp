@@ -1,14 +1,12 @@
 #include "Views/Sheets/AuthenticationSheet.h"
 
-#include "Foundation/Wipe.h"
+#include "Views/Shared/FieldText.h"
 #include "Views/Shared/Measures.h"
 
 #include <QStyle>
 
 #include <cmath>
 #include <numbers>
-#include <span>
-#include <string>
 #include <utility>
 
 namespace Nimbrel {
@@ -19,26 +17,6 @@ constexpr int contentWidth = 360;
 constexpr int shakeMilliseconds = 400;
 constexpr int shakes = 3;
 constexpr double shakeReach = 8;
-
-/// Takes the text out of the field and leaves as little of it behind as can be reached.
-std::string takenFrom(QLineEdit& field) {
-  auto text = field.text();
-  // Other than clear(), this forgets what could be undone.
-  field.setText({});
-  auto bytes = text.toUtf8();
-  std::string secret;
-  secret.reserve(secretRoom);
-  secret.assign(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-  wipe(std::span(bytes.data(), static_cast<std::size_t>(bytes.size())));
-  wipe(std::span(reinterpret_cast<char*>(text.data()), static_cast<std::size_t>(text.size()) * sizeof(QChar)));
-  return secret;
-}
-
-/// What was only begun is a secret as well.
-void dropFrom(QLineEdit& field) {
-  auto begun = takenFrom(field);
-  wipe(begun);
-}
 
 /// The system's questions end as they do on a terminal: "Password: ".
 QString withoutColon(QString question) {
@@ -100,18 +78,20 @@ void AuthenticationSheet::ask(const QString& question, CredentialPrompt::Echo ec
   const bool isHidden = echo == CredentialPrompt::Echo::Off;
   question_->setText(withoutColon(question));
   field_->setAccessibleName(question_->text());
-  field_->setEchoMode(isHidden ? QLineEdit::Password : QLineEdit::Normal);
-  field_->setInputMethodHints(isHidden ? Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText |
-                                             Qt::ImhNoAutoUppercase
-                                       : Qt::ImhSensitiveData | Qt::ImhNoPredictiveText);
-  dropFrom(*field_);
+  if (isHidden) {
+    hideText(*field_);
+  } else {
+    field_->setEchoMode(QLineEdit::Normal);
+    field_->setInputMethodHints(Qt::ImhSensitiveData | Qt::ImhNoPredictiveText);
+  }
+  dropSecret(*field_);
   answer_ = std::move(answer);
   setBusy(false);
   field_->setFocus(Qt::OtherFocusReason);
 }
 
 // Its window may take it along without hiding it first.
-AuthenticationSheet::~AuthenticationSheet() { dropFrom(*field_); }
+AuthenticationSheet::~AuthenticationSheet() { dropSecret(*field_); }
 
 void AuthenticationSheet::refuse() {
   refusal_->setText(tr("That was not right. Try again."));
@@ -123,7 +103,7 @@ void AuthenticationSheet::give() {
   setBusy(true);
   refusal_->clear();
   const auto answer = std::exchange(answer_, nullptr);
-  answer(takenFrom(*field_));
+  answer(takeSecret(*field_));
 }
 
 void AuthenticationSheet::setBusy(bool isBusy) {
@@ -134,7 +114,7 @@ void AuthenticationSheet::setBusy(bool isBusy) {
 
 void AuthenticationSheet::hideEvent(QHideEvent* event) {
   shaking_.stop();
-  dropFrom(*field_);
+  dropSecret(*field_);
   SheetDialog::hideEvent(event);
 }
 

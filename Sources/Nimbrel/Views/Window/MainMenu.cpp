@@ -59,7 +59,8 @@ void MainMenu::fillApplicationMenu() {
              },
              {}});
   menu.addSeparator();
-  add(menu, {"settings", "Settings…", "Ctrl+,", nothing, never});
+  add(menu, {"settings", "Settings…", "Ctrl+,", [this] { parts_.settings(); },
+             [this] { return static_cast<bool>(parts_.settings); }});
   menu.addSeparator();
   add(menu, {"quit",
              "Quit Nimbrel",

@@ -35,6 +35,8 @@ struct WindowParts {
   std::function<void()> pinSelected = {};
   std::function<void()> unpinAll = {};
   std::function<void()> checkForUpdates = {};
+  /// Shows the settings.
+  std::function<void()> settings = {};
   /// Ends the application, as far as the user is concerned.
   std::function<void()> quit = {};
 };
