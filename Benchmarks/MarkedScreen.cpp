@@ -1,6 +1,8 @@
 #include "MarkedScreen.h"
 
+#include <QCoreApplication>
 #include <QProcessEnvironment>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <cstdlib>
@@ -58,6 +60,23 @@ std::size_t MarkedScreen::marked() const {
 std::size_t MarkedScreen::field(int number) const {
   const auto* bytes = pixels_ + static_cast<std::ptrdiff_t>(number) * 4;
   return std::size_t{bytes[0]} << 24 | std::size_t{bytes[1]} << 16 | std::size_t{bytes[2]} << 8 | bytes[3];
+}
+
+int runAgainOnScreen(std::string_view argument) {
+  constexpr int waitsForever = -1;
+  const QTemporaryDir folder;
+  const MarkedScreen screen(folder.path());
+  auto environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(QStringLiteral("DISPLAY"), screen.name());
+  environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+  environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+  QProcess child;
+  child.setProcessEnvironment(environment);
+  child.setProcessChannelMode(QProcess::ForwardedChannels);
+  child.start(QCoreApplication::applicationFilePath(),
+              {QString::fromUtf8(argument.data(), static_cast<qsizetype>(argument.size()))});
+  child.waitForFinished(waitsForever);
+  return child.exitStatus() == QProcess::NormalExit ? child.exitCode() : 1;
 }
 
 }  // namespace Nimbrel::Benchmarks

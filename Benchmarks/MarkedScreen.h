@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace Nimbrel::Benchmarks {
 
@@ -40,5 +41,9 @@ class MarkedScreen {
   QFile file_;
   const uchar* pixels_ = nullptr;
 };
+
+/// Runs this program again, with that argument, on such a display, and returns how it ended. Needs an application
+/// object.
+[[nodiscard]] int runAgainOnScreen(std::string_view argument);
 
 }  // namespace Nimbrel::Benchmarks

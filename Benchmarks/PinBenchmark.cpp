@@ -30,7 +30,6 @@ constexpr QSize shotSize(2560, 1440);
 constexpr int rounds = 15;
 constexpr double limit = 0.1;
 constexpr double patience = 20;  ///< seconds
-constexpr int waitsForever = -1;
 constexpr std::string_view childArgument = "--pins";
 
 double secondsOf(const QElapsedTimer& timer) { return static_cast<double>(timer.nsecsElapsed()) * 1e-9; }
@@ -123,23 +122,6 @@ int measurePins() {
                     "seconds until it is seen");
 }
 
-/// Runs this program again where there is something to be seen.
-int runOnDisplay() {
-  const QTemporaryDir folder;
-  const MarkedScreen screen(folder.path());
-  auto environment = QProcessEnvironment::systemEnvironment();
-  environment.insert(QStringLiteral("DISPLAY"), screen.name());
-  environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-  environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-  QProcess child;
-  child.setProcessEnvironment(environment);
-  child.setProcessChannelMode(QProcess::ForwardedChannels);
-  child.start(QCoreApplication::applicationFilePath(),
-              {QString::fromUtf8(childArgument.data(), static_cast<qsizetype>(childArgument.size()))});
-  child.waitForFinished(waitsForever);
-  return child.exitStatus() == QProcess::NormalExit ? child.exitCode() : 1;
-}
-
 }  // namespace
 }  // namespace Nimbrel::Benchmarks
 
@@ -150,5 +132,5 @@ int main(int argc, char** argv) {
     return Nimbrel::Benchmarks::measurePins();
   }
   const QCoreApplication application(argc, argv);
-  return Nimbrel::Benchmarks::runOnDisplay();
+  return Nimbrel::Benchmarks::runAgainOnScreen(Nimbrel::Benchmarks::childArgument);
 }

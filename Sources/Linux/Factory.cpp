@@ -12,6 +12,7 @@
 #include "Linux/Files/InotifyFileEvents.h"
 #include "Linux/Reading/ReaderProcess.h"
 #include "Linux/X11/X11FrontApplication.h"
+#include "Linux/X11/X11WindowFocus.h"
 #include "Linux/X11/X11WindowStacking.h"
 #include "Linux/X11/XcbConnection.h"
 #include "Platform/UserFolders.h"
@@ -67,7 +68,10 @@ Services makeServices(const std::string& ownIdentifier) {
   if (isX11Session()) services.frontApplication = makeX11FrontApplication(connection, ownIdentifier);
   services.desktopAppearance = makePortalAppearance();
   // Also in a Wayland session, where the X server's windows may still ask.
-  if (windowPlatform() == QLatin1String("xcb")) services.windowStacking = makeX11WindowStacking(connection);
+  if (windowPlatform() == QLatin1String("xcb")) {
+    services.windowStacking = makeX11WindowStacking(connection);
+    services.windowFocus = makeX11WindowFocus(connection);
+  }
   return services;
 }
 

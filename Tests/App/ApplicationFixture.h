@@ -38,6 +38,8 @@ class ApplicationFixture : public ::testing::Test {
   [[nodiscard]] ContentView& window() const { return process_->window(); }
   [[nodiscard]] Store& store() const { return *store_; }
   [[nodiscard]] PinBoard& pins() const { return process_->pins(); }
+  [[nodiscard]] QuickFindPanel& quickFind() const { return process_->quickFind(); }
+  [[nodiscard]] CaptureShelf& shelf() const { return process_->shelf(); }
   [[nodiscard]] ShotPtr shot(std::string_view name) const { return shotNamed(*store_, name); }
 
   /// The shown widget of that name, waited for; fails the test by an exception when none comes.

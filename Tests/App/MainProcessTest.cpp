@@ -84,6 +84,37 @@ TEST_F(MainProcessTest, OpensTheEditorForTheShotThatIsAskedFor) {
   EXPECT_TRUE(editor->isVisible());
 }
 
+TEST_F(MainProcessTest, AFreshScreenshotBringsUpTheShelfUntilTheWindowIsClosed) {
+  store_->importFiles({home_.addFile(home_.desktop("Shot.png"))});
+  const auto shot = Testing::shotNamed(*store_, "Shot.png");
+  Q_EMIT store_->freshShotArrived(shot);
+  EXPECT_TRUE(process_->shelf().isVisible());
+  window().close();
+  EXPECT_FALSE(process_->shelf().isVisible());
+  Q_EMIT store_->freshShotArrived(shot);
+  EXPECT_FALSE(process_->shelf().isVisible()) << "what quits shows nothing any more";
+}
+
+TEST_F(MainProcessTest, EditOnTheShelfOpensTheEditorInTheWindow) {
+  store_->settings().protectSensitive.set(false);
+  store_->importFiles({home_.addFile(home_.desktop("Shot.png"))});
+  Q_EMIT store_->freshShotArrived(Testing::shotNamed(*store_, "Shot.png"));
+  process_->shelf().window()->findChild<QPushButton*>(QStringLiteral("shelf.edit"))->click();
+  EXPECT_FALSE(process_->shelf().isVisible());
+  const auto* editor = window().findChild<EditorView*>();
+  ASSERT_NE(editor, nullptr);
+  EXPECT_TRUE(editor->isVisible());
+}
+
+TEST_F(MainProcessTest, TheMenuShowsAndHidesQuickFind) {
+  auto* command = window().findChild<QAction*>(QStringLiteral("menu.quickFind"));
+  ASSERT_TRUE(command->isEnabled());
+  command->trigger();
+  EXPECT_TRUE(process_->quickFind().isVisible());
+  command->trigger();
+  EXPECT_FALSE(process_->quickFind().isVisible());
+}
+
 TEST_F(MainProcessTest, QuittingAsksOnce) {
   window().findChild<QAction*>(QStringLiteral("menu.quit"))->trigger();
   EXPECT_FALSE(window().isVisible());

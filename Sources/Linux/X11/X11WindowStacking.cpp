@@ -1,6 +1,7 @@
 #include "Linux/X11/X11WindowStacking.h"
 
-#include <QGuiApplication>
+#include "Linux/X11/WindowConnection.h"
+
 #include <QWindow>
 
 #include <array>
@@ -22,12 +23,6 @@ class X11WindowStacking final : public WindowStacking {
  private:
   std::shared_ptr<XcbConnection> connection_;
 };
-
-/// That of Qt's windows: on another one what is said of a new window could come before the window.
-xcb_connection_t* connectionOfWindows() {
-  const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  return application != nullptr ? application->connection() : nullptr;
-}
 
 bool X11WindowStacking::isComposited() const {
   if (!connection_->isUp()) return false;

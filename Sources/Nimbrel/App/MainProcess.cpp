@@ -36,13 +36,16 @@ WindowServices::WindowServices(const Services& services)
       workspace(*services.workspace),
       installedApplications(*services.installedApplications),
       ownerAuthentication(*services.ownerAuthentication),
-      windowStacking(*services.windowStacking) {}
+      windowStacking(*services.windowStacking),
+      windowFocus(*services.windowFocus) {}
 
 MainProcess::MainProcess(Store& store, WindowServices services)
     : store_(store),
       services_(services),
       icons_(services.installedApplications),
       pins_(store, previews_, services.windowStacking),
+      quickFind_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
+      shelf_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
       updates_(readUpdateSettings(), store, services.workspace),
       exports_(store, services.workspace),
       window_(store, icons_, parts()),
@@ -64,6 +67,7 @@ WindowParts MainProcess::parts() {
   parts.quickLook = [this] { lookClosely(); };
   parts.pinSelected = [this] { pinSelected(); };
   parts.unpinAll = [this] { pins_.unpinAll(); };
+  parts.quickFind = [this] { quickFind_.toggle(); };
   parts.checkForUpdates = [this] { updates_.checkForUpdates(); };
   parts.settings = [this] { showSettings(); };
   parts.quit = [this] { quit(); };
@@ -154,6 +158,8 @@ void MainProcess::quit() {
   if (std::exchange(isQuitting_, true)) return;
   pins_.setHeldBack(true);
   pins_.unpinAll();
+  // A capture may still end.
+  store_.disconnect(&shelf_);
   for (auto* widget : QApplication::topLevelWidgets()) widget->hide();
   services_.pasteboard.handOver(this, [this] { exports_.whenDone([] { QCoreApplication::exit(); }); });
 }

@@ -7,10 +7,12 @@
 #include "Views/Gallery/ThumbCache.h"
 #include "Views/Panels/QuickLookPanel.h"
 #include "Views/Pins/PinBoard.h"
+#include "Views/QuickFind/QuickFindPanel.h"
 #include "Views/Recording/RecordingExports.h"
 #include "Views/Settings/SettingsView.h"
 #include "Views/Shared/AppIcons.h"
 #include "Views/Sheets/AuthenticationPrompt.h"
+#include "Views/Shelf/CaptureShelf.h"
 #include "Views/Window/ActivityWatch.h"
 #include "Views/Window/ContentView.h"
 
@@ -34,6 +36,7 @@ struct WindowServices {
   InstalledApplications& installedApplications;
   OwnerAuthentication& ownerAuthentication;
   WindowStacking& windowStacking;
+  WindowFocus& windowFocus;
 };
 
 /// The application as the user sees it: the main window and what follows from its being there. Needs a QApplication
@@ -47,6 +50,8 @@ class MainProcess final : public QObject {
 
   [[nodiscard]] ContentView& window() { return window_; }
   [[nodiscard]] PinBoard& pins() { return pins_; }
+  [[nodiscard]] QuickFindPanel& quickFind() { return quickFind_; }
+  [[nodiscard]] CaptureShelf& shelf() { return shelf_; }
 
   /// Shows the window, in front.
   void raise();
@@ -75,6 +80,8 @@ class MainProcess final : public QObject {
   ThumbCache thumbs_;
   GalleryPreviewCache previews_;
   PinBoard pins_;
+  QuickFindPanel quickFind_;
+  CaptureShelf shelf_;
   UpdateController updates_;
   RecordingExports exports_;
   ContentView window_;

@@ -362,6 +362,9 @@ class Store : public QObject {
   /// They come back without taking the focus.
   void hidingRequested();
   void unhidingRequested();
+  /// A screenshot has just been taken, or was found while it was new: what one wants to do with it next can be offered.
+  /// It is among the shots.
+  void freshShotArrived(const Nimbrel::ShotPtr& shot);
   /// The user is to see the main window, in front.
   void windowRequested();
   /// Nothing is left of what workOff() was asked for.
@@ -401,8 +404,11 @@ class Store : public QObject {
   void keepSelected();
   [[nodiscard]] Protection protection() const;
   bool index(const std::string& path, Database::Filed filed);
-  std::size_t applyScan(const ScanPlan& plan);
-  std::size_t addNewFiles(const std::vector<std::string>& paths, Database::Filed filed);
+  /// Both return the paths that were added.
+  std::vector<std::string> applyScan(const ScanPlan& plan);
+  std::vector<std::string> addNewFiles(const std::vector<std::string>& paths, Database::Filed filed);
+  [[nodiscard]] std::optional<ShotID> newestOf(const std::vector<std::string>& paths) const;
+  void announceIfFresh(ShotID id);
   void dropOrphans(const ShotList& unseen);
   void unlock(const ShotList& shots);
 
@@ -471,6 +477,7 @@ class Store : public QObject {
   QUuid editRequestNonce_ = QUuid::createUuid();
   bool showMenuBar_ = true;
   bool isApplicationActive_ = true;
+  bool hasScanned_ = false;
   int gridColumns_ = 1;
 
   int operations_ = 0;

@@ -123,6 +123,7 @@ void Store::CaptureRun::presentFreshCapture() const {
   store_.setSelection({id});
   store_.publish(store_.lastCapturedID_, std::optional(id), Fact::lastCapturedID);
   store_.context_.defaults->set(lastCapturedKey, qint64{id});
+  if (const auto fresh = store_.lastCapturedShot()) Q_EMIT store_.freshShotArrived(*fresh);
   store_.setStatus(shot.appName.empty() ? "Captured" : "Captured from " + shot.appName);
   // In a later turn, so that the capture is seen before a large catalogue is read again.
   QMetaObject::invokeMethod(&store_, &Store::takeInCapture, Qt::QueuedConnection);

@@ -6,9 +6,19 @@
 #include "Store/Store.h"
 #include "Store/StoreOperation.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace Nimbrel {
+
+namespace {
+
+constexpr Seconds freshness{120};  ///< the age up to which the user may still be at it
+
+}  // namespace
 
 void Store::scan() {
   const Operation operation(*this);
@@ -19,28 +29,50 @@ void Store::scan() {
 
   const auto added = applyScan(plan);
   reloadIfChanged();
-  if (added > 0) setStatus("Added " + std::to_string(added) + " shot" + (added == 1 ? "" : "s"));
+  const auto newest = newestOf(added);
+  if (!added.empty()) setStatus("Added " + std::to_string(added.size()) + " shot" + (added.size() == 1 ? "" : "s"));
   if (settings_.autoFile()) fileAll();
   startOCR();
   startHashing();
   startCodes();
+  // What the first scan finds has come while nobody looked.
+  if (std::exchange(hasScanned_, true) && newest) announceIfFresh(*newest);
 }
 
-std::size_t Store::applyScan(const ScanPlan& plan) {
+std::vector<std::string> Store::applyScan(const ScanPlan& plan) {
   const Database::QuickCommits quickly(*database_);
-  const auto added =
-      addNewFiles(plan.newInSources, Database::Filed::No) + addNewFiles(plan.newInLibrary, Database::Filed::Yes);
+  auto added = addNewFiles(plan.newInSources, Database::Filed::No);
+  std::ranges::move(addNewFiles(plan.newInLibrary, Database::Filed::Yes), std::back_inserter(added));
   dropOrphans(plan.unseen);
   return added;
 }
 
-std::size_t Store::addNewFiles(const std::vector<std::string>& paths, Database::Filed filed) {
-  std::size_t added = 0;
+std::optional<ShotID> Store::newestOf(const std::vector<std::string>& paths) const {
+  if (paths.empty()) return std::nullopt;
+  const std::unordered_set<std::string_view> among(paths.begin(), paths.end());
+  const Shot* newest = nullptr;
+  for (const auto& shot : shots_) {
+    if (among.contains(shot->path) && (newest == nullptr || shot->date > newest->date)) newest = shot.get();
+  }
+  return newest == nullptr ? std::nullopt : std::optional(newest->id);
+}
+
+void Store::announceIfFresh(ShotID id) {
+  // It may have been filed meanwhile.
+  const auto found = std::ranges::find_if(shots_, [id](const ShotPtr& shot) { return shot->id == id; });
+  if (found == shots_.end()) return;
+  const auto shot = *found;
+  const auto age = now() - shot->date;
+  if (age >= Seconds(0) && age <= freshness) Q_EMIT freshShotArrived(shot);
+}
+
+std::vector<std::string> Store::addNewFiles(const std::vector<std::string>& paths, Database::Filed filed) {
+  std::vector<std::string> added;
   for (const auto& path : paths) {
     // What is left will be as new at the next start.
     if (Process::isEnding()) break;
     const bool counts = filed == Database::Filed::Yes || isScreenshot(path);
-    if (counts && index(path, filed)) ++added;
+    if (counts && index(path, filed)) added.push_back(path);
   }
   return added;
 }

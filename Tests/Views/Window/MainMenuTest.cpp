@@ -75,6 +75,14 @@ TEST_F(MainMenuTest, SettingsAreShown) {
   EXPECT_EQ(asked, 1);
 }
 
+TEST_F(MainMenuTest, QuickFindIsShownOrHidden) {
+  int asked = 0;
+  openWindow({.quickFind = [&] { ++asked; }});
+  ASSERT_TRUE(isEnabled("menu.quickFind"));
+  press(Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(asked, 1);
+}
+
 TEST_F(MainMenuTest, EditLastRecordingIsDisabledUntilARecordingExists) {
   openWindow();
   EXPECT_FALSE(store_->lastRecordingURL());

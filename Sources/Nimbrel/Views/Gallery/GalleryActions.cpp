@@ -38,7 +38,14 @@ void GalleryActions::reveal(const ShotPtr& shot) {
 }
 
 void GalleryActions::copyImage(const ShotPtr& shot) {
-  withAccess(shot, [&store = store_](const Shot& value) { store.copyImage(value); });
+  copyImageThen(shot, [] {});
+}
+
+void GalleryActions::copyImageThen(const ShotPtr& shot, const std::function<void()>& then) {
+  withAccess(shot, [&store = store_, then](const Shot& value) {
+    store.copyImage(value);
+    then();
+  });
 }
 
 void GalleryActions::copyText(const ShotPtr& shot) {

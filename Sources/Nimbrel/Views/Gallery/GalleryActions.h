@@ -21,6 +21,8 @@ class GalleryActions final : public QObject {
   void open(const ShotPtr& shot);
   void reveal(const ShotPtr& shot);
   void copyImage(const ShotPtr& shot);
+  /// The same, and calls `then` when it is done; not where the owner refuses.
+  void copyImageThen(const ShotPtr& shot, const std::function<void()>& then);
   void copyText(const ShotPtr& shot);
   void edit(const ShotPtr& shot);
   void pin(const ShotPtr& shot);

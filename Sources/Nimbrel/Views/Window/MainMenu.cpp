@@ -130,7 +130,10 @@ void MainMenu::addSelectionCommands(QMenu& menu) {
   add(menu, {"selectAll", "Select All", "Ctrl+A", [this] { store_.selectAll(); }, {}});
   add(menu, {"quickLook", "Quick Look", "Ctrl+Y", [this] { parts_.quickLook(); },
              [this] { return parts_.quickLook && !store_.selection().empty(); }});
-  add(menu, {"quickFind", "Quick Find…", "Ctrl+Shift+F", nothing, never});
+  add(menu, {"quickFind", "Quick Find…", "Ctrl+Shift+F", [this] { parts_.quickFind(); },
+             [this] { return static_cast<bool>(parts_.quickFind); }});
+  // Pressed once more it hides what it has shown, which has the keyboard then.
+  menu.actions().last()->setShortcutContext(Qt::ApplicationShortcut);
   add(menu, {"saveSearch", "Save This Search", "Ctrl+D", [this] { store_.saveCurrentSearch(); },
              [this] { return !store_.query().empty(); }});
 }

@@ -16,7 +16,7 @@
 namespace Nimbrel {
 
 /// The menus of the application, File and Edit, with every command that has a key. Their keys work in the window they
-/// belong to. Main thread.
+/// belong to, and that of quick find in all windows of the process. Main thread.
 class MainMenu final : public QObject {
   Q_OBJECT
 

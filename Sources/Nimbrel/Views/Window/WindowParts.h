@@ -34,6 +34,8 @@ struct WindowParts {
   /// Pins the selected shots to the screen, once they may be seen.
   std::function<void()> pinSelected = {};
   std::function<void()> unpinAll = {};
+  /// Shows or hides the search over all programs.
+  std::function<void()> quickFind = {};
   std::function<void()> checkForUpdates = {};
   /// Shows the settings.
   std::function<void()> settings = {};
