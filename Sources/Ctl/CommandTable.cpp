@@ -94,6 +94,7 @@ std::span<const Command> commands() {
        {required("--marks", "FILE")},
        runFlatten,
        Command::Needs::Fonts},
+      {"doctor", "", "tell what this desktop offers, and what to do where it does not", 0, 0, {}, runDoctor},
   };
   return table;
 }

@@ -66,5 +66,6 @@ struct Command {
 [[nodiscard]] Outcome runSync(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runCapture(const CommandLine& line, Session& session);
 [[nodiscard]] Outcome runFlatten(const CommandLine& line, Session& session);
+[[nodiscard]] Outcome runDoctor(const CommandLine& line, Session& session);
 
 }  // namespace Nimbrel::Ctl

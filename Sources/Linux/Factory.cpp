@@ -8,10 +8,13 @@
 #include "Linux/Desktop/LinuxScreenshotTool.h"
 #include "Linux/Desktop/PortalAppearance.h"
 #include "Linux/Desktop/QtPasteboard.h"
+#include "Linux/Desktop/SessionKind.h"
 #include "Linux/Files/DesktopTrash.h"
 #include "Linux/Files/InotifyFileEvents.h"
+#include "Linux/Portal/PortalHotkeys.h"
 #include "Linux/Reading/ReaderProcess.h"
 #include "Linux/X11/X11FrontApplication.h"
+#include "Linux/X11/X11Hotkeys.h"
 #include "Linux/X11/X11WindowFocus.h"
 #include "Linux/X11/X11WindowStacking.h"
 #include "Linux/X11/XcbConnection.h"
@@ -32,12 +35,6 @@ std::optional<std::string> homeTrash() {
   return FilePath::join(FilePath::folder(folders->applicationSupport), "Trash");
 }
 
-/// Whether the X server knows all windows, which it does not where it only serves a Wayland session's older programs.
-bool isX11Session() {
-  return !qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-         qgetenv("XDG_SESSION_TYPE") != "wayland";
-}
-
 /// That of Qt's windows; empty in programs without.
 QString windowPlatform() {
   const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
@@ -49,6 +46,20 @@ std::unique_ptr<Pasteboard> makePasteboard(const std::shared_ptr<XcbConnection>&
   const auto platform = windowPlatform();
   if (platform == QLatin1String("xcb")) return makeQtPasteboard(connection);
   return platform.startsWith(QLatin1String("wayland")) ? makeQtPasteboard(nullptr) : nullptr;
+}
+
+/// Keys of a Wayland session reach the X server only while one of its windows has them.
+std::unique_ptr<HotkeyService> makeHotkeys(const std::shared_ptr<XcbConnection>& connection,
+                                           const std::string& ownIdentifier) {
+  switch (sessionKind()) {
+    case SessionKind::x11:
+      return makeX11Hotkeys(connection);
+    case SessionKind::wayland:
+      return makePortalHotkeys(ownIdentifier);
+    case SessionKind::none:
+      break;
+  }
+  return std::make_unique<NullHotkeyService>();
 }
 
 }  // namespace
@@ -65,7 +76,8 @@ Services makeServices(const std::string& ownIdentifier) {
   services.installedApplications = std::make_unique<DesktopEntries>();
   const auto connection = std::make_shared<XcbConnection>();
   if (auto pasteboard = makePasteboard(connection)) services.pasteboard = std::move(pasteboard);
-  if (isX11Session()) services.frontApplication = makeX11FrontApplication(connection, ownIdentifier);
+  if (sessionKind() == SessionKind::x11) services.frontApplication = makeX11FrontApplication(connection, ownIdentifier);
+  services.hotkeys = makeHotkeys(connection, ownIdentifier);
   services.desktopAppearance = makePortalAppearance();
   // Also in a Wayland session, where the X server's windows may still ask.
   if (windowPlatform() == QLatin1String("xcb")) {

@@ -12,7 +12,9 @@ namespace {
 /// Models that know the direction of a page and formulas, but no language.
 constexpr std::array noLanguages{"osd", "equ"};
 
-std::vector<std::string> models() {
+}  // namespace
+
+std::vector<std::string> installedModels() {
   tesseract::TessBaseAPI api;
   // Where the models lie is known only once one was asked for, be it in vain.
   api.Init(nullptr, "eng", tesseract::OEM_LSTM_ONLY);
@@ -26,10 +28,8 @@ std::vector<std::string> models() {
   return names;
 }
 
-}  // namespace
-
 std::string installedLanguages(const std::vector<std::string>& wanted) {
-  const auto installed = models();
+  const auto installed = installedModels();
   std::string languages;
   for (const auto& language : wanted) {
     if (!std::ranges::binary_search(installed, language)) continue;

@@ -2,6 +2,7 @@
 // library cannot bear takes this process with it and no more.
 
 #include "Reader/Desk.h"
+#include "Reader/Languages.h"
 #include "Reader/Protocol.h"
 #include "Reader/Restraint.h"
 
@@ -14,6 +15,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -30,6 +32,14 @@ bool say(std::FILE* output, std::string line) {
   return std::fwrite(line.data(), 1, line.size(), output) == line.size() && std::fflush(output) == 0;
 }
 
+/// One a line, for whoever wants to know what can be read.
+int listLanguages(std::FILE* output) {
+  for (const auto& model : Nimbrel::Reader::installedModels()) {
+    if (!say(output, model)) return 1;
+  }
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -37,6 +47,7 @@ int main(int argc, char** argv) {
   Reader::restrain();
   const QCoreApplication application(argc, argv);
   auto* output = takeStandardOutput();
+  if (output != nullptr && argc > 1 && std::string_view(argv[1]) == "--languages") return listLanguages(output);
   if (output == nullptr || !say(output, std::string(Reader::ready))) return 1;
 
   Reader::Desk desk;

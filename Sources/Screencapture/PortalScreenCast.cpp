@@ -2,7 +2,6 @@
 
 #include <QDBusArgument>
 #include <QDBusMessage>
-#include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QUuid>
@@ -12,8 +11,6 @@
 namespace Nimbrel::Screencapture {
 
 namespace {
-
-constexpr auto sessionInterface = "org.freedesktop.portal.Session";
 
 // Bits and values of the portal.
 enum SourceType : unsigned { Monitor = 1, Window = 2 };
@@ -79,17 +76,7 @@ std::optional<ScreenCastStream> firstStream(const QVariantMap& started) {
   return stream;
 }
 
-/// Portals say it as text, some as a path.
-QString sessionIn(const QVariantMap& results) {
-  const auto handle = results.value(QStringLiteral("session_handle"));
-  return handle.canConvert<QDBusObjectPath>() ? handle.value<QDBusObjectPath>().path() : handle.toString();
-}
-
 }  // namespace
-
-PortalSessionSignals::PortalSessionSignals(const QDBusConnection& connection, const QString& owner, const QString& path,
-                                           QObject* parent)
-    : QDBusAbstractInterface(owner, path, sessionInterface, connection, parent) {}
 
 PortalScreenCast::PortalScreenCast(const PortalBus& bus, CaptureRequest::Subject subject, Events events)
     : bus_(bus), subject_(subject), events_(std::move(events)) {
@@ -101,13 +88,7 @@ PortalScreenCast::PortalScreenCast(const PortalBus& bus, CaptureRequest::Subject
   });
 }
 
-PortalScreenCast::~PortalScreenCast() {
-  // First the question on the screen, if there is one.
-  request_.reset();
-  if (session_.isEmpty()) return;
-  bus_.connection().send(QDBusMessage::createMethodCall(interface_.owner, session_, QLatin1String(sessionInterface),
-                                                        QStringLiteral("Close")));
-}
+PortalScreenCast::~PortalScreenCast() = default;
 
 void PortalScreenCast::createSession() {
   const auto token = QStringLiteral("nimbrel_") + QUuid::createUuid().toString(QUuid::Id128);
@@ -116,21 +97,17 @@ void PortalScreenCast::createSession() {
 }
 
 void PortalScreenCast::selectSources(const QVariantMap& session) {
-  session_ = sessionIn(session);
-  auto* news = new PortalSessionSignals(bus_.connection(), interface_.owner, session_, this);
-  connect(news, &PortalSessionSignals::Closed, this, &PortalScreenCast::hearClosed, Qt::QueuedConnection);
-  auto* watch =
-      new QDBusServiceWatcher(interface_.owner, bus_.connection(), QDBusServiceWatcher::WatchForUnregistration, this);
-  connect(watch, &QDBusServiceWatcher::serviceUnregistered, this, &PortalScreenCast::hearClosed, Qt::QueuedConnection);
+  session_ = std::make_unique<PortalSession>(bus_, interface_, PortalSession::pathIn(session),
+                                             [this](PortalSession::End) { hearClosed(); });
   QVariantMap options{{QStringLiteral("types"), wantedSources(subject_, interface_)},
                       {QStringLiteral("multiple"), false}};
   if (canShowPointer(interface_)) options.insert(QStringLiteral("cursor_mode"), unsigned{Embedded});
-  ask({QStringLiteral("SelectSources"), {this->session()}, options}, &PortalScreenCast::startStream);
+  ask({QStringLiteral("SelectSources"), {session_->handle()}, options}, &PortalScreenCast::startStream);
 }
 
 void PortalScreenCast::startStream(const QVariantMap&) {
   // Without a window of ours for the portal to stand before.
-  ask({QStringLiteral("Start"), {session(), QString()}, {}}, &PortalScreenCast::openRemote);
+  ask({QStringLiteral("Start"), {session_->handle(), QString()}, {}}, &PortalScreenCast::openRemote);
 }
 
 void PortalScreenCast::openRemote(const QVariantMap& started) {
@@ -138,7 +115,7 @@ void PortalScreenCast::openRemote(const QVariantMap& started) {
   if (!stream) return refuse("The desktop portal shows nothing");
   auto call = QDBusMessage::createMethodCall(interface_.owner, QLatin1String(portalPath), interface_.name,
                                              QStringLiteral("OpenPipeWireRemote"));
-  call << session() << QVariantMap();
+  call << session_->handle() << QVariantMap();
   auto* watcher = new QDBusPendingCallWatcher(bus_.connection().asyncCall(call), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, stream = *stream] {
     watcher->deleteLater();
@@ -161,7 +138,7 @@ void PortalScreenCast::ask(PortalRequest::Call call, Next next) {
 }
 
 void PortalScreenCast::hearClosed() {
-  session_.clear();
+  session_.reset();
   request_.reset();
   if (events_.answered) return refuse("The desktop portal has closed the session");
   if (const auto closed = std::exchange(events_.closed, nullptr)) closed();
@@ -174,7 +151,5 @@ void PortalScreenCast::refuse(const std::string& reason) {
 void PortalScreenCast::answer(const ScreenCastAnswer& answer) {
   if (const auto answered = std::exchange(events_.answered, nullptr)) answered(answer);
 }
-
-QVariant PortalScreenCast::session() const { return QVariant::fromValue(QDBusObjectPath(session_)); }
 
 }  // namespace Nimbrel::Screencapture

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Screencapture/CaptureRequest.h"
-#include "Screencapture/PortalRequest.h"
+
+#include "Portal/PortalRequest.h"
+#include "Portal/PortalSession.h"
 
 #include <QDBusUnixFileDescriptor>
 #include <QRect>
@@ -27,17 +29,6 @@ struct ScreenCastAnswer {
   PortalAnswer::Outcome outcome = PortalAnswer::Outcome::refused;
   std::optional<ScreenCastStream> stream;  ///< when it was granted
   std::string reason;                      ///< of a refusal
-};
-
-/// The signals of one session, spelled as they are on the bus.
-class PortalSessionSignals final : public QDBusAbstractInterface {
-  Q_OBJECT
-
- public:
-  PortalSessionSignals(const QDBusConnection& connection, const QString& owner, const QString& path, QObject* parent);
-
- Q_SIGNALS:
-  void Closed(const QVariantMap& details);
 };
 
 /// A session with the desktop portal in which the user shows us a screen or a window, from its beginning until this
@@ -69,14 +60,13 @@ class PortalScreenCast final : public QObject {
   void hearClosed();
   void refuse(const std::string& reason);
   void answer(const ScreenCastAnswer& answer);
-  [[nodiscard]] QVariant session() const;
 
   const PortalBus& bus_;
   CaptureRequest::Subject subject_;
   Events events_;
   PortalInterface interface_;
-  QString session_;  ///< its path; empty while there is none
-  std::unique_ptr<PortalRequest> request_;
+  std::unique_ptr<PortalSession> session_;  ///< null while there is none
+  std::unique_ptr<PortalRequest> request_;  ///< goes first, and takes its question off the screen
 };
 
 }  // namespace Nimbrel::Screencapture

@@ -1,7 +1,7 @@
 #include "Screencapture/PortalScreenshot.h"
 
+#include "Portal/PortalRequest.h"
 #include "Screencapture/PortalPicture.h"
-#include "Screencapture/PortalRequest.h"
 
 #include <filesystem>
 #include <utility>

@@ -2,10 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace Nimbrel::Reader {
 namespace {
 
 using ::testing::AnyOf;
+using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
@@ -27,6 +30,13 @@ TEST(Languages, ModelsOfNoLanguageAreNone) {
   EXPECT_THAT(installedLanguages({"osd", "equ", "script/Latin"}),
               Not(AnyOf(HasSubstr("osd"), HasSubstr("equ"), HasSubstr("/"))));
   EXPECT_EQ(installedLanguages({"osd", "eng"}), "eng");
+}
+
+TEST(Languages, TheModelsThatThereAreComeInOrderAndWithoutThoseOfNoLanguage) {
+  const auto models = installedModels();
+  EXPECT_THAT(models, Contains("eng"));
+  EXPECT_THAT(models, Not(Contains("osd")));
+  EXPECT_TRUE(std::ranges::is_sorted(models));
 }
 
 }  // namespace

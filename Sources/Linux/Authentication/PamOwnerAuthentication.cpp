@@ -79,7 +79,7 @@ void PamOwnerAuthentication::evaluate(QObject* context, const std::string& reaso
 void PamOwnerAuthentication::begin() {
   conversation_ = std::make_shared<Conversation>(*prompt_, receiver_, [this](bool granted) { take(granted); });
   conversation_->show(reason_);
-  if (!startThread(pamService({"/etc/pam.d", "/usr/lib/pam.d"}), user_, conversation_)) {
+  if (!startThread(pamService(pamFolders()), user_, conversation_)) {
     conversation_->finish(false);
   }
 }
@@ -108,6 +108,11 @@ void PamOwnerAuthentication::end() {
 }  // namespace
 
 std::unique_ptr<OwnerAuthentication> makePamOwnerAuthentication() { return std::make_unique<PamOwnerAuthentication>(); }
+
+const std::vector<std::string>& pamFolders() {
+  static const std::vector<std::string> folders{"/etc/pam.d", "/usr/lib/pam.d"};
+  return folders;
+}
 
 std::string pamService(const std::vector<std::string>& folders) {
   const bool isInstalled = std::ranges::any_of(

@@ -12,6 +12,9 @@ namespace Nimbrel {
 /// each authentication has a thread of its own; destruction does not wait for it.
 [[nodiscard]] std::unique_ptr<OwnerAuthentication> makePamOwnerAuthentication();
 
+/// Where the system keeps the files of services.
+[[nodiscard]] const std::vector<std::string>& pamFolders();
+
 /// The service to go by: our own where one of the folders has a file for it, else that of a login.
 [[nodiscard]] std::string pamService(const std::vector<std::string>& folders);
 

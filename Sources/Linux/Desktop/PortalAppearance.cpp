@@ -1,5 +1,7 @@
 #include "Linux/Desktop/PortalAppearance.h"
 
+#include "Platform/SessionBus.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -12,7 +14,6 @@
 #include <QVariantMap>
 
 #include <array>
-#include <filesystem>
 #include <utility>
 
 namespace Nimbrel {
@@ -25,17 +26,6 @@ constexpr auto portalService = "org.freedesktop.portal.Desktop";
 constexpr auto portalPath = "/org/freedesktop/portal/desktop";
 constexpr auto settingsInterface = "org.freedesktop.portal.Settings";
 constexpr auto appearanceNamespace = "org.freedesktop.appearance";
-
-/// Where the bus listens; empty when there is none. Qt would remember the first answer for good, and might start a bus.
-QString busAddress() {
-  auto address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-  if (!address.isEmpty() || qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) return address;
-  const auto socket = std::filesystem::path(qgetenv("XDG_RUNTIME_DIR").toStdString()) / "bus";
-  std::error_code error;
-  if (!std::filesystem::is_socket(socket, error)) return {};
-  return QStringLiteral("unix:path=") +
-         QString::fromUtf8(QByteArray::fromStdString(socket.string()).toPercentEncoding("/"));
-}
 
 /// Three parts between 0 and 1; anything else means that the desktop has no accent.
 std::optional<QColor> accentFrom(const QVariant& value) {
@@ -98,10 +88,10 @@ class PortalAppearance final : public QObject, public DesktopAppearance {
 
  private:
   void open() {
-    const auto address = busAddress();
-    if (address.isEmpty()) return;
+    const auto address = SessionBus::address();
+    if (address.empty()) return;
     busName_ = QUuid::createUuid().toString(QUuid::WithoutBraces);
-    auto connection = QDBusConnection::connectToBus(address, busName_);
+    auto connection = QDBusConnection::connectToBus(QString::fromStdString(address), busName_);
     if (!connection.isConnected()) return;
     // The receiver is found by the names of its types, which have to be known by then.
     qRegisterMetaType<QDBusVariant>("QDBusVariant");

@@ -84,6 +84,12 @@ int runWithoutWindow(const AppIdentity& identity) {
   return QCoreApplication::exec();
 }
 
+/// What the window leaves to the companion is asked of this at the time.
+bool isCompanionRunning() {
+  const auto folders = UserFolders::ofCurrentUser();
+  return folders && MenuBarCompanion::isRunning(*folders);
+}
+
 int runHeadless(Store& store, const Arguments& arguments) {
   finishHeadlessRun(store, verbosityOf(arguments), std::cout);
   return std::cout.flush() ? EXIT_SUCCESS : EXIT_FAILURE;
@@ -102,7 +108,7 @@ int runNimbrel(int argc, char** argv) {
   auto services = servicesFor(role);
   const WindowServices windowServices(services);
   auto& appearance = *services.desktopAppearance;
-  auto store = Store::openForCurrentUser(role, std::move(services));
+  auto store = Store::openForCurrentUser(role, std::move(services), isCompanionRunning);
   if (!store) {
     std::fprintf(stderr, "nimbrel: %s\n", store.error().message.c_str());
     return EXIT_FAILURE;

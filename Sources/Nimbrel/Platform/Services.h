@@ -3,6 +3,7 @@
 #include "Platform/DesktopAppearance.h"
 #include "Platform/FileEvents.h"
 #include "Platform/FrontApplication.h"
+#include "Platform/Hotkeys.h"
 #include "Platform/InstalledApplications.h"
 #include "Platform/OwnerAuthentication.h"
 #include "Platform/Pasteboard.h"
@@ -26,6 +27,7 @@ struct Services {
   std::unique_ptr<Trash> trash = std::make_unique<NullTrash>();
   std::unique_ptr<OwnerAuthentication> ownerAuthentication = std::make_unique<NullOwnerAuthentication>();
   std::unique_ptr<FrontApplication> frontApplication = std::make_unique<NullFrontApplication>();
+  std::unique_ptr<HotkeyService> hotkeys = std::make_unique<NullHotkeyService>();
   std::unique_ptr<ScreenCaptureTool> screenCaptureTool = std::make_unique<NullScreenCaptureTool>();
   std::unique_ptr<Pasteboard> pasteboard = std::make_unique<NullPasteboard>();
   std::unique_ptr<Workspace> workspace = std::make_unique<NullWorkspace>();

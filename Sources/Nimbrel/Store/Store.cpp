@@ -33,14 +33,16 @@ Result<std::unique_ptr<Store>> Store::open(StoreContext context) {
   return store;
 }
 
-Result<std::unique_ptr<Store>> Store::openForCurrentUser(ProcessRole role, Services services) {
+Result<std::unique_ptr<Store>> Store::openForCurrentUser(ProcessRole role, Services services,
+                                                         std::function<bool()> isCompanionRunning) {
   const auto folders = UserFolders::ofCurrentUser();
   if (!folders) return Error{"The account has no home folder to keep the catalogue in"};
   return open({.role = role,
                .folders = *folders,
                .clock = [] { return Timestamp(std::chrono::system_clock::now()); },
                .services = std::move(services),
-               .defaults = AppIdentity::openDefaults(folders->preferences)});
+               .defaults = AppIdentity::openDefaults(folders->preferences),
+               .isCompanionRunning = std::move(isCompanionRunning)});
 }
 
 Store::Store(StoreContext context)
@@ -49,7 +51,8 @@ Store::Store(StoreContext context)
       lastCapturedID_(storedCapturedID()),
       lastRecordingURL_(storedRecordingPath()),
       showMenuBar_(settings_.showMenuBar()),
-      capture_(*context_.services.screenCaptureTool, this) {
+      capture_(*context_.services.screenCaptureTool, this),
+      hotkeys_(*context_.services.hotkeys) {
   pollTimer_.setInterval(pollInterval);
   connect(&pollTimer_, &QTimer::timeout, this, &Store::poll);
   pendingRescan_.setSingleShot(true);
@@ -84,6 +87,8 @@ void Store::startWorking() {
   restartWatching();
   scan();
   rescanSensitive();
+  // The headless pass is over before a press could reach it.
+  if (context_.role == ProcessRole::menuBarCompanion) applyHotkeySetting();
 }
 
 void Store::poll() {
@@ -92,6 +97,10 @@ void Store::poll() {
   if (isBackgroundWorker() && refreshed.watch) {
     restartWatching();
     scan();
+  }
+  if (isBackgroundWorker()) {
+    if (refreshed.hotkeys) applyHotkeySetting();
+    hotkeys_.tryAgain();
   }
   if (showMenuBar_ != settings_.showMenuBar()) setShowMenuBar(settings_.showMenuBar());
   if (auto stored = storedRecordingPath(); stored != lastRecordingURL_) setLastRecordingURL(std::move(stored));

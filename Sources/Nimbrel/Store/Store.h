@@ -13,6 +13,7 @@
 #include "Store/FolderWatcher.h"
 #include "Store/FrontmostTracker.h"
 #include "Store/Gallery.h"
+#include "Store/Hotkeys.h"
 #include "Store/NameKeys.h"
 #include "Store/RuleEffect.h"
 #include "Store/RuleMemory.h"
@@ -58,7 +59,8 @@ class Store : public QObject {
   /// then follows other processes by a poll. Fails only when the catalogue cannot be opened, which is fatal.
   [[nodiscard]] static Result<std::unique_ptr<Store>> open(StoreContext context);
   /// The same for the user whose process this is, in the present. Fails also when the account has no home folder.
-  [[nodiscard]] static Result<std::unique_ptr<Store>> openForCurrentUser(ProcessRole role, Services services);
+  [[nodiscard]] static Result<std::unique_ptr<Store>> openForCurrentUser(
+      ProcessRole role, Services services, std::function<bool()> isCompanionRunning = [] { return false; });
   ~Store() override;
 
   // Published state
@@ -201,6 +203,9 @@ class Store : public QObject {
   [[nodiscard]] std::string captureLocation(CaptureMode mode, CaptureDestination destination) const;
   /// Asks the recording of this process to end and to write its file; without one it does nothing.
   void stopRecording() { capture_.stopRecording(); }
+  /// Registers or gives up the global hotkeys, as the settings have them. The main application leaves them to a
+  /// companion that runs. One that cannot be had is told in the log alone.
+  void applyHotkeySetting();
   /// Has the main window open the editor for a shot, once it may be seen.
   void requestEdit(const ShotPtr& shot);
 
@@ -367,6 +372,8 @@ class Store : public QObject {
   void freshShotArrived(const Nimbrel::ShotPtr& shot);
   /// The user is to see the main window, in front.
   void windowRequested();
+  /// The hotkey of quick find was pressed: it is to open, or to close where it is open.
+  void quickFindRequested();
   /// Nothing is left of what workOff() was asked for.
   void workDone();
   /// Once for each syncEncrypted(), when its outcome is in the status and what came in is in the catalogue.
@@ -491,6 +498,7 @@ class Store : public QObject {
   std::optional<FolderWatcher> watcher_;
   std::unique_ptr<BackgroundWork> work_;
   CaptureControl capture_;
+  Hotkeys hotkeys_;
   RuleMemory ruleMemory_;
   SyncRun sync_;
 

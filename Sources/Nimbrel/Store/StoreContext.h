@@ -6,6 +6,7 @@
 #include "Platform/UserFolders.h"
 #include "Store/ProcessRole.h"
 
+#include <functional>
 #include <memory>
 
 namespace Nimbrel {
@@ -17,6 +18,8 @@ struct StoreContext {
   Clock clock;
   Services services;
   std::unique_ptr<Defaults> defaults;  ///< the suite that all processes share; never null
+  /// Whether another process does the work of the companion now; never empty.
+  std::function<bool()> isCompanionRunning = [] { return false; };
 };
 
 }  // namespace Nimbrel

@@ -1,31 +1,20 @@
-#include "Screencapture/PortalBus.h"
+#include "Portal/PortalBus.h"
+
+#include "Platform/SessionBus.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QUuid>
 
-#include <filesystem>
 #include <utility>
 
-namespace Nimbrel::Screencapture {
+namespace Nimbrel {
 
 namespace {
 
 // Nobody is asked meanwhile, but the portal may have to be started.
 constexpr int longestSearchMilliseconds = 25'000;
-
-/// Where the bus listens; empty when there is none. The library would remember the first answer for good, and might
-/// start a bus of its own, on which no portal is.
-QString busAddress() {
-  auto address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-  if (!address.isEmpty() || qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) return address;
-  const auto socket = std::filesystem::path(qgetenv("XDG_RUNTIME_DIR").toStdString()) / "bus";
-  std::error_code error;
-  if (!std::filesystem::is_socket(socket, error)) return {};
-  return QStringLiteral("unix:path=") +
-         QString::fromUtf8(QByteArray::fromStdString(socket.string()).toPercentEncoding("/"));
-}
 
 Error absence(const QString& interface, const QString& reason) {
   return {"The desktop portal does not offer " + interface.section(QLatin1Char('.'), -1).toStdString() + ": " +
@@ -47,10 +36,10 @@ PortalBus::PortalBus(const QString& name) : name_(name) {}
 PortalBus::~PortalBus() { QDBusConnection::disconnectFromBus(name_); }
 
 Result<std::unique_ptr<PortalBus>> PortalBus::open() {
-  const auto address = busAddress();
-  if (address.isEmpty()) return Error{"There is no session bus"};
+  const auto address = SessionBus::address();
+  if (address.empty()) return Error{"There is no session bus"};
   auto bus = std::make_unique<PortalBus>(QUuid::createUuid().toString(QUuid::WithoutBraces));
-  const auto connection = QDBusConnection::connectToBus(address, bus->name_);
+  const auto connection = QDBusConnection::connectToBus(QString::fromStdString(address), bus->name_);
   if (connection.isConnected()) return bus;
   return Error{"The session bus does not answer: " + connection.lastError().message().toStdString()};
 }
@@ -67,4 +56,4 @@ void findPortalInterface(QObject* context, const PortalBus& bus, const QString& 
   });
 }
 
-}  // namespace Nimbrel::Screencapture
+}  // namespace Nimbrel

@@ -10,7 +10,7 @@
 #include <functional>
 #include <memory>
 
-namespace Nimbrel::Screencapture {
+namespace Nimbrel {
 
 /// A connection of our own to the session bus, closed with this object; what was sent before still goes out. Main
 /// thread.
@@ -47,4 +47,4 @@ void findPortalInterface(QObject* context, const PortalBus& bus, const QString& 
 /// The portal's one object, which has all its interfaces.
 inline constexpr auto portalPath = "/org/freedesktop/portal/desktop";
 
-}  // namespace Nimbrel::Screencapture
+}  // namespace Nimbrel

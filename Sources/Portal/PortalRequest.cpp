@@ -1,4 +1,4 @@
-#include "Screencapture/PortalRequest.h"
+#include "Portal/PortalRequest.h"
 
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -9,7 +9,7 @@
 #include <chrono>
 #include <utility>
 
-namespace Nimbrel::Screencapture {
+namespace Nimbrel {
 
 using namespace std::chrono_literals;
 
@@ -104,4 +104,4 @@ void PortalRequest::end(const PortalAnswer& answer) {
   QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
-}  // namespace Nimbrel::Screencapture
+}  // namespace Nimbrel

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Screencapture/PortalBus.h"
+#include "Portal/PortalBus.h"
 
 #include <QDBusAbstractInterface>
 #include <QDBusError>
@@ -14,7 +14,7 @@
 #include <memory>
 #include <string>
 
-namespace Nimbrel::Screencapture {
+namespace Nimbrel {
 
 /// How a request to the portal ended.
 struct PortalAnswer {
@@ -78,4 +78,4 @@ class PortalRequest final : public QObject {
   QTimer busWatch_;
 };
 
-}  // namespace Nimbrel::Screencapture
+}  // namespace Nimbrel
