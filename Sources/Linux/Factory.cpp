@@ -9,12 +9,14 @@
 #include "Linux/Desktop/PortalAppearance.h"
 #include "Linux/Desktop/QtPasteboard.h"
 #include "Linux/Desktop/SessionKind.h"
+#include "Linux/Desktop/TokenActivation.h"
 #include "Linux/Files/DesktopTrash.h"
 #include "Linux/Files/InotifyFileEvents.h"
 #include "Linux/Portal/PortalHotkeys.h"
 #include "Linux/Reading/ReaderProcess.h"
 #include "Linux/X11/X11FrontApplication.h"
 #include "Linux/X11/X11Hotkeys.h"
+#include "Linux/X11/X11WindowActivation.h"
 #include "Linux/X11/X11WindowFocus.h"
 #include "Linux/X11/X11WindowStacking.h"
 #include "Linux/X11/XcbConnection.h"
@@ -62,6 +64,17 @@ std::unique_ptr<HotkeyService> makeHotkeys(const std::shared_ptr<XcbConnection>&
   return std::make_unique<NullHotkeyService>();
 }
 
+/// What each platform has for its windows.
+void addWindowServices(Services& services, const std::shared_ptr<XcbConnection>& connection) {
+  const auto platform = windowPlatform();
+  if (platform.startsWith(QLatin1String("wayland"))) services.windowActivation = makeTokenActivation();
+  // Also in a Wayland session, where the X server's windows may still ask.
+  if (platform != QLatin1String("xcb")) return;
+  services.windowStacking = makeX11WindowStacking(connection);
+  services.windowFocus = makeX11WindowFocus(connection);
+  services.windowActivation = makeX11WindowActivation(connection);
+}
+
 }  // namespace
 
 Services makeServices(const std::string& ownIdentifier) {
@@ -79,11 +92,7 @@ Services makeServices(const std::string& ownIdentifier) {
   if (sessionKind() == SessionKind::x11) services.frontApplication = makeX11FrontApplication(connection, ownIdentifier);
   services.hotkeys = makeHotkeys(connection, ownIdentifier);
   services.desktopAppearance = makePortalAppearance();
-  // Also in a Wayland session, where the X server's windows may still ask.
-  if (windowPlatform() == QLatin1String("xcb")) {
-    services.windowStacking = makeX11WindowStacking(connection);
-    services.windowFocus = makeX11WindowFocus(connection);
-  }
+  addWindowServices(services, connection);
   return services;
 }
 

@@ -2,6 +2,8 @@
 
 #include "Platform/SessionBus.h"
 
+#include "Platform/SessionBus.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>

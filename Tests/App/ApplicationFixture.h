@@ -36,6 +36,8 @@ class ApplicationFixture : public ::testing::Test {
   void openWindow();
 
   [[nodiscard]] ContentView& window() const { return process_->window(); }
+  /// As the start of another process does.
+  void raiseWindow(const std::string& token) const { process_->answer({.activationToken = token}); }
   [[nodiscard]] Store& store() const { return *store_; }
   [[nodiscard]] PinBoard& pins() const { return process_->pins(); }
   [[nodiscard]] QuickFindPanel& quickFind() const { return process_->quickFind(); }

@@ -75,6 +75,37 @@ TEST_F(MainProcessTest, ClosingTheWindowQuitsOnceNothingCopiedIsLost) {
   EXPECT_TRUE(ends([this] { pasteboard_->finish(); }));
 }
 
+TEST_F(MainProcessTest, WhoStartsItAgainSeesTheWindow) {
+  window().showMinimized();
+  process_->answer({});
+  EXPECT_TRUE(window().isVisible());
+  EXPECT_FALSE(window().isMinimized());
+}
+
+TEST_F(MainProcessTest, FilesThatAreOpenedWithItEnterTheCatalogue) {
+  process_->answer({.kind = StartRequest::Kind::Open, .files = {home_.addFile(home_.path("a.png"))}});
+  EXPECT_EQ(Testing::namesOf(store_->shots()), std::vector<std::string>{"a.png"});
+}
+
+TEST_F(MainProcessTest, AnActionOfTheLauncherIsDoneInPlaceOfShowingTheWindow) {
+  std::string token;
+  process_->actions().add("find", [&](const std::string& given) { token = given; });
+  window().hide();
+  process_->answer({.kind = StartRequest::Kind::Action, .action = "find", .activationToken = "token"});
+  EXPECT_EQ(token, "token");
+  EXPECT_FALSE(window().isVisible());
+  process_->answer({.kind = StartRequest::Kind::Action, .action = "explode"});
+  EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(MainProcessTest, ItsEndIsToldWhenItBegins) {
+  int begun = 0;
+  QObject::connect(process_.get(), &MainProcess::quitBegun, process_.get(), [&] { ++begun; });
+  window().close();
+  EXPECT_EQ(begun, 1);
+  EXPECT_EQ(pasteboard_->asked, 1) << "and it is not over yet";
+}
+
 TEST_F(MainProcessTest, OpensTheEditorForTheShotThatIsAskedFor) {
   const auto path = home_.addFile(home_.desktop("Shot.png"));
   store_->importFiles({path});

@@ -77,6 +77,30 @@ TEST_F(MenuBarCompanionTest, AMissingProgramIsSilentAndAFailureIsLogged) {
   EXPECT_THAT(log.lines(), ::testing::ElementsAre(::testing::StartsWith("Nimbrel menu bar launch failed: ")));
 }
 
+TEST_F(MenuBarCompanionTest, StartsTheApplicationWithTheTokenAndRaisesNothingItself) {
+  const auto program = home_.write("bin/nimbrel", "#!/bin/sh\nprintf %s \"$XDG_ACTIVATION_TOKEN\" >\"" + mark() +
+                                                      ".new\"\nmv \"" + mark() + ".new\" \"" + mark() + "\"\n");
+  std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+  MenuBarCompanion::openMainApp(AppIdentity::fromProgramName("nimbrel-menubar"), home_.path("bin"), "token",
+                                [] { FAIL(); });
+  ASSERT_TRUE(waitUntil([this] { return wasStarted(); }));
+  EXPECT_EQ(Testing::contentOf(mark()), "token");
+}
+
+TEST_F(MenuBarCompanionTest, AnApplicationThatCannotBeStartedIsLogged) {
+  const Testing::LogRecorder log;
+  MenuBarCompanion::openMainApp(AppIdentity::fromProgramName("nimbrel-menubar"), home_.makeFolder("empty"), {},
+                                [] { FAIL(); });
+  EXPECT_THAT(log.lines(), ::testing::ElementsAre(::testing::StartsWith("Nimbrel window launch failed: ")));
+}
+
+TEST_F(MenuBarCompanionTest, InTheApplicationItselfNothingNewIsOpened) {
+  int raised = 0;
+  MenuBarCompanion::openMainApp(application_, markingProgram(), {}, [&] { ++raised; });
+  EXPECT_EQ(raised, 1);
+  EXPECT_FALSE(wasStarted());
+}
+
 TEST_F(MenuBarCompanionTest, IsKnownWhileItsProgramRuns) {
   const auto companion = startProgram("nimbrel-menubar", {}, home_.path());
   EXPECT_TRUE(waitUntil([this] { return MenuBarCompanion::isRunning(folders_); }));

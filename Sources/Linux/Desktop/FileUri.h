@@ -8,4 +8,7 @@ namespace Nimbrel {
 /// path that is not absolute. Any thread.
 [[nodiscard]] std::string fileUri(const std::string& path);
 
+/// The same the other way round. Empty for an address that is no file's, or one of another machine. Any thread.
+[[nodiscard]] std::string fileOfUri(const std::string& uri);
+
 }  // namespace Nimbrel

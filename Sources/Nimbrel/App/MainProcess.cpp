@@ -37,11 +37,13 @@ WindowServices::WindowServices(const Services& services)
       installedApplications(*services.installedApplications),
       ownerAuthentication(*services.ownerAuthentication),
       windowStacking(*services.windowStacking),
-      windowFocus(*services.windowFocus) {}
+      windowFocus(*services.windowFocus),
+      windowActivation(*services.windowActivation) {}
 
 MainProcess::MainProcess(Store& store, WindowServices services)
     : store_(store),
       services_(services),
+      actions_(store),
       icons_(services.installedApplications),
       pins_(store, previews_, services.windowStacking),
       quickFind_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
@@ -52,7 +54,7 @@ MainProcess::MainProcess(Store& store, WindowServices services)
       prompt_(services.ownerAuthentication, window_),
       activity_(store) {
   connect(&window_, &ContentView::closed, this, &MainProcess::quit);
-  connect(&store, &Store::windowRequested, this, &MainProcess::raise);
+  connect(&store, &Store::windowRequested, this, [this] { raise(); });
   connect(&store, &Store::hidingRequested, this, &MainProcess::hideWindows);
   connect(&store, &Store::unhidingRequested, this, &MainProcess::unhideWindows);
   connect(&store, &Store::fileReplaced, this, &MainProcess::forgetPictures);
@@ -146,17 +148,26 @@ void MainProcess::showSettings() {
   settings_->raiseWindow();
 }
 
-void MainProcess::raise() {
+void MainProcess::raise(const std::string& token) {
   if (isQuitting_) return;
   window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
   window_.show();
   window_.raise();
   window_.activateWindow();
+  services_.windowActivation.bringToFront(*window_.windowHandle(), token);
+}
+
+void MainProcess::answer(const StartRequest& request) {
+  if (request.kind == StartRequest::Kind::Open) store_.importFiles(request.files);
+  const bool isAction = request.kind == StartRequest::Kind::Action;
+  if (isAction && actions_.run(request.action, request.activationToken)) return;
+  raise(request.activationToken);
 }
 
 void MainProcess::quit() {
   if (std::exchange(isQuitting_, true)) return;
   pins_.setHeldBack(true);
+  Q_EMIT quitBegun();
   pins_.unpinAll();
   // A capture may still end.
   store_.disconnect(&shelf_);

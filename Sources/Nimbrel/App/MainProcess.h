@@ -1,7 +1,9 @@
 #pragma once
 
+#include "App/DesktopActions.h"
 #include "App/UpdateController.h"
 #include "Platform/Services.h"
+#include "Platform/SingleInstance.h"
 #include "Store/Store.h"
 #include "Views/Gallery/GalleryPreviewCache.h"
 #include "Views/Gallery/ThumbCache.h"
@@ -37,6 +39,7 @@ struct WindowServices {
   OwnerAuthentication& ownerAuthentication;
   WindowStacking& windowStacking;
   WindowFocus& windowFocus;
+  WindowActivation& windowActivation;
 };
 
 /// The application as the user sees it: the main window and what follows from its being there. Needs a QApplication
@@ -52,13 +55,22 @@ class MainProcess final : public QObject {
   [[nodiscard]] PinBoard& pins() { return pins_; }
   [[nodiscard]] QuickFindPanel& quickFind() { return quickFind_; }
   [[nodiscard]] CaptureShelf& shelf() { return shelf_; }
+  /// What the launcher may ask for; whoever offers more adds it.
+  [[nodiscard]] DesktopActions& actions() { return actions_; }
 
-  /// Shows the window, in front.
-  void raise();
+  /// Shows the window, in front. `token` is what the desktop gave whoever asked for it, if it did.
+  void raise(const std::string& token = {});
+
+  /// Does what somebody wants who has started the program again: without a wish of its own, the window is shown.
+  void answer(const StartRequest& request);
 
   /// Ends the event loop once nothing that was copied or is exported here is lost with the process; until then it
   /// stays without a window. Again, it does nothing.
   void quit();
+
+ Q_SIGNALS:
+  /// From now on nobody sees this process any more, however long it stays.
+  void quitBegun();
 
  private:
   [[nodiscard]] WindowParts parts();
@@ -76,6 +88,7 @@ class MainProcess final : public QObject {
 
   Store& store_;
   WindowServices services_;
+  DesktopActions actions_;
   AppIcons icons_;
   ThumbCache thumbs_;
   GalleryPreviewCache previews_;

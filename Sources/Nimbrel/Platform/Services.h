@@ -11,6 +11,7 @@
 #include "Platform/ScreenCaptureTool.h"
 #include "Platform/ScreenshotTool.h"
 #include "Platform/Trash.h"
+#include "Platform/WindowActivation.h"
 #include "Platform/WindowFocus.h"
 #include "Platform/WindowStacking.h"
 #include "Platform/Workspace.h"
@@ -33,6 +34,7 @@ struct Services {
   std::unique_ptr<Workspace> workspace = std::make_unique<NullWorkspace>();
   std::unique_ptr<InstalledApplications> installedApplications = std::make_unique<NullInstalledApplications>();
   std::unique_ptr<DesktopAppearance> desktopAppearance = std::make_unique<NullDesktopAppearance>();
+  std::unique_ptr<WindowActivation> windowActivation = std::make_unique<NullWindowActivation>();
   std::unique_ptr<WindowStacking> windowStacking = std::make_unique<NullWindowStacking>();
   std::unique_ptr<WindowFocus> windowFocus = std::make_unique<NullWindowFocus>();
 };

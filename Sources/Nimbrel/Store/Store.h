@@ -206,6 +206,10 @@ class Store : public QObject {
   /// Registers or gives up the global hotkeys, as the settings have them. The main application leaves them to a
   /// companion that runs. One that cannot be had is told in the log alone.
   void applyHotkeySetting();
+  /// Shows lastRecordingURL() in the file manager, if there is one.
+  void revealLastRecording();
+  /// Moves lastCapturedShot() to the Trash, if there is one, and has all processes forget that it was the last.
+  void undoLastCapture();
   /// Has the main window open the editor for a shot, once it may be seen.
   void requestEdit(const ShotPtr& shot);
 

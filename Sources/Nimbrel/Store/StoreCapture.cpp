@@ -182,6 +182,17 @@ std::optional<ShotPtr> Store::lastCapturedShot() const {
   return found == shots_.end() ? std::nullopt : std::optional(*found);
 }
 
+void Store::revealLastRecording() {
+  if (lastRecordingURL_) context_.services.workspace->reveal(*lastRecordingURL_);
+}
+
+void Store::undoLastCapture() {
+  const auto shot = lastCapturedShot();
+  if (!shot) return;
+  context_.defaults->remove(lastCapturedKey);
+  trash({*shot});
+}
+
 std::optional<ShotID> Store::storedCapturedID() const {
   const auto stored = context_.defaults->value(lastCapturedKey);
   return stored.isDouble() ? std::optional<ShotID>(stored.toInteger()) : std::nullopt;

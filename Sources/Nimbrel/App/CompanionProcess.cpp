@@ -1,0 +1,121 @@
+#include "App/CompanionProcess.h"
+
+#include "App/MenuBarCompanion.h"
+#include "Views/Companion/TrayPicture.h"
+#include "Views/Shared/Theme.h"
+
+#include <QApplication>
+
+#include <utility>
+
+namespace Nimbrel {
+
+CompanionProcess::CompanionProcess(Store& store, const WindowServices& services, TrayIcon& tray,
+                                   OpenMainApp openMainApp)
+    : store_(store),
+      services_(services),
+      tray_(tray),
+      openMainApp_(std::move(openMainApp)),
+      actions_(store),
+      exports_(store, services.workspace),
+      panel_({.store = store,
+              .thumbs = thumbs_,
+              .previews = previews_,
+              .stacking = services.windowStacking,
+              .activation = services.windowActivation}),
+      prompt_(services.ownerAuthentication, panel_),
+      activity_(store),
+      notice_(store, tray) {
+  connect(&panel_, &MenuBarView::openMainAppRequested, this, [this] {
+    panel_.hide();
+    openMainApp_({});
+  });
+  connect(&panel_, &MenuBarView::quitRequested, this, &CompanionProcess::quit);
+  connect(&store, &Store::windowRequested, this, [this] { openMainApp_({}); });
+  connect(&store, &Store::showMenuBarChanged, this, &CompanionProcess::showIcon);
+  connect(&store, &Store::showRecordingToolsChanged, this, &CompanionProcess::followRecordingTools);
+  connect(&store, &Store::hidingRequested, this, &CompanionProcess::hideWindows);
+  connect(&store, &Store::unhidingRequested, this, &CompanionProcess::unhideWindows);
+  connect(&store, &Store::fileReplaced, this, [this](const std::string& path) {
+    thumbs_.remove(path);
+    previews_.remove(path);
+  });
+  connect(&Theme::shared(), &Theme::changed, this, &CompanionProcess::dress);
+  tray_.onActivated(
+      [this](const TrayIcon::Activation& activation) { panel_.toggleAt(activation.place, activation.token); });
+  actions_.add(MenuBarCompanion::unaskedAction, [](const std::string&) {});
+  dress();
+  showIcon();
+}
+
+CompanionProcess::~CompanionProcess() {
+  tray_.setVisible(false);
+  tray_.onActivated({});
+  delete recordingTools_;
+}
+
+void CompanionProcess::dress() { tray_.setLook(trayPicture(), tr("Nimbrel")); }
+
+void CompanionProcess::showIcon() { tray_.setVisible(store_.showMenuBar() && !isQuitting_); }
+
+void CompanionProcess::answer(const StartRequest& request) {
+  if (isQuitting_) return;
+  if (request.kind == StartRequest::Kind::Open) store_.importFiles(request.files);
+  const bool isAction = request.kind == StartRequest::Kind::Action;
+  if (isAction && actions_.run(request.action, request.activationToken)) return;
+  panel_.openAt({}, request.activationToken);
+}
+
+void CompanionProcess::followRecordingTools() {
+  if (store_.showRecordingTools()) return openRecordingTools();
+  if (recordingTools_) recordingTools_->reject();
+}
+
+void CompanionProcess::openRecordingTools() {
+  if (!recordingTools_) {
+    const auto& recording = store_.lastRecordingURL();
+    if (!recording) return store_.setShowRecordingTools(false);
+    // Of no window, so that it outlives the panel.
+    recordingTools_ = new RecordingToolsView(services_.workspace, exports_, *recording, nullptr);
+    recordingTools_->setWindowModality(Qt::NonModal);
+    recordingTools_->setAttribute(Qt::WA_QuitOnClose, false);
+    connect(recordingTools_, &QDialog::finished, this, [this] { store_.setShowRecordingTools(false); });
+  }
+  panel_.hide();
+  recordingTools_->show();
+  recordingTools_->raise();
+  services_.windowActivation.bringToFront(*recordingTools_->windowHandle(), {});
+}
+
+void CompanionProcess::hideWindows() {
+  // It was opened for this, and does not come back.
+  panel_.hide();
+  for (auto* widget : QApplication::topLevelWidgets()) {
+    if (!widget->isVisible()) continue;
+    hidden_.emplace_back(widget);
+    widget->hide();
+  }
+}
+
+void CompanionProcess::unhideWindows() {
+  const auto hidden = std::exchange(hidden_, {});
+  if (isQuitting_) return;
+  for (const auto& widget : hidden) {
+    if (!widget) continue;
+    // The user goes on where the capture was taken.
+    const bool showed = widget->testAttribute(Qt::WA_ShowWithoutActivating);
+    widget->setAttribute(Qt::WA_ShowWithoutActivating);
+    widget->show();
+    widget->setAttribute(Qt::WA_ShowWithoutActivating, showed);
+  }
+}
+
+void CompanionProcess::quit() {
+  if (std::exchange(isQuitting_, true)) return;
+  Q_EMIT quitBegun();
+  showIcon();
+  for (auto* widget : QApplication::topLevelWidgets()) widget->hide();
+  services_.pasteboard.handOver(this, [this] { exports_.whenDone([] { QCoreApplication::exit(); }); });
+}
+
+}  // namespace Nimbrel
