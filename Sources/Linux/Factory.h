@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/HttpsFetcher.h"
 #include "Platform/Services.h"
 #include "Platform/SingleInstance.h"
 #include "Platform/TrayIcon.h"
@@ -21,5 +22,9 @@ namespace Nimbrel {
 
 /// An icon in the tray of this desktop, whichever kind of tray it has. Needs a QApplication. Main thread only.
 [[nodiscard]] std::unique_ptr<TrayIcon> makeTrayIcon();
+
+/// What reads from servers. Apart from the services, so that it is linked only into the program that looks for updates,
+/// and nothing else can open a connection. Needs a QCoreApplication. Main thread only.
+[[nodiscard]] std::unique_ptr<HttpsFetcher> makeHttpsFetcher();
 
 }  // namespace Nimbrel

@@ -223,5 +223,25 @@ TEST_F(MainProcessTest, AMinimisedWindowComesBackWhenItIsAskedFor) {
   EXPECT_TRUE(window().isVisible());
 }
 
+VerifiedUpdate newRelease() {
+  return {.offer = {.version = "9.1", .url = "https://updates.example/nimbrel_9.1.deb"},
+          .download = std::make_shared<const std::string>("the new program")};
+}
+
+TEST_F(MainProcessTest, WhatIsNewIsShownAndSavedWhenTheUserWantsIt) {
+  process_->offer(newRelease());
+  ASSERT_NE(window().findChild<QDialog*>(QStringLiteral("updateSheet")), nullptr);
+  window().findChild<QPushButton*>(QStringLiteral("update.save"))->click();
+  EXPECT_TRUE(Testing::waitUntil([this] { return store_->status() == "Saved nimbrel_9.1.deb"; }));
+}
+
+TEST_F(MainProcessTest, WhatIsNewWaitsForTheSheetThatIsUp) {
+  QDialog other(&window());
+  other.setWindowModality(Qt::WindowModal);
+  other.open();
+  process_->offer(newRelease());
+  EXPECT_EQ(window().findChild<QDialog*>(QStringLiteral("updateSheet")), nullptr);
+}
+
 }  // namespace
 }  // namespace Nimbrel

@@ -1,5 +1,8 @@
 #include "App/MainProcess.h"
 
+#include "Linux/Factory.h"
+#include "Model/AppIdentity.h"
+#include "Platform/UserFolders.h"
 #include "Views/Editor/EditorView.h"
 #include "Views/Gallery/GalleryView.h"
 #include "Views/Gallery/MultiSelectionView.h"
@@ -11,21 +14,43 @@
 #include "Views/Sheets/DuplicatesView.h"
 #include "Views/Sheets/PurgeView.h"
 #include "Views/Sheets/ShrinkView.h"
+#include "Views/Sheets/UpdateView.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QPointer>
+#include <QStandardPaths>
+#include <QTimer>
 
+#include <chrono>
 #include <utility>
 
 namespace Nimbrel {
 
 namespace {
 
+// Once the window is up: what a connection needs takes a while to load.
+constexpr std::chrono::seconds untilFirstLook{2};
+// A sheet that nobody asked for waits for what the user has open.
+constexpr std::chrono::minutes untilAskedAgain{1};
+
 /// Beside the program.
 UpdateSettings readUpdateSettings() {
   const auto file = QCoreApplication::applicationDirPath() + QStringLiteral("/nimbrel-info.json");
   return UpdateSettings::read(QFile::encodeName(file).toStdString());
+}
+
+UpdateController::Means updateMeans() {
+  const auto downloads = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+  const auto openDefaults = [] {
+    const auto folders = UserFolders::ofCurrentUser();
+    return AppIdentity::openDefaults(folders ? folders->preferences : std::string());
+  };
+  return {.makeFetcher = makeHttpsFetcher,
+          .openDefaults = openDefaults,
+          .version = NIMBREL_VERSION,
+          .downloads = QFile::encodeName(downloads).toStdString(),
+          .untilFirstLook = untilFirstLook};
 }
 
 }  // namespace
@@ -48,7 +73,7 @@ MainProcess::MainProcess(Store& store, WindowServices services)
       pins_(store, previews_, services.windowStacking),
       quickFind_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
       shelf_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
-      updates_(readUpdateSettings(), store, services.workspace),
+      updates_(readUpdateSettings(), store, services.workspace, updateMeans()),
       exports_(store, services.workspace),
       window_(store, icons_, parts()),
       prompt_(services.ownerAuthentication, window_),
@@ -58,6 +83,7 @@ MainProcess::MainProcess(Store& store, WindowServices services)
   connect(&store, &Store::hidingRequested, this, &MainProcess::hideWindows);
   connect(&store, &Store::unhidingRequested, this, &MainProcess::unhideWindows);
   connect(&store, &Store::fileReplaced, this, &MainProcess::forgetPictures);
+  connect(&updates_, &UpdateController::updateFound, this, &MainProcess::offer);
 }
 
 WindowParts MainProcess::parts() {
@@ -146,6 +172,19 @@ void MainProcess::pinSelected() {
 void MainProcess::showSettings() {
   if (!settings_) settings_ = new SettingsView(store_, {}, &window_);
   settings_->raiseWindow();
+}
+
+void MainProcess::offer(const VerifiedUpdate& update) {
+  if (isQuitting_) return;
+  const bool isBusy = QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
+  if (isBusy || !hidden_.empty()) {
+    return QTimer::singleShot(untilAskedAgain, this, [this, update] { offer(update); });
+  }
+  auto* sheet = new UpdateView(
+      {.version = update.offer.version, .running = NIMBREL_VERSION, .notes = update.offer.notes}, &window_);
+  connect(sheet, &UpdateView::saveRequested, &updates_, [this, update] { updates_.save(update); });
+  connect(sheet, &UpdateView::skipRequested, &updates_, [this, update] { updates_.skip(update); });
+  sheet->open();
 }
 
 void MainProcess::raise(const std::string& token) {

@@ -64,6 +64,9 @@ class MainProcess final : public QObject {
   /// Does what somebody wants who has started the program again: without a wish of its own, the window is shown.
   void answer(const StartRequest& request);
 
+  /// Shows what is new, once no other sheet is up and no capture is taken.
+  void offer(const VerifiedUpdate& update);
+
   /// Ends the event loop once nothing that was copied or is exported here is lost with the process; until then it
   /// stays without a window. Again, it does nothing.
   void quit();

@@ -16,6 +16,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QIcon>
 #include <QThreadPool>
 #include <QTimer>
 
@@ -70,7 +71,8 @@ std::unique_ptr<QCoreApplication> makeApplication(ProcessRole role, int& argc, c
   if (role == ProcessRole::menuBarCompanion) qunsetenv("SESSION_MANAGER");
   auto application = std::make_unique<QApplication>(argc, argv);
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Nimbrel"));
-  QGuiApplication::setDesktopFileName(QStringLiteral("nimbrel"));
+  QGuiApplication::setDesktopFileName(QString::fromStdString(AppIdentity::bundleIdentifier()));
+  QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/Icons/com.halderquist.nimbrel.svg")));
   // What was copied may keep the process after its window.
   QGuiApplication::setQuitOnLastWindowClosed(false);
   installDesign(*application);

@@ -8,15 +8,17 @@
 #include <span>
 #include <string_view>
 
-/// SHA-256, random bytes, and AES-256 in Galois/Counter Mode (NIST SP 800-38D) with a nonce of 96 bits, a tag of 128
-/// and no additional data. Any thread; an object on one thread at a time. Bytes are chars, as in all of Nimbrel. What
-/// is absent or false here means that the library of the system refused, which it does only when it is broken or out of
-/// memory, unless something else is said.
+/// SHA-256, random bytes, signatures by Ed25519 (RFC 8032), and AES-256 in Galois/Counter Mode (NIST SP 800-38D) with a
+/// nonce of 96 bits, a tag of 128 and no additional data. Any thread; an object on one thread at a time. Bytes are
+/// chars, as in all of Nimbrel. What is absent or false here means that the library of the system refused, which it
+/// does only when it is broken or out of memory, unless something else is said.
 namespace Nimbrel::Crypto {
 
 using Digest = std::array<char, 32>;
 using Nonce = std::array<char, 12>;
 using Tag = std::array<char, 16>;
+using PublicKey = std::array<char, 32>;
+using Signature = std::array<char, 64>;
 
 /// The longest message that the mode allows under one nonce, in bytes.
 inline constexpr std::uint64_t longestMessage = (std::uint64_t{1} << 36) - 32;
@@ -25,6 +27,10 @@ inline constexpr std::uint64_t longestMessage = (std::uint64_t{1} << 36) - 32;
 
 /// Fills the room with bytes that nobody can foretell.
 [[nodiscard]] bool fillRandomly(std::span<char> room);
+
+/// Whether the signature was made for exactly these bytes by whoever holds the other half of the key. Ed25519 itself,
+/// without a hash before it.
+[[nodiscard]] bool isSigned(std::string_view bytes, const Signature& signature, const PublicKey& key);
 
 /// Gives back what the library of the system keeps for the calling thread, which may go on using it. At the end of work
 /// in a thread that nobody joins: the library ends with the program, and a thread that ends at the same moment leaves
