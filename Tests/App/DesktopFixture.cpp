@@ -2,6 +2,7 @@
 
 #include "Support/Waiting.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QProcess>
 #include <QTimer>
@@ -65,6 +66,18 @@ void DesktopFixture::act(const QString& words) {
 void DesktopFixture::pointTo(QPoint place) {
   act(QStringLiteral("mousemove ") + number(place.x()) + QLatin1Char(' ') + number(place.y()));
   EXPECT_TRUE(waitUntil([&] { return QCursor::pos() == place; })) << "the pointer does not come there";
+}
+
+void DesktopFixture::pointAt(const QWidget& widget, const std::function<QPoint()>& place) {
+  const auto isThere = [&] {
+    const auto* hit = QApplication::widgetAt(QCursor::pos());
+    return hit == &widget || (hit != nullptr && widget.isAncestorOf(hit));
+  };
+  EXPECT_TRUE(waitUntil([&] {
+    const auto point = widget.mapToGlobal(place());
+    pointTo(point);
+    return isThere() && widget.mapToGlobal(place()) == point;
+  })) << widget.objectName().toStdString();
 }
 
 QPoint DesktopFixture::middleOf(const QString& title) {

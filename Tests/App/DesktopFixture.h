@@ -4,6 +4,7 @@
 #include "Support/FakeOwnerAuthentication.h"
 
 #include <QRect>
+#include <QWidget>
 
 #include <functional>
 #include <string>
@@ -29,6 +30,9 @@ class DesktopFixture : public ApplicationFixture {
   static void act(const QString& words);
   /// The same with the pointer: goes there, on the screen.
   static void pointTo(QPoint place);
+  /// The same to a place of a widget, again until the widget is what lies there: its window may still be on its way, or
+  /// a tool tip over it.
+  static void pointAt(const QWidget& widget, const std::function<QPoint()>& place);
   /// The middle of the window of that title, once it is seen.
   [[nodiscard]] static QPoint middleOf(const QString& title);
   /// Goes on moving the pointer around that place until it is told that this was enough, also while a drag runs; then

@@ -48,17 +48,7 @@ class EditorDesktopTest : public Testing::DesktopFixture {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&editor()));
     ASSERT_TRUE(waitUntil([this] { return !editor().isLoading(); }));
   }
-  /// Until the widget is what lies there: the sheet may still be on its way, or a tool tip over it.
-  static void pointAt(const QWidget& widget, const std::function<QPoint()>& place) {
-    const auto isThere = [&] {
-      const auto* hit = QApplication::widgetAt(QCursor::pos());
-      return hit == &widget || (hit != nullptr && widget.isAncestorOf(hit));
-    };
-    EXPECT_TRUE(waitUntil([&] {
-      pointTo(widget.mapToGlobal(place()));
-      return isThere();
-    })) << widget.objectName().toStdString();
-  }
+  using DesktopFixture::pointAt;
   void pointAt(const char* name) const {
     const auto& widget = part(name);
     pointAt(widget, [&] { return widget.rect().center(); });

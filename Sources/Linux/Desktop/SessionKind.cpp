@@ -1,6 +1,6 @@
 #include "Linux/Desktop/SessionKind.h"
 
-#include <QtGlobal>
+#include <QByteArray>
 
 namespace Nimbrel {
 

@@ -30,7 +30,7 @@ xcb_window_t X11TrayHost::askOwner() {
   const auto cookie = xcb_get_selection_owner(connection_.get(), connection_.atom(traySelection));
   const XcbOwned<xcb_get_selection_owner_reply_t> reply(
       xcb_get_selection_owner_reply(connection_.get(), cookie, nullptr));
-  return reply ? reply->owner : XCB_WINDOW_NONE;
+  return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 void X11TrayHost::look() {

@@ -87,8 +87,12 @@ std::uint16_t X11Keyboard::modifierOf(xcb_keysym_t symbol) const {
 
 std::vector<std::uint16_t> X11Keyboard::lockStates() const {
   std::uint16_t locks = XCB_MOD_MASK_LOCK;
-  if (symbolsPerKey > 0 && keysPerModifier > 0) locks |= modifierOf(numLockSymbol) | modifierOf(scrollLockSymbol);
-  locks &= static_cast<std::uint16_t>(~combination);
+  if (symbolsPerKey > 0 && keysPerModifier > 0) {
+    for (const auto symbol : {numLockSymbol, scrollLockSymbol}) {
+      locks = static_cast<std::uint16_t>(locks | modifierOf(symbol));
+    }
+  }
+  locks = static_cast<std::uint16_t>(locks & ~combination);
   std::vector<std::uint16_t> states;
   // All subsets of the bits, counted down.
   for (auto state = locks;; state = static_cast<std::uint16_t>((state - 1) & locks)) {

@@ -23,6 +23,9 @@ CompanionProcess::CompanionProcess(Store& store, const WindowServices& services,
               .previews = previews_,
               .stacking = services.windowStacking,
               .activation = services.windowActivation}),
+      quickFind_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
+      shelf_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
+      windows_(store, services, exports_, [this](const std::string& path) { forgetPictures(path); }),
       prompt_(services.ownerAuthentication, panel_),
       activity_(store),
       notice_(store, tray) {
@@ -31,19 +34,17 @@ CompanionProcess::CompanionProcess(Store& store, const WindowServices& services,
     openMainApp_({});
   });
   connect(&panel_, &MenuBarView::quitRequested, this, &CompanionProcess::quit);
-  connect(&store, &Store::windowRequested, this, [this] { openMainApp_({}); });
+  connect(&windows_, &CompanionWindows::opened, &panel_, &QWidget::hide);
   connect(&store, &Store::showMenuBarChanged, this, &CompanionProcess::showIcon);
-  connect(&store, &Store::showRecordingToolsChanged, this, &CompanionProcess::followRecordingTools);
+  connect(&store, &Store::quickFindRequested, &quickFind_, &QuickFindPanel::toggle);
   connect(&store, &Store::hidingRequested, this, &CompanionProcess::hideWindows);
   connect(&store, &Store::unhidingRequested, this, &CompanionProcess::unhideWindows);
-  connect(&store, &Store::fileReplaced, this, [this](const std::string& path) {
-    thumbs_.remove(path);
-    previews_.remove(path);
-  });
+  connect(&store, &Store::fileReplaced, this, &CompanionProcess::forgetPictures);
   connect(&Theme::shared(), &Theme::changed, this, &CompanionProcess::dress);
   tray_.onActivated(
       [this](const TrayIcon::Activation& activation) { panel_.toggleAt(activation.place, activation.token); });
   actions_.add(MenuBarCompanion::unaskedAction, [](const std::string&) {});
+  actions_.add("find", [this](const std::string&) { quickFind_.open(); });
   dress();
   showIcon();
 }
@@ -51,7 +52,6 @@ CompanionProcess::CompanionProcess(Store& store, const WindowServices& services,
 CompanionProcess::~CompanionProcess() {
   tray_.setVisible(false);
   tray_.onActivated({});
-  delete recordingTools_;
 }
 
 void CompanionProcess::dress() { tray_.setLook(trayPicture(), tr("Nimbrel")); }
@@ -66,25 +66,9 @@ void CompanionProcess::answer(const StartRequest& request) {
   panel_.openAt({}, request.activationToken);
 }
 
-void CompanionProcess::followRecordingTools() {
-  if (store_.showRecordingTools()) return openRecordingTools();
-  if (recordingTools_) recordingTools_->reject();
-}
-
-void CompanionProcess::openRecordingTools() {
-  if (!recordingTools_) {
-    const auto& recording = store_.lastRecordingURL();
-    if (!recording) return store_.setShowRecordingTools(false);
-    // Of no window, so that it outlives the panel.
-    recordingTools_ = new RecordingToolsView(services_.workspace, exports_, *recording, nullptr);
-    recordingTools_->setWindowModality(Qt::NonModal);
-    recordingTools_->setAttribute(Qt::WA_QuitOnClose, false);
-    connect(recordingTools_, &QDialog::finished, this, [this] { store_.setShowRecordingTools(false); });
-  }
-  panel_.hide();
-  recordingTools_->show();
-  recordingTools_->raise();
-  services_.windowActivation.bringToFront(*recordingTools_->windowHandle(), {});
+void CompanionProcess::forgetPictures(const std::string& path) {
+  thumbs_.remove(path);
+  previews_.remove(path);
 }
 
 void CompanionProcess::hideWindows() {
@@ -114,6 +98,8 @@ void CompanionProcess::quit() {
   if (std::exchange(isQuitting_, true)) return;
   Q_EMIT quitBegun();
   showIcon();
+  // A capture may still end.
+  store_.disconnect(&shelf_);
   for (auto* widget : QApplication::topLevelWidgets()) widget->hide();
   services_.pasteboard.handOver(this, [this] { exports_.whenDone([] { QCoreApplication::exit(); }); });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "App/CompanionWindows.h"
 #include "App/DesktopActions.h"
 #include "App/MainProcess.h"
 #include "App/TrayNotice.h"
@@ -10,8 +11,9 @@
 #include "Views/Gallery/GalleryPreviewCache.h"
 #include "Views/Gallery/ThumbCache.h"
 #include "Views/Recording/RecordingExports.h"
-#include "Views/Recording/RecordingToolsView.h"
+#include "Views/QuickFind/QuickFindPanel.h"
 #include "Views/Sheets/AuthenticationPrompt.h"
+#include "Views/Shelf/CaptureShelf.h"
 #include "Views/Window/ActivityWatch.h"
 
 #include <QObject>
@@ -40,6 +42,8 @@ class CompanionProcess final : public QObject {
   CompanionProcess& operator=(const CompanionProcess&) = delete;
 
   [[nodiscard]] MenuBarView& panel() { return panel_; }
+  [[nodiscard]] QuickFindPanel& quickFind() { return quickFind_; }
+  [[nodiscard]] CaptureShelf& shelf() { return shelf_; }
   /// What the launcher may ask for; whoever offers more adds it.
   [[nodiscard]] DesktopActions& actions() { return actions_; }
 
@@ -57,8 +61,7 @@ class CompanionProcess final : public QObject {
  private:
   void dress();
   void showIcon();
-  void followRecordingTools();
-  void openRecordingTools();
+  void forgetPictures(const std::string& path);
   void hideWindows();
   void unhideWindows();
 
@@ -71,10 +74,12 @@ class CompanionProcess final : public QObject {
   GalleryPreviewCache previews_;
   RecordingExports exports_;
   MenuBarView panel_;
+  QuickFindPanel quickFind_;
+  CaptureShelf shelf_;
+  CompanionWindows windows_;
   AuthenticationPrompt prompt_;
   ActivityWatch activity_;
   TrayNotice notice_;
-  QPointer<RecordingToolsView> recordingTools_;
   std::vector<QPointer<QWidget>> hidden_;  ///< while a capture is taken
   bool isQuitting_ = false;
 };

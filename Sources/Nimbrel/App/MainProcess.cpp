@@ -12,6 +12,7 @@
 #include "Views/Recording/RecordingToolsView.h"
 #include "Views/Sheets/CleanupSuggestionsView.h"
 #include "Views/Sheets/DuplicatesView.h"
+#include "Views/Sheets/PrivacyPolicyView.h"
 #include "Views/Sheets/PurgeView.h"
 #include "Views/Sheets/ShrinkView.h"
 #include "Views/Sheets/UpdateView.h"
@@ -79,7 +80,9 @@ MainProcess::MainProcess(Store& store, WindowServices services)
       prompt_(services.ownerAuthentication, window_),
       activity_(store) {
   connect(&window_, &ContentView::closed, this, &MainProcess::quit);
+  actions_.add("find", [this](const std::string&) { quickFind_.open(); });
   connect(&store, &Store::windowRequested, this, [this] { raise(); });
+  connect(&store, &Store::quickFindRequested, &quickFind_, &QuickFindPanel::toggle);
   connect(&store, &Store::hidingRequested, this, &MainProcess::hideWindows);
   connect(&store, &Store::unhidingRequested, this, &MainProcess::unhideWindows);
   connect(&store, &Store::fileReplaced, this, &MainProcess::forgetPictures);
@@ -170,7 +173,12 @@ void MainProcess::pinSelected() {
 }
 
 void MainProcess::showSettings() {
-  if (!settings_) settings_ = new SettingsView(store_, {}, &window_);
+  if (!settings_) {
+    settings_ = new SettingsView(store_,
+                                 {.applyHotkeySetting = [this] { store_.applyHotkeySetting(); },
+                                  .privacyPolicy = [](QWidget* window) { return new PrivacyPolicyView(window); }},
+                                 &window_);
+  }
   settings_->raiseWindow();
 }
 

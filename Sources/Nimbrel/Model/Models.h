@@ -59,6 +59,11 @@ struct Shot {
   [[nodiscard]] std::string_view titleGuess() const;
 };
 
+/// Whether both are states of one row: an id may come again after its row is gone.
+[[nodiscard]] inline bool isSameRow(const Shot& one, const Shot& other) {
+  return one.id == other.id && one.added == other.added;
+}
+
 /// A shot of a snapshot. Snapshots share the rows that did not change between them, so one pointer means one value.
 /// Never null; immutable, and so safe in any thread.
 using ShotPtr = std::shared_ptr<const Shot>;

@@ -15,13 +15,6 @@
 
 namespace Nimbrel {
 
-namespace {
-
-/// An id may come again after its row is gone.
-bool isSameRow(const Shot& one, const Shot& other) { return one.id == other.id && one.added == other.added; }
-
-}  // namespace
-
 InspectorView::InspectorView(Store& store, AppIcons& icons, ThumbCache& thumbs, GalleryPreviewCache& previews,
                              QWidget* parent)
     : QWidget(parent),

@@ -20,9 +20,6 @@ namespace {
 constexpr int threadCount = 2;
 constexpr double roundingPixels = 1.5;
 
-/// An id may come again after its row is gone.
-bool isSameRow(const Shot& one, const Shot& other) { return one.id == other.id && one.added == other.added; }
-
 int longerSide(const QImage& image) { return std::max(image.width(), image.height()); }
 
 /// More is never seen at once on any screen.

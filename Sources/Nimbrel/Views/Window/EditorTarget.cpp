@@ -5,13 +5,6 @@
 
 namespace Nimbrel {
 
-namespace {
-
-/// An id may come again after its row is gone.
-bool isSameRow(const Shot& one, const Shot& other) { return one.id == other.id && one.added == other.added; }
-
-}  // namespace
-
 EditorTarget::EditorTarget(Store& store, QObject* parent) : QObject(parent), store_(store) {
   connect(&store, &Store::unlockedSensitiveIDsChanged, this, &EditorTarget::closeLocked);
   // With protection switched on, shots are locked that were never unlocked.

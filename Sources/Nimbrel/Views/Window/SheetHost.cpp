@@ -4,7 +4,13 @@
 
 namespace Nimbrel {
 
-SheetHost::SheetHost(QWidget& window) : QObject(&window), window_(window) {}
+SheetHost::SheetHost(QWidget& window) : QObject(&window), window_(&window) {}
+
+SheetHost::SheetHost(QObject* parent) : QObject(parent) {}
+
+SheetHost::~SheetHost() {
+  if (window_ == nullptr) delete dialog_;
+}
 
 void SheetHost::add(Sheet sheet) { sheets_.push_back(std::move(sheet)); }
 
@@ -19,12 +25,18 @@ void SheetHost::look() {
 }
 
 void SheetHost::open(std::size_t index) {
-  auto* dialog = sheets_[index].make ? sheets_[index].make(&window_) : nullptr;
+  auto* dialog = sheets_[index].make ? sheets_[index].make(window_) : nullptr;
   if (dialog == nullptr) return sheets_[index].dismissed();
   index_ = index;
   dialog_ = dialog;
   connect(dialog, &QDialog::finished, this, &SheetHost::end);
-  dialog->open();
+  if (window_ == nullptr) {
+    dialog->setWindowModality(Qt::NonModal);
+    dialog->show();
+  } else {
+    dialog->open();
+  }
+  Q_EMIT opened();
 }
 
 void SheetHost::end() {
