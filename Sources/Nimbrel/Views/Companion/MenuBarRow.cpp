@@ -140,10 +140,10 @@ void MenuBarRow::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void MenuBarRow::drag() {
-  auto data = dragData(store_, *shot_);
-  if (!data) return;
+  auto dragged = dragData(store_, *shot_);
+  if (!dragged) return;
   auto* drag = new QDrag(this);
-  drag->setMimeData(data.release());
+  drag->setMimeData(dragged.release());
   drag->setPixmap(dragPreview(thumbs_.picture(shot_->path), devicePixelRatioF()));
   drag->exec(Qt::CopyAction);
 }

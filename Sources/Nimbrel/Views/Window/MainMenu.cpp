@@ -6,10 +6,6 @@ namespace Nimbrel {
 
 namespace {
 
-/// Of what is not part of this build.
-bool never() { return false; }
-void nothing() {}
-
 QString text(const char* utf8) { return QString::fromUtf8(utf8); }
 
 }  // namespace
