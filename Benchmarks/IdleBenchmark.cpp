@@ -2,18 +2,15 @@
 // with a catalogue of 50,000 shots.
 
 #include "CatalogueMaker.h"
+#include "RunningProgram.h"
 
 #include <QCoreApplication>
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 
@@ -25,42 +22,6 @@ using namespace std::chrono_literals;
 constexpr int shots = 50'000;
 constexpr double largestShare = 0.002;
 constexpr double largestGrowth = 2e6;
-
-/// What the kernel counts for a process: the processor time that it has used, in seconds, and its memory in bytes.
-struct Usage {
-  double processor = 0;
-  double resident = 0;
-};
-
-Usage usageOf(qint64 process) {
-  std::ifstream file("/proc/" + std::to_string(process) + "/stat");
-  std::string line;
-  std::getline(file, line);
-  // The name of the program stands in brackets and may hold blanks.
-  std::istringstream fields(line.substr(line.rfind(')') + 1));
-  constexpr int userTicks = 12;
-  constexpr int pages = 22;
-  std::string field;
-  Usage usage;
-  for (int number = 1; fields >> field; ++number) {
-    if (number == userTicks || number == userTicks + 1) {
-      usage.processor += std::stod(field) / static_cast<double>(sysconf(_SC_CLK_TCK));
-    }
-    if (number == pages) usage.resident = std::stod(field) * static_cast<double>(sysconf(_SC_PAGESIZE));
-  }
-  return usage;
-}
-
-/// Waits until the process has used no processor time for so long.
-void waitUntilQuiet(qint64 process, std::chrono::seconds quiet) {
-  auto since = std::chrono::steady_clock::now();
-  for (double used = -1; std::chrono::steady_clock::now() - since < quiet; std::this_thread::sleep_for(100ms)) {
-    const auto now = usageOf(process).processor;
-    if (now - used < 0.02) continue;
-    used = now;
-    since = std::chrono::steady_clock::now();
-  }
-}
 
 QProcessEnvironment environmentIn(const QString& home) {
   auto environment = QProcessEnvironment::systemEnvironment();
@@ -81,9 +42,9 @@ int measure(const QString& program, std::chrono::seconds time) {
   worker.start(program, QStringList());
   if (!worker.waitForStarted()) return EXIT_FAILURE;
   waitUntilQuiet(worker.processId(), 5s);
-  const auto before = usageOf(worker.processId());
+  const auto before = runningUsage(worker.processId());
   std::this_thread::sleep_for(time);
-  const auto after = usageOf(worker.processId());
+  const auto after = runningUsage(worker.processId());
   worker.terminate();
   worker.waitForFinished();
 

@@ -4,6 +4,7 @@
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -43,18 +44,26 @@ MarkedScreen::~MarkedScreen() {
   }
 }
 
-std::size_t MarkedScreen::marked() const {
-  // The header of an XWD file: its size, the width, the height, the bytes of a line, the number of colours.
-  const auto line = field(12);
-  const auto* image = pixels_ + field(0) + field(19) * 12;
+std::size_t MarkedScreen::marked(std::size_t width) const {
+  width = std::min(width, field(4));
   std::size_t count = 0;
   for (std::size_t y = 0; y < field(5); y += step) {
-    for (std::size_t x = 0; x < field(4); x += step) {
-      const auto* pixel = image + y * line + x * 4;
+    for (std::size_t x = 0; x < width; x += step) {
+      const auto* pixel = at(x, y);
       if (pixel[0] > 150 && pixel[1] < 60 && pixel[2] > 200) ++count;
     }
   }
   return count;
+}
+
+QRgb MarkedScreen::pixel(QPoint place) const {
+  const auto* bytes = at(static_cast<std::size_t>(place.x()), static_cast<std::size_t>(place.y()));
+  return qRgb(bytes[2], bytes[1], bytes[0]);
+}
+
+const uchar* MarkedScreen::at(std::size_t x, std::size_t y) const {
+  // The header of an XWD file: its size, the width, the height, the bytes of a line, the number of colours.
+  return pixels_ + field(0) + field(19) * 12 + y * field(12) + x * 4;
 }
 
 std::size_t MarkedScreen::field(int number) const {

@@ -2,10 +2,12 @@
 
 #include <QColor>
 #include <QFile>
+#include <QPoint>
 #include <QProcess>
 #include <QString>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -29,11 +31,15 @@ class MarkedScreen {
 
   /// As the environment names it.
   [[nodiscard]] const QString& name() const { return name_; }
-  /// How much of the screen has the colour: of every fourth pixel of every fourth line.
-  [[nodiscard]] std::size_t marked() const;
+  /// How much of the screen has the colour, up to that column: of every fourth pixel of every fourth line.
+  [[nodiscard]] std::size_t marked(std::size_t width = SIZE_MAX) const;
+  /// The colour of a place on the screen.
+  [[nodiscard]] QRgb pixel(QPoint place) const;
 
  private:
   [[nodiscard]] std::size_t field(int number) const;
+  /// The bytes of a pixel: blue, green, red.
+  [[nodiscard]] const uchar* at(std::size_t x, std::size_t y) const;
 
   QProcess server_;
   QProcess manager_;
