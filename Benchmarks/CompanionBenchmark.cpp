@@ -61,8 +61,8 @@ class User {
     QDir().mkpath(QString::fromStdString(path("Desktop")));
     QProcess settings;
     settings.setProcessEnvironment(environment_);
-    settings.start(program("nimbrelctl"), {QStringLiteral("settings"), QStringLiteral("set"),
-                                           QStringLiteral("quickFindHotkey"), QStringLiteral("true")});
+    settings.start(program("nimbrelctl"),
+                   {QStringLiteral("settings"), QStringLiteral("quickFindHotkey"), QStringLiteral("true")});
     if (!settings.waitForFinished() || settings.exitCode() != 0) fail("the hotkey is not switched on");
   }
 
