@@ -1,6 +1,7 @@
 #include "Platform/Defaults.h"
 
 #include "Support/LogRecorder.h"
+#include "Support/ReadOnlyFile.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -138,6 +139,33 @@ TEST_F(DefaultsTest, WhatCannotBeWrittenIsKeptForTheLifeOfTheProcess) {
   ASSERT_FALSE(log_.lines().empty());
   EXPECT_THAT(log_.lines().back(), HasSubstr("cannot be written"));
   EXPECT_EQ(contentOf(folder_.path("Nimbrel")), "a file where the folder should be");
+}
+
+TEST_F(DefaultsTest, WhatCouldNotBeWrittenIsWrittenOnceThatIsPossible) {
+  const auto inTheWay = folder_.write("Nimbrel", "a file where the folder should be");
+  Defaults defaults(folder_.path("Nimbrel"), "suite");
+  EXPECT_FALSE(defaults.set(key, 7));
+  std::filesystem::remove(inTheWay);
+  const auto complaints = log_.lines().size();
+  EXPECT_TRUE(defaults.set(QStringLiteral("other"), 8));
+  EXPECT_EQ(log_.lines().size(), complaints);
+  EXPECT_THAT(contentOf(file()), HasSubstr("\"key\": 7"));
+  EXPECT_THAT(contentOf(file()), HasSubstr("\"other\": 8"));
+}
+
+TEST_F(DefaultsTest, AFileThatCannotBeWrittenStaysAsItIsUntilItCan) {
+  Defaults defaults(folder_.path("Nimbrel"), "suite");
+  ASSERT_TRUE(defaults.set(key, 1));
+  const auto before = contentOf(file());
+  {
+    const Testing::ReadOnlyFile readOnly(file());
+    EXPECT_FALSE(defaults.set(key, 2));
+    defaults.synchronize();
+    EXPECT_EQ(defaults.value(key).toInt(), 2);
+    EXPECT_EQ(contentOf(file()), before);
+  }
+  defaults.synchronize();
+  EXPECT_THAT(contentOf(file()), HasSubstr("\"key\": 2"));
 }
 
 TEST(DataValue, OtherValuesHoldNoBytes) {

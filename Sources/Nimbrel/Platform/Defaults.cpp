@@ -59,6 +59,14 @@ QString suiteFile(const std::string& folder, const std::string& name) {
   return QFile::decodeName(folder.c_str()) + QLatin1Char('/') + QString::fromStdString(name) + QLatin1String(".json");
 }
 
+/// What QSettings objects over one file have left to write is shared by them all, but each tells its first error for
+/// good: a new one tries anew and tells only of that.
+bool isWrittenByNow(const QString& file) {
+  QSettings again(file, jsonFormat());
+  again.sync();
+  return again.status() == QSettings::NoError;
+}
+
 }  // namespace
 
 Defaults::Defaults(const std::string& folder, const std::string& name)
@@ -84,7 +92,7 @@ bool Defaults::remove(const QString& key) {
 
 bool Defaults::write() {
   settings_.sync();
-  if (settings_.status() == QSettings::NoError) return true;
+  if (settings_.status() == QSettings::NoError || isWrittenByNow(filePath())) return true;
   Log::write("Nimbrel: settings file " + filePath().toStdString() + " cannot be written");
   return false;
 }

@@ -222,6 +222,14 @@ TEST_F(RulesPaneTest, RulesAreAppliedToAllShots) {
   EXPECT_EQ(store_->status(), "Applied automatic rules");
 }
 
+TEST_F(RulesPaneTest, AGroupIsCalledAsItsRuleIs) {
+  settings().automationRules.set({ruleNamed("a"), ruleNamed("b")});
+  show();
+  EXPECT_EQ(group(1).accessibleName(), QStringLiteral("b"));
+  write(in<QLineEdit>(group(1), "name"), "Receipts");
+  EXPECT_EQ(group(1).accessibleName(), QStringLiteral("Receipts"));
+}
+
 TEST_F(RulesPaneTest, ALongConditionIsNotCutByAnEdit) {
   auto rule = ruleNamed("a");
   rule.containsText = std::string(40'000, 'x');

@@ -1,8 +1,11 @@
 #include "Views/Settings/SettingsView.h"
 
 #include "Views/Settings/RuleGroup.h"
+#include "Views/Shared/TextStyles.h"
 #include "Views/Sheets/SheetFixture.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QScrollArea>
@@ -56,6 +59,38 @@ TEST_F(SettingsLooks, TheWindowIsDrawnInTheTokensOfTheTheme) {
   EXPECT_EQ(pane.mapTo(view_, QPoint()).x(), 20);
   EXPECT_EQ(colorAt(pane, {8, 40}), themeColor(Token::Group));
   EXPECT_EQ(scroll.viewport()->width() - (pane.x() + pane.width()), 8) << "the bar has the rest of the margin";
+}
+
+TEST_F(SettingsLooks, FieldsBeginBelowEachOther) {
+  show();
+  const auto begin = [this](const char* name) {
+    return view_->findChild<QWidget*>(QLatin1String(name))->mapTo(view_, QPoint()).x();
+  };
+  for (const char* name : {"settings.rule.containsText", "settings.rule.project", "settings.passphrase"}) {
+    EXPECT_EQ(begin(name), 179) << name;
+  }
+}
+
+TEST_F(SettingsLooks, FromRightToLeftAndWithLargerTextAllOfItStandsInTheWindow) {
+  QApplication::setLayoutDirection(Qt::RightToLeft);
+  const auto former = interfaceFont();
+  auto font = former;
+  font.setPointSizeF(15);
+  setInterfaceFont(font);
+  SettingsView large(*store_, {}, &window_);
+  large.findChild<RuleGroup*>()->setOpen(true);
+  large.setFixedHeight(2400);
+  large.raiseWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&large));
+  keepPictures(large, QStringLiteral("settings-large-from-right"));
+  for (const auto* control : large.findChildren<QAbstractButton*>()) {
+    if (!control->isVisible()) continue;
+    const QRect place(control->mapTo(&large, QPoint()), control->size());
+    EXPECT_TRUE(large.rect().contains(place)) << control->objectName().toStdString();
+    EXPECT_GE(control->width(), control->minimumSizeHint().width()) << control->objectName().toStdString();
+  }
+  setInterfaceFont(former);
+  QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 TEST_F(SettingsLooks, TheWholeFormIsDrawnInTheTokensOfTheTheme) {

@@ -77,6 +77,40 @@ TEST_F(SettingsViewTest, EveryControlHasAName) {
   }
 }
 
+TEST_F(SettingsViewTest, WhatTabReachesIsInSight) {
+  settings().projects.set({"Launch"});
+  settings().syncRoot.set("/vault");
+  show();
+  click("addRule");
+  const auto& last = at("rescan");
+  const auto& viewport = *at<QScrollArea>("scroll").viewport();
+  at("libraryChoose").setFocus(Qt::TabFocusReason);
+  int stops = 0;
+  for (; QApplication::focusWidget() != &last && stops < 100; ++stops) {
+    const auto* focused = QApplication::focusWidget();
+    ASSERT_NE(focused, nullptr);
+    const QRect place(focused->mapTo(&viewport, QPoint()), focused->size());
+    EXPECT_TRUE(viewport.rect().contains(place)) << focused->objectName().toStdString();
+    QTest::keyClick(view_, Qt::Key_Tab);
+    QCoreApplication::sendPostedEvents();
+  }
+  EXPECT_EQ(QApplication::focusWidget(), &last) << "the last stop after " << stops;
+}
+
+TEST_F(SettingsViewTest, SpaceTurnsASwitch) {
+  show();
+  toggle("autoFile").setFocus(Qt::TabFocusReason);
+  QTest::keyClick(&toggle("autoFile"), Qt::Key_Space);
+  EXPECT_TRUE(settings().autoFile());
+}
+
+TEST_F(SettingsViewTest, ASwitchIsReadWithItsLabelAndItsExplanation) {
+  show();
+  EXPECT_EQ(toggle("autoFile").accessibleName(), QStringLiteral("File new screenshots automatically"));
+  EXPECT_EQ(toggle("autoFile").accessibleDescription(),
+            QStringLiteral("Filed shots move into year/month folders inside the library."));
+}
+
 TEST_F(SettingsViewTest, FromRightToLeftLabelsStandAtTheRight) {
   QApplication::setLayoutDirection(Qt::RightToLeft);
   show();
@@ -99,6 +133,7 @@ TEST_F(SettingsViewTest, LargerTextIsNotClipped) {
     if (!label->isVisible()) continue;
     EXPECT_GE(label->height(), label->fontMetrics().height()) << label->text().toStdString();
   }
+  EXPECT_EQ(at<QScrollArea>("scroll").horizontalScrollBar()->maximum(), 0);
   delete view_;
   setInterfaceFont(former);
 }

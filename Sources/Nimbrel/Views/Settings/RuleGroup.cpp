@@ -20,7 +20,7 @@ namespace {
 
 constexpr int openerSymbol = 13;
 constexpr int rowPaddingAlong = 5;
-constexpr int contentInset = 36;
+constexpr int contentIndent = 24;
 constexpr int pickerWidth = 170;
 
 QString nameOf(const QString& part) { return QStringLiteral("settings.rule.") + part; }
@@ -78,7 +78,8 @@ void RuleGroup::addContent() {
 void RuleGroup::addRow(QWidget* content) {
   auto* row = new QWidget;
   auto* line = new QHBoxLayout(row);
-  line->setContentsMargins(contentInset, rowPaddingAlong, Measures::rowPadding, rowPaddingAlong);
+  line->setContentsMargins(Measures::rowPadding + contentIndent, rowPaddingAlong, Measures::rowPadding,
+                           rowPaddingAlong);
   line->addStrut(scaled(Measures::formRowHeight) - 2 * rowPaddingAlong);
   line->addWidget(content);
   rows_->addWidget(row);
@@ -90,7 +91,7 @@ void RuleGroup::addField(const QString& label, const QString& name, std::string 
   field->setObjectName(nameOf(name));
   field->setFixedHeight(scaled(Measures::formFieldHeight));
   follow(*field, text);
-  addRow(labelledRow(label, field));
+  addRow(labelledRow(label, field, FormSection::Fit::Fill, contentIndent));
 }
 
 void RuleGroup::addPicker() {
@@ -102,7 +103,7 @@ void RuleGroup::addPicker() {
     rule_.project = project;
     Q_EMIT edited(rule_);
   });
-  addRow(labelledRow(tr("Project"), picker, FormSection::Fit::Keep));
+  addRow(labelledRow(tr("Project"), picker, FormSection::Fit::Keep, contentIndent));
 }
 
 void RuleGroup::addToggle(const QString& label, const QString& name, bool AutomationRule::*state) {
@@ -154,6 +155,8 @@ void RuleGroup::follow(QCheckBox& toggle, bool AutomationRule::*state) {
 void RuleGroup::setRule(const AutomationRule& rule, const std::vector<std::string>& projects) {
   rule_ = rule;
   projects_ = projects;
+  // Its fields are called as those of all other rules are.
+  setAccessibleName(QString::fromStdString(rule.name));
   for (const auto& show : shows_) show();
 }
 

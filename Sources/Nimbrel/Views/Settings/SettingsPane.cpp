@@ -72,14 +72,14 @@ QPushButton* settingsButton(const QString& title, const QString& name) {
   return button;
 }
 
-QWidget* labelledRow(const QString& label, QWidget* control, FormSection::Fit fit) {
+QWidget* labelledRow(const QString& label, QWidget* control, FormSection::Fit fit, int indent) {
   auto* row = new QWidget;
   auto* line = new QHBoxLayout(row);
   line->setContentsMargins(0, 0, 0, 0);
   line->setSpacing(labelGap);
   auto* words = new QLabel(label);
   setTextLook(*words, TextStyle::Body);
-  words->setMinimumWidth(scaled(labelWidth));
+  words->setMinimumWidth(scaled(labelWidth) - indent);
   words->setBuddy(control);
   control->setAccessibleName(label);
   line->addWidget(words);

@@ -48,8 +48,9 @@ class SettingsPane : public FormSection {
 /// A small button that does something, of that name behind "settings.".
 [[nodiscard]] QPushButton* settingsButton(const QString& title, const QString& name);
 
-/// A control behind a label, which is as wide as the others of its kind and becomes the control's accessible name.
+/// A control behind a label, which becomes the control's accessible name. The controls of all such rows begin below
+/// each other, also those of rows that are indented by so many device-independent pixels.
 [[nodiscard]] QWidget* labelledRow(const QString& label, QWidget* control,
-                                   FormSection::Fit fit = FormSection::Fit::Fill);
+                                   FormSection::Fit fit = FormSection::Fit::Fill, int indent = 0);
 
 }  // namespace Nimbrel

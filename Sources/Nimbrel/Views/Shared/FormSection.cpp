@@ -13,6 +13,7 @@ namespace Nimbrel {
 namespace {
 
 constexpr int rowPaddingAlong = 5;
+constexpr int explainedPaddingAlong = Measures::step8;
 constexpr int rowSpacing = 10;
 constexpr int titleInset = 2;
 constexpr int titleGap = 5;
@@ -47,13 +48,13 @@ class FormSection::Box final : public QWidget {
 
   void insert(int index, QWidget* row) { rows_->insertWidget(index, row); }
 
-  QHBoxLayout* insertRow(int index) {
+  QHBoxLayout* insertRow(int index, int paddingAlong = rowPaddingAlong) {
     auto* row = new QWidget;
     auto* line = new QHBoxLayout(row);
-    line->setContentsMargins(Measures::rowPadding, rowPaddingAlong, Measures::rowPadding, rowPaddingAlong);
+    line->setContentsMargins(Measures::rowPadding, paddingAlong, Measures::rowPadding, paddingAlong);
     line->setSpacing(rowSpacing);
     // Not a minimum of the row itself, which would hide that of two lines of text.
-    line->addStrut(scaled(Measures::formRowHeight) - 2 * rowPaddingAlong);
+    line->addStrut(scaled(Measures::formRowHeight) - 2 * paddingAlong);
     insert(index, row);
     return line;
   }
@@ -110,7 +111,7 @@ void FormSection::setAccessory(QWidget* widget) {
 void FormSection::addRow(const QString& label, QWidget* control, Fit fit, const QString& explanation) {
   if (control->accessibleName().isEmpty()) control->setAccessibleName(label);
   if (!explanation.isEmpty()) control->setAccessibleDescription(explanation);
-  auto* line = box_->insertRow(box_->count());
+  auto* line = box_->insertRow(box_->count(), explanation.isEmpty() ? rowPaddingAlong : explainedPaddingAlong);
   line->addWidget(labelColumn(label, explanation), fit == Fit::Keep ? 1 : 0);
   line->addWidget(control, fit == Fit::Fill ? 1 : 0);
 }
