@@ -1,8 +1,6 @@
 #include "Portal/PortalBus.h"
 
-#include "Platform/SessionBus.h"
-
-#include "Platform/SessionBus.h"
+#include "Portal/SessionBus.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>

@@ -4,6 +4,7 @@
 #include "Linux/Capture/ScreenCaptureProcess.h"
 #include "Linux/Factory.h"
 #include "Support/DesktopSession.h"
+#include "Support/EnvironmentVariable.h"
 #include "Support/ProgramRun.h"
 #include "Support/StoreHome.h"
 #include "Support/Waiting.h"
@@ -27,9 +28,23 @@ bool xdotool(const QStringList& words) {
   return waitUntil([&] { return tool.state() == QProcess::NotRunning; }) && tool.exitCode() == 0;
 }
 
-bool showsOverlay() {
+/// Whether a window with that title is on the screen.
+bool shows(const char* title) {
   return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                  QStringLiteral("^Select a part of the screen$")});
+                  QLatin1Char('^') + QLatin1String(title) + QLatin1Char('$')});
+}
+bool showsOverlay() { return shows("Select a part of the screen"); }
+bool showsQuickFind() { return shows("Quick Find"); }
+
+/// Whether a combination is refused to a program that comes now.
+bool isTaken(HotkeyAction action) {
+  const auto other = makeServices("org.example.other");
+  bool isRefused = false;
+  other.hotkeys->observe(
+      {.pressed = {}, .failed = [&isRefused](HotkeyAction, const HotkeyFailure&) { isRefused = true; }});
+  other.hotkeys->hold(action);
+  other.hotkeys->release(action);
+  return isRefused;
 }
 
 /// Presses the combination until a selection is asked for.
@@ -61,6 +76,10 @@ class HotkeyProcessesTest : public ::testing::Test {
     window_->settings().captureHotkey.set(true);
     window_->applyHotkeySetting();
   }
+  void switchQuickFindOnInWindow() const {
+    window_->settings().quickFindHotkey.set(true);
+    window_->applyHotkeySetting();
+  }
   void quitWindow() { window_.reset(); }
 
   void startCompanion() {
@@ -74,6 +93,8 @@ class HotkeyProcessesTest : public ::testing::Test {
     return log_.count("Nimbrel: could not register ⌃⇧5 (error 10)");
   }
 
+  /// For the companion, which is to show its windows.
+  Testing::EnvironmentVariable platform_{"QT_QPA_PLATFORM", "xcb"};
   Testing::DesktopSession session_;
   Testing::StoreHome home_;
   std::unique_ptr<Store> window_;
@@ -114,17 +135,26 @@ TEST_F(HotkeyProcessesTest, SwitchedOffItIsFreeForOthersAndStartsNothing) {
   ASSERT_TRUE(waitUntil([] { return !showsOverlay(); }));
   window_->settings().captureHotkey.set(false);
   window_->applyHotkeySetting();
-  const auto others = makeServices("org.example.other");
-  bool isTaken = true;
-  others.hotkeys->observe({.pressed = {}, .failed = [&](HotkeyAction, const HotkeyFailure&) { isTaken = true; }});
-  const auto isFree = [&] {
-    isTaken = false;
-    others.hotkeys->hold(HotkeyAction::capture);
-    return !isTaken;
-  };
-  EXPECT_TRUE(waitUntil(isFree));
+  EXPECT_TRUE(waitUntil([] { return !isTaken(HotkeyAction::capture); }));
   EXPECT_TRUE(xdotool({QStringLiteral("key"), QStringLiteral("ctrl+shift+5")}));
   EXPECT_FALSE(showsOverlay());
+}
+
+TEST_F(HotkeyProcessesTest, QuickFindOpensAndClosesByItsCombinationAndStaysWhileThatIsHeldDown) {
+  startCompanion();
+  switchQuickFindOnInWindow();
+  ASSERT_TRUE(waitUntil([] { return isTaken(HotkeyAction::quickFind); }));
+  const QStringList combination{QStringLiteral("ctrl"), QStringLiteral("shift"), QStringLiteral("space")};
+  ASSERT_TRUE(xdotool(QStringList{QStringLiteral("keydown")} + combination));
+  ASSERT_TRUE(waitUntil(showsQuickFind));
+  // Longer than what is held down keeps the focus from windows.
+  Testing::runEventLoopFor(std::chrono::milliseconds(600));
+  ASSERT_TRUE(xdotool(QStringList{QStringLiteral("keyup")} + combination));
+  EXPECT_TRUE(showsQuickFind());
+  for (const bool isOpen : {false, true, false}) {
+    ASSERT_TRUE(xdotool({QStringLiteral("key"), QStringLiteral("ctrl+shift+space")}));
+    EXPECT_TRUE(waitUntil([&] { return showsQuickFind() == isOpen; })) << isOpen;
+  }
 }
 
 }  // namespace

@@ -127,6 +127,16 @@ TEST_F(HotkeysTest, WhatWasGivenUpMeanwhileIsNotTriedAgain) {
   EXPECT_THAT(service_.released, IsEmpty());
 }
 
+TEST_F(HotkeysTest, AskedForAgainAFailureIsTriedAndToldAgain) {
+  service_.failures[Action::capture] = FakeHotkeyService::taken;
+  want(Action::capture, captures_);
+  hotkeys_->tryAgain();
+  want(Action::capture, captures_);
+  const std::string line = "Nimbrel: could not register ⌃⇧5 (error 10)";
+  EXPECT_THAT(log_.lines(), ElementsAre(line, line)) << "once for each time that it was asked for from outside";
+  EXPECT_EQ(service_.asked.size(), 3U);
+}
+
 TEST_F(HotkeysTest, SwitchedOnAnewAFailureIsToldAnew) {
   service_.failures[Action::capture] = FakeHotkeyService::taken;
   want(Action::capture, captures_);

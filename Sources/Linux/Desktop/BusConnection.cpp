@@ -1,6 +1,6 @@
 #include "Linux/Desktop/BusConnection.h"
 
-#include "Platform/SessionBus.h"
+#include "Portal/SessionBus.h"
 
 #include <QUuid>
 

@@ -1,6 +1,6 @@
 #include "Linux/Desktop/PortalAppearance.h"
 
-#include "Platform/SessionBus.h"
+#include "Portal/SessionBus.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>

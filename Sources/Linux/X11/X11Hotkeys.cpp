@@ -20,6 +20,8 @@ namespace {
 // Programs that type for somebody change the keyboard for a moment, several times over.
 constexpr auto settling = 200ms;
 constexpr std::uint16_t combination = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
+/// The rest of a state are the buttons of the pointer, and the layout.
+constexpr std::uint16_t allModifiers = 0xff;
 constexpr int badValue = 2;
 
 /// The keys of one combination, and the states of the locks in which each is grabbed.
@@ -37,6 +39,13 @@ struct KeyEnd {
 
   bool operator==(const KeyEnd&) const = default;
 };
+
+/// Whether it is a press of the combination. As long as one is held down all keys come here, whatever else is held.
+bool isOf(const Grab& grab, const xcb_key_press_event_t& press) {
+  if (std::ranges::find(grab.keys, press.detail) == grab.keys.end()) return false;
+  const auto modifiers = static_cast<std::uint16_t>(press.state & allModifiers);
+  return std::ranges::any_of(grab.lockStates, [&](auto locks) { return modifiers == (combination | locks); });
+}
 
 class X11Hotkeys final : public HotkeyService {
  public:
@@ -152,10 +161,8 @@ void X11Hotkeys::hear(const xcb_generic_event_t& event) {
 void X11Hotkeys::hearPress(const xcb_key_press_event_t& press) {
   // While a key stays down the server repeats it, each time let go and pressed in the same moment.
   if (lastEnd_ == KeyEnd{press.detail, press.time}) return;
-  // As long as one combination is held down, all keys come here.
-  if ((press.state & combination) != combination) return;
   for (const auto& [action, grab] : held_) {
-    if (std::ranges::find(grab.keys, press.detail) == grab.keys.end()) continue;
+    if (!isOf(grab, press)) continue;
     if (events_.pressed) events_.pressed(action);
     return;
   }
@@ -165,13 +172,16 @@ void X11Hotkeys::followKeyboard() {
   if (!connection_->isUp()) return;
   const auto keyboard = X11Keyboard::read(*connection_);
   if (!keyboard) return;
+  std::map<HotkeyAction, Grab> moved;
+  for (const auto& [action, grab] : held_) {
+    if (auto next = grabFor(*keyboard, action); next != grab) moved.emplace(action, std::move(next));
+  }
+  // All at first: one may take the place of another.
+  for (const auto& [action, next] : moved) letGo(held_[action]);
   std::map<HotkeyAction, HotkeyFailure> lost;
-  for (auto& [action, grab] : held_) {
-    auto next = grabFor(*keyboard, action);
-    if (next == grab) continue;
-    letGo(grab);
-    grab = std::move(next);
-    if (const auto failure = take(grab)) lost.emplace(action, *failure);
+  for (auto& [action, next] : moved) {
+    if (const auto failure = take(next)) lost.emplace(action, *failure);
+    held_[action] = std::move(next);
   }
   for (const auto& [action, failure] : lost) held_.erase(action);
   for (const auto& [action, failure] : lost) fail(action, failure);

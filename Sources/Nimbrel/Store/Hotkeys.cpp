@@ -18,8 +18,14 @@ Hotkeys::~Hotkeys() {
 }
 
 void Hotkeys::registerAction(Action action, Callback run) {
-  if (!refs_.insert(action).second) return;
+  if (refs_.contains(action)) return;
   waiting_.erase(action);
+  retried_.erase(action);
+  start(action, std::move(run));
+}
+
+void Hotkeys::start(Action action, Callback run) {
+  refs_.insert(action);
   handlers_.insert_or_assign(action, std::move(run));
   // It may fail before this returns.
   service_.hold(action);
@@ -29,11 +35,14 @@ void Hotkeys::unregister(Action action) {
   if (refs_.erase(action) > 0) service_.release(action);
   handlers_.erase(action);
   waiting_.erase(action);
-  told_.erase(action);
+  retried_.erase(action);
 }
 
 void Hotkeys::tryAgain() {
-  for (auto& [action, run] : std::exchange(waiting_, {})) registerAction(action, std::move(run));
+  for (auto& [action, run] : std::exchange(waiting_, {})) {
+    retried_.insert(action);
+    start(action, std::move(run));
+  }
 }
 
 void Hotkeys::hearPress(Action action) {
@@ -50,7 +59,7 @@ void Hotkeys::hearPress(Action action) {
 void Hotkeys::hearFailure(Action action, const HotkeyFailure& failure) {
   refs_.erase(action);
   auto handler = handlers_.extract(action);
-  if (told_.insert(action).second) {
+  if (!retried_.contains(action)) {
     Log::write("Nimbrel: could not register " + std::string(hotkeyName(action)) + " (error " +
                std::to_string(failure.error) + ")");
   }

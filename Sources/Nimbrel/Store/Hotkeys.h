@@ -10,8 +10,8 @@
 
 namespace Nimbrel {
 
-/// The key combinations of this process and what they start. One that cannot be had leaves a line in the log, the
-/// first time since it was wanted, and nothing else. Main thread.
+/// The key combinations of this process and what they start. One that cannot be had leaves a line in the log and
+/// nothing else. Main thread.
 class Hotkeys final : public QObject {
   Q_OBJECT
 
@@ -29,13 +29,14 @@ class Hotkeys final : public QObject {
   /// Gives the combination up; one that is not registered is left alone.
   void unregister(Action action);
 
-  /// Once more for those that somebody else held when they were wanted.
+  /// Once more for those that somebody else held when they were wanted. Who still cannot have one says nothing more.
   void tryAgain();
 
   /// Whether the combination is held, or the desktop has not yet said that it cannot be.
   [[nodiscard]] bool isRegistered(Action action) const { return refs_.contains(action); }
 
  private:
+  void start(Action action, Callback run);
   void hearPress(Action action);
   void hearFailure(Action action, const HotkeyFailure& failure);
 
@@ -43,7 +44,7 @@ class Hotkeys final : public QObject {
   std::set<Action> refs_;
   std::map<Action, Callback> handlers_;
   std::map<Action, Callback> waiting_;  ///< for whoever holds it to let it go
-  std::set<Action> told_;               ///< in the log
+  std::set<Action> retried_;            ///< and told in the log before
 };
 
 }  // namespace Nimbrel

@@ -1,4 +1,4 @@
-#include "Platform/SessionBus.h"
+#include "Portal/SessionBus.h"
 
 #include <QByteArray>
 
