@@ -77,6 +77,7 @@ TEST_F(NetworkTest, TheHeadlessPassAndTheCommandsConnectToNothing) {
   run("nimbrel", {QStringLiteral("--scan"), QStringLiteral("--verbose")});
   run("nimbrelctl", {QStringLiteral("scan"), QStringLiteral("--wait")});
   run("nimbrelctl", {QStringLiteral("overview")});
+  run("nimbrelctl", {QStringLiteral("capture"), QStringLiteral("--dry-run"), QStringLiteral("screen")});
   ASSERT_TRUE(waitUntil([&] { return trace_.isOver(); }));
   for (const auto* program : {"nimbrel", "nimbrelctl", "nimbrel-reader"}) {
     EXPECT_THAT(trace_.programs(), Contains(program));

@@ -183,6 +183,18 @@ TEST_F(UpdateControllerTest, AskingAgainTakesThePlaceOfALookThatGoesOn) {
   EXPECT_FALSE(fetcher_->contexts.back().isNull());
 }
 
+TEST_F(UpdateControllerTest, ALookOfItsOwnDoesNotTakeThePlaceOfTheUsers) {
+  setLastCheck(10);
+  startReleased();
+  controller_->checkForUpdates();
+  // It would be due.
+  setLastCheck(-1'000'000);
+  letItStart();
+  ASSERT_TRUE(finds(1));
+  EXPECT_EQ(store_->status(), "Nimbrel 1.3 is available");
+  EXPECT_THAT(fetcher_->asked, ElementsAre(feedURL, downloadURL));
+}
+
 TEST_F(UpdateControllerTest, ASkippedVersionIsOnlyFoundByWhoAsks) {
   startReleased();
   ASSERT_TRUE(finds(1));

@@ -100,6 +100,13 @@ TEST_F(UpdateOverHttpsTest, ADownloadThatLeadsToHttpIsNotFollowed) {
   EXPECT_THAT(found_, IsEmpty());
 }
 
+TEST_F(UpdateOverHttpsTest, AFeedOfAGigabyteIsNotReceived) {
+  server_.answers["/feed.xml"] = {.body = std::string(1 << 16, ' '), .isEndless = true, .claimsLength = 1 << 30};
+  EXPECT_EQ(check(), "Update check failed: the answer is larger than it may be");
+  EXPECT_TRUE(Testing::waitUntil([this] { return server_.open == 0; })) << "the connection is given up";
+  EXPECT_LT(server_.bytesSent, 64 << 20);
+}
+
 TEST_F(UpdateOverHttpsTest, AFeedWithoutAnEndIsGivenUp) {
   server_.answers["/feed.xml"] = {.body = std::string(1 << 16, ' '), .saysLength = false, .isEndless = true};
   EXPECT_EQ(check(), "Update check failed: the answer is larger than it may be");

@@ -18,6 +18,7 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using Testing::runProgram;
 using ::testing::StartsWith;
+using ::testing::UnorderedElementsAreArray;
 
 const std::string identifier = "com.halderquist.nimbrel";
 
@@ -62,6 +63,38 @@ TEST_F(InstallTest, TheProgramsWorkFromWhereTheyAreInstalled) {
                                {QStringLiteral("read"), QString::fromStdString(home_.path("Desktop/Screenshot 1.png"))},
                                home_.path());
   EXPECT_EQ(read.status, 0) << "the reader is found beside the program: " << read.errors;
+}
+
+TEST_F(InstallTest, EverythingHasItsPlace) {
+  std::vector<std::string> expected{"etc/xdg/autostart/" + identifier + ".menubar.desktop", "usr/lib/pam.d/nimbrel"};
+  for (const auto& name : std::vector<std::string>{
+           "bin/nimbrel",
+           "bin/nimbrel-menubar",
+           "bin/nimbrelctl",
+           "libexec/nimbrel/nimbrel",
+           "libexec/nimbrel/nimbrel-info.json",
+           "libexec/nimbrel/nimbrel-menubar",
+           "libexec/nimbrel/nimbrel-reader",
+           "libexec/nimbrel/nimbrel-screencapture",
+           "libexec/nimbrel/nimbrel-screenrecord",
+           "libexec/nimbrel/nimbrelctl",
+           "share/applications/" + identifier + ".desktop",
+           "share/bash-completion/completions/nimbrel",
+           "share/bash-completion/completions/nimbrel-menubar",
+           "share/bash-completion/completions/nimbrelctl",
+           "share/dbus-1/services/" + identifier + ".menubar.service",
+           "share/dbus-1/services/" + identifier + ".service",
+           "share/icons/hicolor/scalable/apps/" + identifier + ".svg",
+           "share/icons/hicolor/symbolic/apps/" + identifier + "-symbolic.svg",
+           "share/man/man1/nimbrel-menubar.1",
+           "share/man/man1/nimbrel.1",
+           "share/man/man1/nimbrelctl.1",
+           "share/metainfo/" + identifier + ".metainfo.xml",
+           "share/nimbrel/autostart/" + identifier + ".menubar.desktop",
+       }) {
+    expected.push_back(std::string(NIMBREL_PREFIX "/" + name).substr(1));
+  }
+  EXPECT_THAT(files(), UnorderedElementsAreArray(expected));
 }
 
 TEST_F(InstallTest, EveryLinkLeadsToAFileOfOurs) {

@@ -66,6 +66,7 @@ TEST_F(HttpsFetcherTest, TellsTheServerNothingAboutTheUser) {
   ASSERT_EQ(fetchPath("/feed.xml"), "feed");
   EXPECT_THAT(server_.lastRequest, HasSubstr("User-Agent: Nimbrel\r\n"));
   EXPECT_THAT(server_.lastRequest, HasSubstr("Accept-Encoding: identity\r\n"));
+  EXPECT_THAT(server_.lastRequest, HasSubstr("Accept-Language: *\r\n")) << "not the user's";
   EXPECT_THAT(server_.lastRequest, Not(HasSubstr("Cookie"))) << "not even what the server has set before";
   EXPECT_THAT(server_.lastRequest, Not(HasSubstr("Authorization")));
 }

@@ -10,14 +10,14 @@ namespace Nimbrel::Testing {
 
 namespace {
 
-std::string configuration(const std::string& address) {
+std::string configuration(const std::string& address, const std::string& services) {
+  const auto folder = services.empty() ? std::string() : "  <servicedir>" + services + "</servicedir>\n";
   return R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
   <listen>)" +
-         address + R"(</listen>
-  <auth>EXTERNAL</auth>
+         address + "</listen>\n" + folder + R"(  <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
@@ -29,8 +29,8 @@ std::string configuration(const std::string& address) {
 
 }  // namespace
 
-SessionBus::SessionBus() : address_("unix:path=" + folder_.path("bus")) {
-  const auto file = folder_.write("bus.conf", configuration(address_));
+SessionBus::SessionBus(const std::string& services) : address_("unix:path=" + folder_.path("bus")) {
+  const auto file = folder_.write("bus.conf", configuration(address_, services));
   daemon_ = std::make_unique<DesktopClient>(
       std::vector<std::string>{"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + file});
   waitForListener(folder_.path("bus"));

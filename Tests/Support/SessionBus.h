@@ -8,12 +8,13 @@
 
 namespace Nimbrel::Testing {
 
-/// A session bus of its own with nobody on it and nothing that it could start, for programs and connections that are
-/// made while it lives: it names itself in the environment. Needs no event loop. Qt's own session bus remembers the
-/// first one of a process, so connect by the address.
+/// A session bus of its own with nobody on it, for programs and connections that are made while it lives: it names
+/// itself in the environment. Needs no event loop. Qt's own session bus remembers the first one of a process, so
+/// connect by the address.
 class SessionBus {
  public:
-  SessionBus();
+  /// It can start what the service files in that folder name; without one, nothing.
+  explicit SessionBus(const std::string& services = {});
   ~SessionBus();
   SessionBus(const SessionBus&) = delete;
   SessionBus& operator=(const SessionBus&) = delete;

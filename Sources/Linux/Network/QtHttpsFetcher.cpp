@@ -108,6 +108,8 @@ QNetworkRequest requestTo(const QUrl& url, const QSslConfiguration& trust) {
     request.setAttribute(attribute, QNetworkRequest::Manual);
   }
   request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Nimbrel"));
+  // Else it would tell the user's language.
+  request.setRawHeader("Accept-Language", "*");
   // Nothing is unpacked, so that what is counted is what is kept.
   request.setRawHeader("Accept-Encoding", "identity");
   return request;

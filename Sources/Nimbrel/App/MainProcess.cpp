@@ -186,8 +186,11 @@ void MainProcess::offer(const VerifiedUpdate& update) {
   if (isQuitting_) return;
   const bool isBusy = QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
   if (isBusy || !hidden_.empty()) {
-    return QTimer::singleShot(untilAskedAgain, this, [this, update] { offer(update); });
+    // In place of an older one, so that nothing is offered twice.
+    waitingOffer_ = std::make_unique<QObject>();
+    return QTimer::singleShot(untilAskedAgain, waitingOffer_.get(), [this, update] { offer(update); });
   }
+  waitingOffer_.reset();
   auto* sheet = new UpdateView(
       {.version = update.offer.version, .running = NIMBREL_VERSION, .notes = update.offer.notes}, &window_);
   connect(sheet, &UpdateView::saveRequested, &updates_, [this, update] { updates_.save(update); });

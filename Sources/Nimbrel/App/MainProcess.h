@@ -23,6 +23,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -106,6 +107,7 @@ class MainProcess final : public QObject {
   QPointer<QuickLookPanel> quickLook_;     ///< once it was asked for; the window's
   QPointer<SettingsView> settings_;        ///< while they are open; the window's
   std::vector<QPointer<QWidget>> hidden_;  ///< while a capture is taken
+  std::unique_ptr<QObject> waitingOffer_;  ///< as long as this lives, there is one that waits
   bool isQuitting_ = false;
 };
 

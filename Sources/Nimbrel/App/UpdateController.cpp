@@ -45,6 +45,8 @@ void UpdateController::checkForUpdates() {
 }
 
 void UpdateController::checkIfDue() {
+  // Whoever has asked is to be told.
+  if (isLooking_) return;
   if (isUpdateCheckDue(lastCheckIn(defaults()), store_.now())) check(Asker::Schedule);
 }
 
@@ -58,11 +60,13 @@ void UpdateController::check(Asker asker) {
   UpdateSource source{.feedURL = settings_.feedURL, .key = *key, .running = *running};
   if (asker == Asker::Schedule) source.skipped = defaults().value(skippedKey).toString().toStdString();
   look_ = std::make_unique<QObject>();
+  isLooking_ = true;
   lookForUpdate(fetcher(), std::move(source), look_.get(),
                 [this, asker](const UpdateOutcome& outcome) { take(asker, outcome); });
 }
 
 void UpdateController::take(Asker asker, const UpdateOutcome& outcome) {
+  isLooking_ = false;
   if (!outcome) return fail(asker, outcome.error());
   const auto& update = outcome.value();
   if (asker == Asker::User) {

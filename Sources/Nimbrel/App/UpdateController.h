@@ -66,7 +66,8 @@ class UpdateController final : public QObject {
   QTimer hourly_;
   std::unique_ptr<Defaults> defaults_;
   std::unique_ptr<HttpsFetcher> fetcher_;
-  std::unique_ptr<QObject> look_;  ///< the one that goes on, as long as this lives
+  std::unique_ptr<QObject> look_;  ///< the last one; it goes on, if it does, as long as this lives
+  bool isLooking_ = false;
 };
 
 }  // namespace Nimbrel
