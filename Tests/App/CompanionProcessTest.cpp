@@ -1,26 +1,19 @@
-#include "App/CompanionProcess.h"
+#include "App/CompanionFixture.h"
 
 #include "App/MenuBarCompanion.h"
-#include "Support/FakeOwnerAuthentication.h"
-#include "Support/FakeScreenCaptureTool.h"
-#include "Support/FakeTrash.h"
-#include "Support/FakeTrayIcon.h"
-#include "Support/FakeWindowActivation.h"
-#include "Support/Movies.h"
 #include "Support/Pictures.h"
-#include "Support/StoreHome.h"
 #include "Support/Waiting.h"
+#include "Views/Shared/Theme.h"
 #include "Views/Sheets/AuthenticationSheet.h"
 
 #include <gmock/gmock.h>
 
 #include <QApplication>
-#include <QPushButton>
-#include <QTest>
 #include <QTimer>
 
 #include <algorithm>
-#include <filesystem>
+#include <chrono>
+#include <optional>
 
 namespace Nimbrel {
 namespace {
@@ -28,61 +21,7 @@ namespace {
 using ::testing::ElementsAre;
 using Testing::waitUntil;
 
-template <class Fake, class Service>
-Fake* replace(std::unique_ptr<Service>& service) {
-  auto fake = std::make_unique<Fake>();
-  auto* borrowed = fake.get();
-  service = std::move(fake);
-  return borrowed;
-}
-
-class CompanionProcessTest : public ::testing::Test {
- protected:
-  CompanionProcessTest() {
-    Services services;
-    owner_ = replace<Testing::FakeOwnerAuthentication>(services.ownerAuthentication);
-    tool_ = replace<Testing::FakeScreenCaptureTool>(services.screenCaptureTool);
-    activation_ = replace<Testing::FakeWindowActivation>(services.windowActivation);
-    trash_ = replace<Testing::FakeTrash>(services.trash);
-    const WindowServices windowServices(services);
-    store_ = home_.open(ProcessRole::tool, std::move(services));
-    process_ = std::make_unique<CompanionProcess>(*store_, windowServices, tray_,
-                                                  [this](const std::string& token) { opened_.push_back(token); });
-  }
-
-  [[nodiscard]] MenuBarView& panel() { return process_->panel(); }
-  void openPanel() {
-    tray_.activate({});
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&panel()));
-  }
-  void clickPart(const char* name) {
-    auto* button = panel().findChild<QPushButton*>(QLatin1String(name));
-    ASSERT_NE(button, nullptr) << name;
-    QTest::mouseClick(button, Qt::LeftButton);
-  }
-  [[nodiscard]] RecordingToolsView* recordingTools() const {
-    for (auto* widget : QApplication::topLevelWidgets()) {
-      if (auto* tools = qobject_cast<RecordingToolsView*>(widget)) return tools;
-    }
-    return nullptr;
-  }
-  void addSecret() {
-    const auto path = home_.addFile(home_.desktop("secret.png"));
-    store_->importFiles({path});
-    store_->database().setOCR(Testing::shotNamed(*store_, "secret.png")->id, "somebody", {"email"});
-    store_->reload();
-  }
-
-  Testing::StoreHome home_;
-  Testing::FakeTrayIcon tray_;
-  Testing::FakeOwnerAuthentication* owner_ = nullptr;
-  Testing::FakeScreenCaptureTool* tool_ = nullptr;
-  Testing::FakeWindowActivation* activation_ = nullptr;
-  Testing::FakeTrash* trash_ = nullptr;
-  std::unique_ptr<Store> store_;
-  std::vector<std::string> opened_;
-  std::unique_ptr<CompanionProcess> process_;
-};
+using CompanionProcessTest = Testing::CompanionFixture;
 
 TEST_F(CompanionProcessTest, StartsWithAnIconAndNoWindow) {
   EXPECT_TRUE(tray_.isVisible);
@@ -148,34 +87,6 @@ TEST_F(CompanionProcessTest, TheApplicationIsOpenedFromThePanel) {
   clickPart("panel.openMainApp");
   EXPECT_THAT(opened_, ElementsAre(""));
   EXPECT_FALSE(panel().isVisible());
-}
-
-TEST_F(CompanionProcessTest, TheToolsOfARecordingAreAWindowOfTheirOwnThatOutlivesThePanel) {
-  const auto path = home_.desktop("Recording.mov");
-  Testing::MadeMovie movie;
-  movie.times = {0, 0.1, 0.2};
-  Testing::writeMovie(path, movie);
-  store_->setLastRecordingURL(path);
-  openPanel();
-  clickPart("panel.editRecording");
-  ASSERT_NE(recordingTools(), nullptr);
-  EXPECT_TRUE(recordingTools()->isVisible());
-  EXPECT_FALSE(recordingTools()->isModal());
-  EXPECT_EQ(recordingTools()->parentWidget(), nullptr);
-  EXPECT_FALSE(panel().isVisible());
-  Q_EMIT store_->hidingRequested();
-  EXPECT_FALSE(recordingTools()->isVisible());
-  Q_EMIT store_->unhidingRequested();
-  EXPECT_TRUE(recordingTools()->isVisible());
-  recordingTools()->reject();
-  EXPECT_FALSE(store_->showRecordingTools());
-  EXPECT_TRUE(waitUntil([this] { return recordingTools() == nullptr; }));
-}
-
-TEST_F(CompanionProcessTest, WithoutARecordingThereIsNothingToEdit) {
-  store_->setShowRecordingTools(true);
-  EXPECT_FALSE(store_->showRecordingTools());
-  EXPECT_EQ(recordingTools(), nullptr);
 }
 
 TEST_F(CompanionProcessTest, TheOwnerIsAskedOverThePanelWhichStaysOpen) {

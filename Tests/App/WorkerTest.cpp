@@ -114,6 +114,27 @@ TEST_F(WorkerTest, ASignalInTheMiddleOfABatchLeavesTheRestPendingAndNothingHalfW
   for (const auto& shot : left) EXPECT_NE(catalogue.needsCodes(shot->id), shot->ocrDone) << shot->name;
 }
 
+TEST_F(WorkerTest, TheNextOneGoesOnWhereOneWasKilledInTheMiddleOfABatch) {
+  constexpr std::size_t shots = 12;
+  for (std::size_t i = 0; i < shots; ++i) {
+    writePicture(home_.inLibrary("2026/" + std::to_string(i) + ".png"), 900, 600, static_cast<int>(i));
+  }
+  const auto killed = startProgram("nimbrel-menubar", {}, home_.folder().path());
+  auto& catalogue = observer_->database();
+  const auto isRead = [](const ShotPtr& shot) { return shot->ocrDone; };
+  ASSERT_TRUE(waitUntil([&] { return std::ranges::any_of(catalogue.allShots({}), isRead); }));
+  killed->kill();
+  ASSERT_TRUE(killed->waitForFinished());
+  ASSERT_FALSE(std::ranges::all_of(catalogue.allShots({}), isRead)) << "it was in the middle";
+  const auto next = startProgram("nimbrel-menubar", {}, home_.folder().path());
+  EXPECT_TRUE(waitUntil([&] {
+    const auto rows = catalogue.allShots({});
+    return rows.size() == shots &&
+           std::ranges::all_of(rows, [&](const ShotPtr& shot) { return isRead(shot) && shot->phash != 0; });
+  }));
+  end(*next, SIGTERM);
+}
+
 TEST_F(WorkerTest, AHeadlessPassRunsBesideIt) {
   writePicture(home_.desktop("Screenshot 1.png"), 200, 100, 1);
   const auto worker = startProgram("nimbrel-menubar", {}, home_.folder().path());

@@ -33,6 +33,7 @@ CompanionProcess::CompanionProcess(Store& store, const WindowServices& services,
     panel_.hide();
     openMainApp_({});
   });
+  connect(&panel_, &MenuBarView::recordingToolsRequested, &windows_, &CompanionWindows::raiseRecordingTools);
   connect(&panel_, &MenuBarView::quitRequested, this, &CompanionProcess::quit);
   connect(&windows_, &CompanionWindows::opened, &panel_, &QWidget::hide);
   connect(&store, &Store::showMenuBarChanged, this, &CompanionProcess::showIcon);

@@ -20,22 +20,31 @@ void CompanionWindows::addRecordingTools(RecordingExports& exports) {
                        .make = [this, &exports](QWidget* window) -> QDialog* {
                          const auto& recording = store_.lastRecordingURL();
                          if (!recording) return nullptr;
+                         recording_ = *recording;
                          return new RecordingToolsView(services_.workspace, exports, *recording, window);
                        }});
   connect(&store_, &Store::showRecordingToolsChanged, &recordingTools_, &SheetHost::look);
   connect(&recordingTools_, &SheetHost::opened, this, [this] { bringToFront(recordingTools_); });
 }
 
+void CompanionWindows::raiseRecordingTools() {
+  if (store_.showRecordingTools() && store_.lastRecordingURL() != recording_) {
+    store_.setShowRecordingTools(false);
+    return store_.setShowRecordingTools(true);
+  }
+  bringToFront(recordingTools_);
+}
+
 void CompanionWindows::addEditor(const Written& written) {
   editor_.add({.isWanted = [this] { return target_.shot().has_value(); },
                .dismissed = [this] { target_.setShot(std::nullopt); },
-               .make = [this, written](QWidget* window) {
-                 return makeEditor(store_,
-                                   {.reader = services_.pictureReader,
-                                    .pasteboard = services_.pasteboard,
-                                    .written = written},
-                                   target_, window);
-               }});
+               .make =
+                   [this, written](QWidget* window) {
+                     return makeEditor(
+                         store_,
+                         {.reader = services_.pictureReader, .pasteboard = services_.pasteboard, .written = written},
+                         target_, window);
+                   }});
   connect(&target_, &EditorTarget::changed, &editor_, &SheetHost::look);
   // Also when it is asked for a shot that is open already.
   connect(&store_, &Store::windowRequested, this, [this] { bringToFront(editor_); });
@@ -44,6 +53,7 @@ void CompanionWindows::addEditor(const Written& written) {
 void CompanionWindows::bringToFront(const SheetHost& host) {
   auto* window = host.shown();
   if (window == nullptr) return;
+  if (window->isMinimized()) window->showNormal();
   window->raise();
   services_.windowActivation.bringToFront(*window->windowHandle(), {});
   Q_EMIT opened();

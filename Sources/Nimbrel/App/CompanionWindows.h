@@ -25,6 +25,9 @@ class CompanionWindows final : public QObject {
   /// All are borrowed and must outlive it.
   CompanionWindows(Store& store, const WindowServices& services, RecordingExports& exports, Written written);
 
+  /// Has the tools of the last recording in front, if they are up; those of a former one give way to them.
+  void raiseRecordingTools();
+
  Q_SIGNALS:
   /// One of them is in front from now on.
   void opened();
@@ -37,6 +40,7 @@ class CompanionWindows final : public QObject {
   Store& store_;
   WindowServices services_;
   EditorTarget target_;
+  std::string recording_;  ///< the one that tools were opened for last
   SheetHost recordingTools_;
   SheetHost editor_;
 };

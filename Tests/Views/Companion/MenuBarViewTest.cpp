@@ -200,8 +200,12 @@ TEST_F(MenuBarViewTest, TheLastRecordingIsShownAndEdited) {
   click(button("panel.showRecording"));
   EXPECT_EQ(workspace_->revealed, std::vector{file});
   EXPECT_FALSE(store_->showRecordingTools());
+  int asked = 0;
+  QObject::connect(&panel_, &MenuBarView::recordingToolsRequested, &panel_, [&] { ++asked; });
   click(button("panel.editRecording"));
   EXPECT_TRUE(store_->showRecordingTools());
+  click(button("panel.editRecording"));
+  EXPECT_EQ(asked, 2) << "also while they are open";
 }
 
 TEST_F(MenuBarViewTest, TheStatusIsALineWhileThereIsOne) {
@@ -247,6 +251,16 @@ TEST_F(MenuBarViewTest, OpensBesideItsIconAboveOthersWithTheToken) {
   EXPECT_EQ(stacking_.kept, (std::vector<Testing::FakeWindowStacking::Kept>{{panel_.windowHandle(), false}}));
   ASSERT_EQ(activation_.brought.size(), 1U);
   EXPECT_EQ(activation_.brought.front().token, "token");
+}
+
+TEST_F(MenuBarViewTest, GoesToAnotherScreenWhenItsOwnIsTakenAway) {
+  open();
+  const auto screen = QGuiApplication::primaryScreen()->geometry();
+  panel_.move(screen.topRight() + QPoint(500, 0));
+  Q_EMIT qApp->screenRemoved(nullptr);
+  EXPECT_TRUE(waitUntil([&] { return screen.contains(panel_.geometry().topLeft()); }));
+  EXPECT_LE(panel_.geometry().right(), screen.right());
+  EXPECT_TRUE(panel_.isVisible());
 }
 
 TEST_F(MenuBarViewTest, EscapeAndLeavingCloseIt) {

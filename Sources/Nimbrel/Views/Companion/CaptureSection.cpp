@@ -90,7 +90,10 @@ void CaptureSection::addRecordingButtons(QVBoxLayout& column) {
   connect(show, &QAbstractButton::clicked, this, [this] { store_.revealLastRecording(); });
   auto* edit = new PanelButton(QStringLiteral("slider.horizontal.3"), tr("Edit Last Recording"));
   edit->setObjectName(QStringLiteral("panel.editRecording"));
-  connect(edit, &QAbstractButton::clicked, this, [this] { store_.setShowRecordingTools(true); });
+  connect(edit, &QAbstractButton::clicked, this, [this] {
+    store_.setShowRecordingTools(true);
+    Q_EMIT editRequested();
+  });
   row->addWidget(show, 1);
   row->addWidget(edit, 1);
   column.addWidget(lastRecording_);

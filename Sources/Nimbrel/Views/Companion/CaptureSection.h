@@ -17,6 +17,10 @@ class CaptureSection final : public QWidget {
   /// The store must outlive it.
   explicit CaptureSection(Store& store, QWidget* parent = nullptr);
 
+ Q_SIGNALS:
+  /// The tools of the last recording are wanted, which may be open already.
+  void editRequested();
+
  private:
   void addCaptureButtons(QVBoxLayout& column);
   void addRecordingButtons(QVBoxLayout& column);

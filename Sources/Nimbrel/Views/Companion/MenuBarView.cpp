@@ -63,6 +63,8 @@ MenuBarView::MenuBarView(const Context& context)
   addSections();
   connect(new LeaveWatch(*this), &LeaveWatch::left, this, &MenuBarView::leave);
   connect(&Theme::shared(), &Theme::changed, this, qOverload<>(&QWidget::update));
+  // Later, when its windows have gone to another one.
+  connect(qApp, &QGuiApplication::screenRemoved, this, &MenuBarView::comeBack, Qt::QueuedConnection);
 }
 
 void MenuBarView::addSections() {
@@ -80,17 +82,15 @@ void MenuBarView::addSections() {
   column->addWidget(new Hairline(Qt::Horizontal));
   column->addWidget(recent_);
   column->addWidget(new Hairline(Qt::Horizontal));
-  column->addWidget(new CaptureSection(context_.store));
+  auto* capture = new CaptureSection(context_.store);
+  connect(capture, &CaptureSection::editRequested, this, &MenuBarView::recordingToolsRequested);
+  column->addWidget(capture);
   column->addWidget(new Hairline(Qt::Horizontal));
   column->addWidget(footer);
 }
 
 void MenuBarView::openAt(const QRect& icon, const std::string& token) {
-  const auto screens = allScreens();
-  const auto pointer = QCursor::pos();
-  anchor_ = PanelPlacement::anchor(icon, pointer, screens);
-  screen_ = PanelPlacement::screenOf(anchor_, pointer, screens);
-  fit();
+  settle(icon);
   show();
   raise();
   activateWindow();
@@ -105,8 +105,23 @@ void MenuBarView::toggleAt(const QRect& icon, const std::string& token) {
   openAt(icon, token);
 }
 
+void MenuBarView::settle(const QRect& icon) {
+  const auto screens = allScreens();
+  const auto pointer = QCursor::pos();
+  anchor_ = PanelPlacement::anchor(icon, pointer, screens);
+  screen_ = PanelPlacement::screenOf(anchor_, pointer, screens);
+  fit();
+}
+
+void MenuBarView::comeBack() {
+  // The icon may have gone with its screen.
+  if (isVisible()) settle(anchor_.value_or(QRect()));
+}
+
 void MenuBarView::fit() {
   const auto screens = allScreens();
+  // All may be gone for a while; the panel goes to the first one that comes when it is opened again.
+  if (screens.empty()) return;
   const auto& screen = screens.at(std::min(screen_, screens.size() - 1));
   layout()->activate();
   const auto others = layout()->sizeHint().height() - recent_->listHeight();

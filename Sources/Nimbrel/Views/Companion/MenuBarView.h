@@ -38,13 +38,15 @@ class MenuBarView final : public QWidget {
   [[nodiscard]] ShotList recent() const { return recent_->recent(); }
 
   /// Opens it beside its icon, on the screen where that is, and gives it the keyboard. `icon` is empty where nobody
-  /// knows its place, `token` where the desktop gave none.
+  /// knows its place, `token` where the desktop gave none. When its screen is taken away it goes to another.
   void openAt(const QRect& icon, const std::string& token = {});
   /// The same, but closes it while it is open, or was closed by the same click.
   void toggleAt(const QRect& icon, const std::string& token = {});
 
  Q_SIGNALS:
   void openMainAppRequested();
+  /// The tools of the last recording are to be in front.
+  void recordingToolsRequested();
   void quitRequested();
 
  protected:
@@ -55,6 +57,8 @@ class MenuBarView final : public QWidget {
 
  private:
   void addSections();
+  void settle(const QRect& icon);
+  void comeBack();
   void fit();
   void leave();
 
