@@ -3,6 +3,7 @@
 
 #include "CatalogueMaker.h"
 #include "Foundation/FilePath.h"
+#include "Linux/X11/X11WindowActivation.h"
 #include "Linux/X11/X11WindowFocus.h"
 #include "Linux/X11/X11WindowStacking.h"
 #include "MarkedScreen.h"
@@ -56,7 +57,8 @@ class Scene {
                   .services = Services(),
                   .defaults = std::make_unique<Defaults>(FilePath::join(home, "config"), "suite")})
                  .value();
-    panel_ = std::make_unique<QuickFindPanel>(*store_, thumbs_, previews_, DesktopWindows{*stacking_, *focus_});
+    panel_ = std::make_unique<QuickFindPanel>(*store_, thumbs_, previews_,
+                                              DesktopWindows{*stacking_, *focus_, *activation_});
   }
 
   /// Seconds from the command until the panel is on the screen.
@@ -105,6 +107,7 @@ class Scene {
   std::shared_ptr<XcbConnection> connection_ = std::make_shared<XcbConnection>();
   std::unique_ptr<WindowStacking> stacking_ = makeX11WindowStacking(connection_);
   std::unique_ptr<WindowFocus> focus_ = makeX11WindowFocus(connection_);
+  std::unique_ptr<WindowActivation> activation_ = makeX11WindowActivation(connection_);
   std::unique_ptr<QuickFindPanel> panel_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "App/DesktopFixture.h"
 
+#include "Linux/X11/X11WindowActivation.h"
 #include "Linux/X11/X11WindowFocus.h"
 #include "Linux/X11/X11WindowStacking.h"
 #include "Support/DesktopSession.h"
@@ -28,6 +29,7 @@ class FloatingFixture : public DesktopFixture {
     const auto connection = std::make_shared<XcbConnection>();
     services_.windowStacking = makeX11WindowStacking(connection);
     services_.windowFocus = makeX11WindowFocus(connection);
+    services_.windowActivation = makeX11WindowActivation(connection);
     addShot("Screenshot 1.png", "A recipe for soup");
     addShot("Screenshot 2.png", "Departure from platform nine");
     addShot("Screenshot secret.png", "the key is under the mat", {"Password"});

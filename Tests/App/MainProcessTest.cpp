@@ -146,6 +146,24 @@ TEST_F(MainProcessTest, TheMenuShowsAndHidesQuickFind) {
   EXPECT_FALSE(process_->quickFind().isVisible());
 }
 
+TEST_F(MainProcessTest, QuickFindStaysAwayAfterACapture) {
+  Q_EMIT store_->quickFindRequested();
+  ASSERT_TRUE(process_->quickFind().isVisible());
+  Q_EMIT store_->hidingRequested();
+  EXPECT_FALSE(process_->quickFind().isVisible());
+  Q_EMIT store_->unhidingRequested();
+  EXPECT_FALSE(process_->quickFind().isVisible());
+  EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(MainProcessTest, WhatQuitsHasNoQuickFind) {
+  Q_EMIT store_->quickFindRequested();
+  window().close();
+  EXPECT_FALSE(process_->quickFind().isVisible());
+  Q_EMIT store_->quickFindRequested();
+  EXPECT_FALSE(process_->quickFind().isVisible());
+}
+
 TEST_F(MainProcessTest, QuittingAsksOnce) {
   window().findChild<QAction*>(QStringLiteral("menu.quit"))->trigger();
   EXPECT_FALSE(window().isVisible());

@@ -2,8 +2,10 @@
 
 #include "App/FloatingFixture.h"
 
+#include <QClipboard>
 #include <QDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QProcess>
 
 #include <chrono>
@@ -127,6 +129,51 @@ TEST_F(QuickFindDesktopTest, AQuestionForTheOwnerKeepsItOpen) {
   act(QStringLiteral("key ctrl+v"));
   letter_->expectLine("pasted 320x200");
   EXPECT_TRUE(locks()) << "the user has left";
+}
+
+TEST_F(QuickFindDesktopTest, ARefusalLeavesItOpenWithTheKeyboard) {
+  workElsewhere();
+  openQuickFind();
+  type("mat");
+  act(QStringLiteral("key Return"));
+  ASSERT_TRUE(waitUntil([this] { return owner_->isAsked(); }));
+  owner_->prompt->ask("Password: ", CredentialPrompt::Echo::Off, [](const auto&) {});
+  auto* question = quickFind().window()->findChild<QDialog*>();
+  ASSERT_NE(question, nullptr);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(question));
+  owner_->prompt->end();
+  owner_->decide(false);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(quickFind().window()));
+  act(QStringLiteral("key s"));
+  const auto* field = quickFind().window()->findChild<QLineEdit*>(QStringLiteral("quickFind.field"));
+  EXPECT_TRUE(waitUntil([&] { return field->text() == QStringLiteral("mats"); })) << field->text().toStdString();
+  EXPECT_FALSE(QGuiApplication::clipboard()->ownsClipboard());
+  act(QStringLiteral("key Escape"));
+  EXPECT_TRUE(letterGets('x'));
+}
+
+TEST_F(QuickFindDesktopTest, OpenedAgainAtOnceItHasTheKeyboard) {
+  workElsewhere();
+  openQuickFind();
+  quickFind().toggle();
+  quickFind().toggle();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(quickFind().window()));
+  Testing::runEventLoopFor(aWhile);
+  EXPECT_TRUE(quickFind().isVisible());
+  type("soup");
+}
+
+TEST_F(QuickFindDesktopTest, AClickOnARowCopiesIt) {
+  workElsewhere();
+  openQuickFind();
+  type("platform");
+  const auto* rows = quickFind().window()->findChild<QListView*>(QStringLiteral("quickFind.list"));
+  pointTo(rows->viewport()->mapToGlobal(rows->visualRect(rows->model()->index(0, 0)).center()));
+  act(QStringLiteral("click 1"));
+  ASSERT_TRUE(waitUntil([this] { return !quickFind().isVisible(); }));
+  EXPECT_TRUE(letterGets('x'));
+  act(QStringLiteral("key ctrl+v"));
+  letter_->expectLine("pasted 320x200");
 }
 
 TEST_F(QuickFindDesktopTest, ItStaysOutOfTheListsOfWindows) {

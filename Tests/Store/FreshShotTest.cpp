@@ -104,5 +104,22 @@ TEST_F(FreshShotTest, OneThatIsFiledAtOnceIsToldAsItIsThen) {
   EXPECT_TRUE(fresh->path.starts_with(home_.path("Pictures/Nimbrel/"))) << fresh->path;
 }
 
+TEST_F(FreshShotTest, OfAWindowAndItsCompanionOneAloneTells) {
+  const auto companion = home_.open(ProcessRole::menuBarCompanion);
+  std::vector<std::string> toldByCompanion;
+  QObject::connect(companion.get(), &Store::freshShotArrived, companion.get(),
+                   [&](const ShotPtr& shot) { toldByCompanion.push_back(shot->name); });
+  take();
+  companion->scan();
+  EXPECT_EQ(told_.size(), 1U);
+  EXPECT_THAT(toldByCompanion, IsEmpty()) << "the one that took it has told";
+  put("Screenshot 1.png", 1);
+  companion->scan();
+  store_->scan();
+  store_->scan();
+  EXPECT_THAT(toldByCompanion, ElementsAre("Screenshot 1.png"));
+  EXPECT_EQ(told_.size(), 1U) << "the one that found it has told";
+}
+
 }  // namespace
 }  // namespace Nimbrel

@@ -1,8 +1,7 @@
 #include "Linux/X11/X11WindowActivation.h"
 
 #include "Linux/X11/StartupNotice.h"
-
-#include <QGuiApplication>
+#include "Linux/X11/WindowConnection.h"
 
 #include <algorithm>
 #include <array>
@@ -17,12 +16,6 @@ namespace {
 constexpr std::uint32_t allWorkspaces = 0xFFFFFFFF;
 /// As if a task bar asked: what applications ask for by themselves is refused while the user works elsewhere.
 constexpr std::uint32_t onBehalfOfUser = 2;
-
-/// That of Qt's windows: on another one what is said of a new window could come before the window.
-xcb_connection_t* connectionOfWindows() {
-  const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  return application != nullptr ? application->connection() : nullptr;
-}
 
 std::optional<std::uint32_t> numberOf(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property) {
   const auto cookie = xcb_get_property(server, 0, window, property, XCB_ATOM_CARDINAL, 0, 1);

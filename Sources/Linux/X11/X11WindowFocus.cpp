@@ -1,9 +1,6 @@
 #include "Linux/X11/X11WindowFocus.h"
 
-#include "Linux/X11/WindowConnection.h"
 #include "Linux/X11/WindowFacts.h"
-
-#include <QWindow>
 
 #include <unistd.h>
 
@@ -21,11 +18,9 @@ class X11WindowFocus final : public WindowFocus {
 
   [[nodiscard]] std::optional<FocusedWindow> current() const override;
   void giveTo(std::uint64_t id) override;
-  void take(QWindow& window) override;
 
  private:
   [[nodiscard]] QRect placeOf(xcb_window_t window) const;
-  void activate(xcb_connection_t* through, xcb_window_t window) const;
 
   std::shared_ptr<XcbConnection> connection_;
 };
@@ -54,18 +49,6 @@ QRect X11WindowFocus::placeOf(xcb_window_t window) const {
 
 void X11WindowFocus::giveTo(std::uint64_t id) {
   if (!connection_->isUp()) return;
-  activate(connection_->get(), static_cast<xcb_window_t>(id));
-  connection_->flush();
-}
-
-void X11WindowFocus::take(QWindow& window) {
-  auto* server = connectionOfWindows();
-  if (server == nullptr || !connection_->isUp()) return;
-  activate(server, static_cast<xcb_window_t>(window.winId()));
-  xcb_flush(server);
-}
-
-void X11WindowFocus::activate(xcb_connection_t* through, xcb_window_t window) const {
   // What programs ask for themselves is refused where the user has not touched them of late. This is what a task bar
   // says, for the user.
   constexpr std::uint32_t fromPager = 2;
@@ -73,13 +56,14 @@ void X11WindowFocus::activate(xcb_connection_t* through, xcb_window_t window) co
   xcb_client_message_event_t message{};
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
-  message.window = window;
+  message.window = static_cast<xcb_window_t>(id);
   message.type = connection_->atom("_NET_ACTIVE_WINDOW");
   static_assert(sizeof message.data == sizeof words);
   std::memcpy(&message.data, words.data(), sizeof words);
-  xcb_send_event(through, 0, connection_->root(),
+  xcb_send_event(connection_->get(), 0, connection_->root(),
                  XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                  reinterpret_cast<const char*>(&message));
+  connection_->flush();
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 namespace Nimbrel {
 
 /// Asks the window manager of an X11 screen (_NET_ACTIVE_WINDOW of freedesktop.org's Extended Window Manager Hints).
-/// Needs a QGuiApplication to take the keyboard for a window of ours.
 [[nodiscard]] std::unique_ptr<WindowFocus> makeX11WindowFocus(std::shared_ptr<XcbConnection> connection);
 
 }  // namespace Nimbrel

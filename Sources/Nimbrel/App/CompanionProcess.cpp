@@ -23,8 +23,8 @@ CompanionProcess::CompanionProcess(Store& store, const WindowServices& services,
               .previews = previews_,
               .stacking = services.windowStacking,
               .activation = services.windowActivation}),
-      quickFind_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
-      shelf_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
+      quickFind_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus, services.windowActivation}),
+      shelf_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus, services.windowActivation}),
       windows_(store, services, exports_, [this](const std::string& path) { forgetPictures(path); }),
       prompt_(services.ownerAuthentication, panel_),
       activity_(store),
@@ -45,7 +45,7 @@ CompanionProcess::CompanionProcess(Store& store, const WindowServices& services,
   tray_.onActivated(
       [this](const TrayIcon::Activation& activation) { panel_.toggleAt(activation.place, activation.token); });
   actions_.add(MenuBarCompanion::unaskedAction, [](const std::string&) {});
-  actions_.add("find", [this](const std::string&) { quickFind_.open(); });
+  actions_.add("find", [this](const std::string& token) { quickFind_.open(token); });
   dress();
   showIcon();
 }
@@ -73,8 +73,9 @@ void CompanionProcess::forgetPictures(const std::string& path) {
 }
 
 void CompanionProcess::hideWindows() {
-  // It was opened for this, and does not come back.
+  // It was opened for this, and does not come back; nor does what hides as soon as the user is elsewhere.
   panel_.hide();
+  quickFind_.dismiss();
   for (auto* widget : QApplication::topLevelWidgets()) {
     if (!widget->isVisible()) continue;
     hidden_.emplace_back(widget);
@@ -99,8 +100,9 @@ void CompanionProcess::quit() {
   if (std::exchange(isQuitting_, true)) return;
   Q_EMIT quitBegun();
   showIcon();
-  // A capture may still end.
+  // A capture may still end, and a hotkey still be pressed.
   store_.disconnect(&shelf_);
+  store_.disconnect(&quickFind_);
   for (auto* widget : QApplication::topLevelWidgets()) widget->hide();
   services_.pasteboard.handOver(this, [this] { exports_.whenDone([] { QCoreApplication::exit(); }); });
 }

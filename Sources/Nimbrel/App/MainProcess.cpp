@@ -72,15 +72,15 @@ MainProcess::MainProcess(Store& store, WindowServices services)
       actions_(store),
       icons_(services.installedApplications),
       pins_(store, previews_, services.windowStacking),
-      quickFind_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
-      shelf_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus}),
+      quickFind_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus, services.windowActivation}),
+      shelf_(store, thumbs_, previews_, {services.windowStacking, services.windowFocus, services.windowActivation}),
       updates_(readUpdateSettings(), store, services.workspace, updateMeans()),
       exports_(store, services.workspace),
       window_(store, icons_, parts()),
       prompt_(services.ownerAuthentication, window_),
       activity_(store) {
   connect(&window_, &ContentView::closed, this, &MainProcess::quit);
-  actions_.add("find", [this](const std::string&) { quickFind_.open(); });
+  actions_.add("find", [this](const std::string& token) { quickFind_.open(token); });
   connect(&store, &Store::windowRequested, this, [this] { raise(); });
   connect(&store, &Store::quickFindRequested, &quickFind_, &QuickFindPanel::toggle);
   connect(&store, &Store::hidingRequested, this, &MainProcess::hideWindows);
@@ -219,14 +219,17 @@ void MainProcess::quit() {
   pins_.setHeldBack(true);
   Q_EMIT quitBegun();
   pins_.unpinAll();
-  // A capture may still end.
+  // A capture may still end, and a hotkey still be pressed.
   store_.disconnect(&shelf_);
+  store_.disconnect(&quickFind_);
   for (auto* widget : QApplication::topLevelWidgets()) widget->hide();
   services_.pasteboard.handOver(this, [this] { exports_.whenDone([] { QCoreApplication::exit(); }); });
 }
 
 void MainProcess::hideWindows() {
   pins_.setHeldBack(true);
+  // It hides whenever the user is elsewhere, and does not come back by itself.
+  quickFind_.dismiss();
   for (auto* widget : QApplication::topLevelWidgets()) {
     if (!widget->isVisible()) continue;
     hidden_.emplace_back(widget);

@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <optional>
 
-class QWindow;
-
 namespace Nimbrel {
 
 /// The window in which the user works.
@@ -29,10 +27,6 @@ class WindowFocus {
 
   /// Brings the window to the front and gives it the keyboard. Nothing happens when it is gone by then.
   virtual void giveTo(std::uint64_t id) = 0;
-
-  /// The same with a window of ours that has just been shown, also where the desktop keeps programs from taking the
-  /// keyboard by themselves: only for what the user has asked for.
-  virtual void take(QWindow& window) = 0;
 };
 
 /// Where the desktop alone decides, as on Wayland: it gives the keyboard back by itself when a window of ours is
@@ -41,7 +35,6 @@ class NullWindowFocus final : public WindowFocus {
  public:
   [[nodiscard]] std::optional<FocusedWindow> current() const override { return std::nullopt; }
   void giveTo(std::uint64_t) override {}
-  void take(QWindow&) override {}
 };
 
 }  // namespace Nimbrel

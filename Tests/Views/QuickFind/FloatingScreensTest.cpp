@@ -3,8 +3,10 @@
 #include "Views/QuickFind/QuickFindPanel.h"
 #include "Views/Shelf/CaptureShelf.h"
 
+#include "Support/FakeWindowActivation.h"
 #include "Support/FakeWindowFocus.h"
 #include "Support/FakeWindowStacking.h"
+#include "Support/Waiting.h"
 #include "Views/Sheets/SheetFixture.h"
 
 #include <QApplication>
@@ -23,8 +25,9 @@ class FloatingScreensTest : public Testing::SheetFixture {
 
   Testing::FakeWindowStacking stacking_;
   Testing::FakeWindowFocus focus_;
-  QuickFindPanel quickFind_{*store_, thumbs_, previews_, {stacking_, focus_}};
-  CaptureShelf shelf_{*store_, thumbs_, previews_, {stacking_, focus_}};
+  Testing::FakeWindowActivation activation_;
+  QuickFindPanel quickFind_{*store_, thumbs_, previews_, {stacking_, focus_, activation_}};
+  CaptureShelf shelf_{*store_, thumbs_, previews_, {stacking_, focus_, activation_}};
 };
 
 TEST_F(FloatingScreensTest, QuickFindOpensOnTheScreenOfTheWindowInFront) {
@@ -45,6 +48,17 @@ TEST_F(FloatingScreensTest, TheShelfComesUpOnTheScreenOfTheWindowInFront) {
   shelf_.show(shot);
   EXPECT_EQ(shelf_.window()->screen(), &screen(1));
   EXPECT_EQ(shelf_.window()->pos(), shelfPlace(screen(1).availableGeometry(), shelf_.window()->size()));
+}
+
+TEST_F(FloatingScreensTest, WithItsScreenTakenAwayThePanelGoesToTheSamePlaceOnAnother) {
+  workAt({100, 100});
+  shelf_.show(add({.name = "a.png"}));
+  auto* panel = shelf_.window();
+  const auto place = panel->pos();
+  panel->move(10'000, 10'000);
+  Q_EMIT qApp->screenRemoved(&screen(1));
+  EXPECT_TRUE(Testing::waitUntil([&] { return panel->pos() == place; }));
+  EXPECT_TRUE(shelf_.isVisible());
 }
 
 TEST_F(FloatingScreensTest, PixelsOfAFinerScreenReachFurtherThanItsSize) {

@@ -2,6 +2,7 @@
 
 #include "Views/QuickFind/QuickFindPanel.h"
 
+#include "Support/FakeWindowActivation.h"
 #include "Support/FakeWindowFocus.h"
 #include "Support/FakeWindowStacking.h"
 #include "Support/Waiting.h"
@@ -74,7 +75,8 @@ class QuickFindLooks : public Testing::SheetFixture {
 
   Testing::FakeWindowStacking stacking_;
   Testing::FakeWindowFocus focus_;
-  QuickFindPanel panel_{*store_, thumbs_, previews_, {stacking_, focus_}};
+  Testing::FakeWindowActivation activation_;
+  QuickFindPanel panel_{*store_, thumbs_, previews_, {stacking_, focus_, activation_}};
 };
 
 TEST_F(QuickFindLooks, WithResults) {

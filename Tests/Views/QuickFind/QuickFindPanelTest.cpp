@@ -1,5 +1,6 @@
 #include "Views/QuickFind/QuickFindPanel.h"
 
+#include "Support/FakeWindowActivation.h"
 #include "Support/FakeWindowFocus.h"
 #include "Support/FakeWindowStacking.h"
 #include "Support/Waiting.h"
@@ -55,7 +56,8 @@ class QuickFindPanelTest : public Testing::SheetFixture {
 
   Testing::FakeWindowStacking stacking_;
   Testing::FakeWindowFocus focus_;
-  QuickFindPanel panel_{*store_, thumbs_, previews_, {stacking_, focus_}};
+  Testing::FakeWindowActivation activation_;
+  QuickFindPanel panel_{*store_, thumbs_, previews_, {stacking_, focus_, activation_}};
 
  private:
   int shots_ = 0;
@@ -76,7 +78,8 @@ TEST_F(QuickFindPanelTest, ItsWindowIsMadeWhenItIsOpenedAndKept) {
 
 TEST_F(QuickFindPanelTest, ItComesUpAboveOthersWithTheKeyboardInItsField) {
   open();
-  EXPECT_THAT(focus_.taken, ElementsAre(panel_.window()->windowHandle()));
+  EXPECT_THAT(activation_.brought,
+              ElementsAre(Testing::FakeWindowActivation::Brought{panel_.window()->windowHandle(), ""}));
   EXPECT_THAT(stacking_.kept, ElementsAre(Testing::FakeWindowStacking::Kept{panel_.window()->windowHandle(), false}));
   EXPECT_TRUE(isInField());
   EXPECT_EQ(field().placeholderText(), QStringLiteral("Find a screenshot by its text"));
@@ -232,9 +235,9 @@ TEST_F(QuickFindPanelTest, EscapeClosesItAndGivesTheKeyboardBack) {
   EXPECT_THAT(focus_.given, ElementsAre(editorInFront.id));
 }
 
-TEST_F(QuickFindPanelTest, TheWindowManagersCloseIsTheSame) {
+TEST_F(QuickFindPanelTest, TheWindowManagersCloseIsTheSameAndHoldsNothingUp) {
   open();
-  panel_.window()->close();
+  EXPECT_TRUE(panel_.window()->close()) << "as all windows have to, or the session does not end";
   EXPECT_FALSE(panel_.isVisible());
   EXPECT_THAT(focus_.given, ElementsAre(editorInFront.id));
 }
@@ -280,6 +283,29 @@ TEST_F(QuickFindPanelTest, AnotherProgramInFrontHidesItAndKeepsTheKeyboard) {
   EXPECT_THAT(focus_.given, IsEmpty());
 }
 
+TEST_F(QuickFindPanelTest, OpenedAMomentAfterLeavingItStays) {
+  leave();
+  panel_.open();
+  Testing::runEventLoopFor(std::chrono::milliseconds(400));
+  EXPECT_TRUE(panel_.isVisible());
+}
+
+TEST_F(QuickFindPanelTest, DismissedItLeavesTheKeyboardWhereItIs) {
+  panel_.dismiss();
+  open();
+  type("hal");
+  panel_.dismiss();
+  EXPECT_FALSE(panel_.isVisible());
+  EXPECT_EQ(field().text(), QString());
+  EXPECT_THAT(focus_.given, IsEmpty());
+}
+
+TEST_F(QuickFindPanelTest, WhatTheLauncherGaveForItIsPassedOn) {
+  panel_.open("token");
+  ASSERT_FALSE(activation_.brought.empty());
+  EXPECT_EQ(activation_.brought.back().token, "token");
+}
+
 TEST_F(QuickFindPanelTest, AQuestionOverItKeepsItOpenWhileTheUserIsElsewhere) {
   open();
   auto* question = new QDialog(panel_.window());
@@ -320,7 +346,7 @@ TEST_F(QuickFindPanelTest, WithCornersThatBlendItIsTranslucent) {
   stacking_.composited = false;
   open();
   EXPECT_FALSE(panel_.window()->testAttribute(Qt::WA_TranslucentBackground));
-  QuickFindPanel other(*store_, thumbs_, previews_, {stacking_, focus_});
+  QuickFindPanel other(*store_, thumbs_, previews_, {stacking_, focus_, activation_});
   stacking_.composited = true;
   other.open();
   EXPECT_TRUE(other.window()->testAttribute(Qt::WA_TranslucentBackground));

@@ -108,6 +108,19 @@ TEST_F(AuthenticationPromptTest, WhatIsTypedIsHiddenAndDoesNotStay) {
   EXPECT_TRUE(field()->text().isEmpty());
 }
 
+TEST_F(AuthenticationPromptTest, ItStandsOverTheWindowUnlessThatIsHidden) {
+  begin();
+  EXPECT_EQ(sheet()->parentWidget(), &window_);
+  QTest::keyClick(field(), Qt::Key_Escape);
+  window_.hide();
+  begin();
+  ASSERT_NE(sheet(), nullptr);
+  EXPECT_EQ(sheet()->parentWidget(), nullptr);
+  answer("secret");
+  authentication_.look();
+  EXPECT_EQ(outcome_, true);
+}
+
 TEST_F(AuthenticationPromptTest, AnOpenQuestionIsShown) {
   authentication_.echo = Echo::On;
   begin();

@@ -1,5 +1,6 @@
 #include "Views/Shelf/CaptureShelf.h"
 
+#include "Support/FakeWindowActivation.h"
 #include "Support/FakeWindowFocus.h"
 #include "Support/FakeWindowStacking.h"
 #include "Support/Waiting.h"
@@ -72,7 +73,8 @@ class CaptureShelfTest : public Testing::SheetFixture {
 
   Testing::FakeWindowStacking stacking_;
   Testing::FakeWindowFocus focus_;
-  CaptureShelf shelf_{*store_, thumbs_, previews_, {stacking_, focus_}};
+  Testing::FakeWindowActivation activation_;
+  CaptureShelf shelf_{*store_, thumbs_, previews_, {stacking_, focus_, activation_}};
 };
 
 TEST_F(CaptureShelfTest, ItIsHiddenUntilAScreenshotCame) {
@@ -90,13 +92,14 @@ TEST_F(CaptureShelfTest, ItIsKeptAboveOthersAndAsksForNoKeyboard) {
   shelf_.show(addFresh("a.png"));
   EXPECT_THAT(stacking_.kept, ElementsAre(Testing::FakeWindowStacking::Kept{shelf_.window()->windowHandle(), false}));
   EXPECT_TRUE(shelf_.window()->testAttribute(Qt::WA_ShowWithoutActivating));
-  EXPECT_THAT(focus_.taken, IsEmpty());
+  EXPECT_THAT(activation_.brought, IsEmpty());
 }
 
 TEST_F(CaptureShelfTest, ItGoesAwayByItselfAfterTwelveSeconds) {
   shelf_.show(addFresh("a.png"));
   ASSERT_TRUE(countdown().isActive());
   EXPECT_EQ(countdown().intervalAsDuration(), 12s);
+  EXPECT_EQ(countdown().timerType(), Qt::PreciseTimer);
   letTimePass();
   EXPECT_FALSE(shelf_.isVisible());
 }
@@ -143,6 +146,33 @@ TEST_F(CaptureShelfTest, ComingBackAfterACaptureItGoesAwayAsWell) {
   letTimePass();
   shelf_.window()->show();
   EXPECT_TRUE(countdown().isActive());
+}
+
+TEST_F(CaptureShelfTest, HiddenForACaptureUnderThePointerItGoesAwayWhenItIsBack) {
+  shelf_.show(addFresh("a.png"));
+  pointAt();
+  shelf_.window()->hide();
+  shelf_.window()->show();
+  letTimePass();
+  EXPECT_FALSE(shelf_.isVisible());
+}
+
+TEST_F(CaptureShelfTest, TheWindowManagersCloseDismissesItAndHoldsNothingUp) {
+  shelf_.show(addFresh("a.png"));
+  EXPECT_TRUE(shelf_.window()->close()) << "as all windows have to, or the session does not end";
+  EXPECT_FALSE(shelf_.isVisible());
+  EXPECT_FALSE(countdown().isActive());
+  shelf_.show(addFresh("b.png"));
+  EXPECT_TRUE(shelf_.isVisible());
+}
+
+TEST_F(CaptureShelfTest, AQuestionOverItOutlivesItsTime) {
+  shelf_.show(addFresh("a.png"));
+  auto* question = new QDialog(shelf_.window());
+  question->open();
+  letTimePass();
+  EXPECT_FALSE(shelf_.isVisible());
+  EXPECT_TRUE(question->isVisible());
 }
 
 TEST_F(CaptureShelfTest, EscapeAndTheButtonDismissIt) {

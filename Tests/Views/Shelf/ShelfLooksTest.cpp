@@ -2,6 +2,7 @@
 
 #include "Views/Shelf/CaptureShelf.h"
 
+#include "Support/FakeWindowActivation.h"
 #include "Support/FakeWindowFocus.h"
 #include "Support/FakeWindowStacking.h"
 #include "Support/Waiting.h"
@@ -46,7 +47,8 @@ class ShelfLooks : public Testing::SheetFixture {
 
   Testing::FakeWindowStacking stacking_;
   Testing::FakeWindowFocus focus_;
-  CaptureShelf shelf_{*store_, thumbs_, previews_, {stacking_, focus_}};
+  Testing::FakeWindowActivation activation_;
+  CaptureShelf shelf_{*store_, thumbs_, previews_, {stacking_, focus_, activation_}};
 };
 
 TEST_F(ShelfLooks, OfAnOpenScreenshot) {

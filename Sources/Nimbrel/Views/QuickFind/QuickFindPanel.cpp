@@ -27,7 +27,7 @@ QPoint quickFindPlace(const QRect& visible, QSize size) {
 
 QuickFindPanel::QuickFindPanel(Store& store, ThumbCache& thumbs, GalleryPreviewCache& previews, DesktopWindows windows)
     : store_(store), thumbs_(thumbs), previews_(previews), windows_(windows) {
-  connect(&focus_, &ApplicationFocus::left, this, &QuickFindPanel::hideUnlessAsking);
+  connect(&focus_, &ApplicationFocus::left, this, &QuickFindPanel::leave);
 }
 
 QuickFindPanel::~QuickFindPanel() = default;
@@ -47,43 +47,49 @@ void QuickFindPanel::makePanel() {
   connect(view_, &QuickFindView::closeRequested, this, &QuickFindPanel::close);
 }
 
-void QuickFindPanel::open() {
+void QuickFindPanel::open(const std::string& token) {
   former_ = windows_.focus.current();
   auto* screen = screenInUse(windows_.focus);
   if (!panel_) makePanel();
   view_->startAfresh();
   if (screen != nullptr) panel_->placeOn(*screen);
+  hasArrived_ = panel_->isActiveWindow();
   panel_->show();
   panel_->raise();
   panel_->activateWindow();
-  windows_.focus.take(*panel_->windowHandle());
+  windows_.activation.bringToFront(*panel_->windowHandle(), token);
 }
 
 void QuickFindPanel::close() {
   if (!panel_) return;
-  // A question that nobody is to answer any more.
-  for (auto* dialog : panel_->findChildren<QDialog*>()) {
-    if (dialog->isVisible()) dialog->reject();
-  }
-  hide();
+  dismiss();
   if (former_ && !former_->isOurs) windows_.focus.giveTo(former_->id);
 }
 
 void QuickFindPanel::toggle() { isVisible() ? close() : open(); }
 
-void QuickFindPanel::hideUnlessAsking() {
-  // The user has gone elsewhere, and the keyboard with them.
-  if (isVisible() && !isAsking_) hide();
-}
-
-void QuickFindPanel::hide() {
+void QuickFindPanel::dismiss() {
+  if (!panel_) return;
+  // A question that nobody is to answer any more.
+  for (auto* dialog : panel_->findChildren<QDialog*>()) {
+    if (dialog->isVisible()) dialog->reject();
+  }
   panel_->hide();
   // What was looked for is nobody's any more, and need not follow the catalogue.
   view_->startAfresh();
 }
 
+void QuickFindPanel::leave() {
+  // The user has gone elsewhere, and the keyboard with them; or they asked for the panel a moment after they had left,
+  // and the keyboard is still on its way here.
+  if (isVisible() && hasArrived_ && !isAsking_) dismiss();
+}
+
 bool QuickFindPanel::eventFilter(QObject* object, QEvent* event) {
   switch (event->type()) {
+    case QEvent::WindowActivate:
+      hasArrived_ = true;
+      break;
     case QEvent::WindowBlocked:
       isAsking_ = true;
       break;
@@ -93,9 +99,9 @@ bool QuickFindPanel::eventFilter(QObject* object, QEvent* event) {
       focus_.lookAgain();
       break;
     case QEvent::Close:
-      event->ignore();
+      // It agrees to that, or it would hold up the end of the session.
       close();
-      return true;
+      break;
     default:
       break;
   }

@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace Nimbrel {
 
@@ -38,9 +39,12 @@ class QuickFindPanel final : public QObject {
   [[nodiscard]] FloatingPanel* window() const { return panel_.get(); }
 
   /// Shows it empty, with the keyboard, on the screen where the user works, and remembers where the keyboard was.
-  void open();
+  /// `token` is what the desktop gave whoever asked for it; may be empty.
+  void open(const std::string& token = {});
   /// Hides it and gives the keyboard back, unless that was in a window of this process.
   void close();
+  /// Hides it, and leaves the keyboard to whoever has it. A question that is up over it is refused.
+  void dismiss();
   /// What its command and its hotkey do.
   void toggle();
 
@@ -49,8 +53,7 @@ class QuickFindPanel final : public QObject {
 
  private:
   void makePanel();
-  void hideUnlessAsking();
-  void hide();
+  void leave();
 
   Store& store_;
   ThumbCache& thumbs_;
@@ -60,6 +63,7 @@ class QuickFindPanel final : public QObject {
   std::optional<FocusedWindow> former_;  ///< that had the keyboard when it was opened
   std::unique_ptr<FloatingPanel> panel_;
   QuickFindView* view_ = nullptr;  ///< the panel's
+  bool hasArrived_ = false;        ///< it has had the keyboard since it was opened
   bool isAsking_ = false;          ///< a dialog over the panel waits for an answer
 };
 

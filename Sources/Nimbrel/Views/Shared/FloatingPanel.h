@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/WindowActivation.h"
 #include "Platform/WindowFocus.h"
 #include "Platform/WindowStacking.h"
 
@@ -18,6 +19,7 @@ namespace Nimbrel {
 struct DesktopWindows {
   WindowStacking& stacking;
   WindowFocus& focus;
+  WindowActivation& activation;
 };
 
 /// The screen on which the user works: that of the window with the keyboard, else that under the pointer. Null without

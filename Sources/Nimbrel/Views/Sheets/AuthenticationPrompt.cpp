@@ -48,7 +48,10 @@ void AuthenticationPrompt::end() {
 QWidget* AuthenticationPrompt::place() const {
   auto* front = QApplication::activeWindow();
   // Menus and what else pops up is gone before it is answered.
-  return front != nullptr && front->windowType() != Qt::Popup && front->windowType() != Qt::ToolTip ? front : &window_;
+  const bool isLasting = front != nullptr && front->windowType() != Qt::Popup && front->windowType() != Qt::ToolTip;
+  if (isLasting) return front;
+  // Over nothing it has a place of its own.
+  return window_.isVisible() ? &window_ : nullptr;
 }
 
 void AuthenticationPrompt::open() {

@@ -17,7 +17,7 @@ class AuthenticationPrompt final : public QObject, public CredentialPrompt {
 
  public:
   /// Becomes the prompt of that authentication for as long as it lives; `window` is asked over when no other of ours is
-  /// in front. Both must outlive it.
+  /// in front, or nothing while it is hidden. Both must outlive it.
   AuthenticationPrompt(OwnerAuthentication& authentication, QWidget& window);
   ~AuthenticationPrompt() override;
   AuthenticationPrompt(const AuthenticationPrompt&) = delete;

@@ -33,6 +33,7 @@ CaptureShelf::CaptureShelf(Store& store, ThumbCache& thumbs, GalleryPreviewCache
   countdown_.setParent(this);
   countdown_.setObjectName(QStringLiteral("shelf.countdown"));
   countdown_.setSingleShot(true);
+  countdown_.setTimerType(Qt::PreciseTimer);
   connect(&countdown_, &QTimer::timeout, this, &CaptureShelf::dismiss);
   connect(&store, &Store::freshShotArrived, this, &CaptureShelf::show);
   // Whoever asked for the editor looks there from now on.
@@ -70,8 +71,6 @@ void CaptureShelf::show(const ShotPtr& shot) {
 
 void CaptureShelf::hide() {
   countdown_.stop();
-  // What is hidden under the pointer is not always told that it left.
-  hovering_ = false;
   if (panel_) panel_->hide();
 }
 
@@ -104,6 +103,10 @@ bool CaptureShelf::eventFilter(QObject* object, QEvent* event) {
     case QEvent::Leave:
       setHovering(false);
       break;
+    case QEvent::Hide:
+      // What is hidden under the pointer is not always told that it left.
+      hovering_ = false;
+      break;
     case QEvent::Show:
       // It comes back after a capture for which all windows were hidden.
       if (!countdown_.isActive()) scheduleDismiss();
@@ -117,9 +120,9 @@ bool CaptureShelf::eventFilter(QObject* object, QEvent* event) {
       hide();
       return true;
     case QEvent::Close:
-      event->ignore();
+      // It agrees to that, or it would hold up the end of the session.
       hide();
-      return true;
+      break;
     default:
       break;
   }
