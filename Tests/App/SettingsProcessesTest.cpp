@@ -5,20 +5,16 @@
 #include "Support/ProgramRun.h"
 #include "Support/Waiting.h"
 
-#include <gmock/gmock.h>
-
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QProcess>
 
-#include <filesystem>
 #include <memory>
 #include <string>
 
 namespace Nimbrel {
 namespace {
 
-using ::testing::ElementsAre;
 using Testing::waitUntil;
 
 class SettingsProcessesTest : public Testing::ApplicationFixture {
@@ -55,18 +51,6 @@ TEST_F(SettingsProcessesTest, TheCompanionWatchesAFolderThatIsAddedInTheWindow) 
   // The window itself scans nothing of its own accord.
   Testing::writePicture(captures + "/second.png", 60, 40, 2);
   EXPECT_TRUE(comesToShow({"second.png", "first.png"}));
-}
-
-TEST_F(SettingsProcessesTest, TheCompanionFilesOnceThatIsSwitchedOnInTheWindow) {
-  startCompanion();
-  clickPart("settings.renameOnFile");
-  clickPart("settings.autoFile");
-  Testing::writePicture(home_.desktop("second.png"), 60, 40, 2);
-  EXPECT_TRUE(waitUntil([this] {
-    const auto filed = catalogued("second.png");
-    return filed && filed->filed;
-  }));
-  EXPECT_FALSE(std::filesystem::exists(home_.desktop("second.png")));
 }
 
 TEST_F(SettingsProcessesTest, WhatAnotherProcessSetsShowsInTheSettingsAndTheWindowFollows) {

@@ -113,26 +113,27 @@ TEST_F(SharedSettingsTest, WhatIsDoneInTheWindowIsThereForOtherProcessesAtOnce) 
 
 TEST_F(SharedSettingsTest, WhatTwoProcessesSetAtTheSameTimeIsAllThere) {
   constexpr int count = 60;
+  constexpr int projects = 20;
   show();
   const auto other = Testing::startProgram(
       SETTINGS_WRITER,
       {QString::fromStdString(home_.folders().preferences), QString::fromStdString(AppIdentity::bundleIdentifier()),
        QStringLiteral("other"), QString::number(count)},
       home_.folder().path());
-  int added = 0;
-  while (added < 3 || other->state() != QProcess::NotRunning) {
+  int turns = 0;
+  for (; turns < projects || other->state() != QProcess::NotRunning; ++turns) {
     click("renameOnFile");
-    addProject(("Project " + std::to_string(++added)).c_str());
+    if (turns < projects) addProject(("Project " + std::to_string(turns)).c_str());
     QCoreApplication::processEvents();
   }
   EXPECT_EQ(other->exitCode(), 0);
   const auto suite = home_.suiteOfOtherProcess();
   EXPECT_EQ(std::ranges::count_if(suite->keys(), [](const QString& key) { return key.startsWith(u"other"); }), count);
-  EXPECT_THAT(settings().projects(), SizeIs(added));
+  EXPECT_THAT(settings().projects(), SizeIs(projects));
   store_->poll();
-  EXPECT_THAT(settings().projects(), SizeIs(added));
-  EXPECT_THAT(rows("projects.entry"), SizeIs(added));
-  EXPECT_EQ(seenByOtherProcess("renameOnFile"), added % 2 == 0 ? "true" : "false");
+  EXPECT_THAT(settings().projects(), SizeIs(projects));
+  EXPECT_THAT(rows("projects.entry"), SizeIs(projects));
+  EXPECT_EQ(seenByOtherProcess("renameOnFile"), turns % 2 == 0 ? "true" : "false");
 }
 
 TEST_F(SharedSettingsTest, OfOneListSetTwiceBetweenTwoLooksTheLastStandsInBoth) {

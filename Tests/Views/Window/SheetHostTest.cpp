@@ -16,6 +16,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::IsNull;
 
 /// Something that asks for a sheet.
 struct Wish {
@@ -75,7 +76,7 @@ TEST_F(SheetHostTest, WithoutAWindowASheetIsAWindowOfItsOwn) {
   ask(host, first_);
   ASSERT_EQ(shownIn(host), "first");
   EXPECT_EQ(opened.count(), 1);
-  EXPECT_THAT(parents_, ElementsAre(nullptr));
+  EXPECT_THAT(parents_, ElementsAre(IsNull()));
   EXPECT_TRUE(host.shown()->isWindow());
   EXPECT_FALSE(host.shown()->isModal()) << "what else the process shows can be used";
 }
