@@ -3,6 +3,7 @@
 #include "App/MenuBarCompanion.h"
 #include "Linux/Capture/ScreenCaptureProcess.h"
 #include "Linux/Factory.h"
+#include "Linux/X11/X11Hotkeys.h"
 #include "Support/DesktopSession.h"
 #include "Support/EnvironmentVariable.h"
 #include "Support/ProgramRun.h"
@@ -38,12 +39,11 @@ bool showsQuickFind() { return shows("Quick Find"); }
 
 /// Whether a combination is refused to a program that comes now.
 bool isTaken(HotkeyAction action) {
-  const auto other = makeServices("org.example.other");
+  const auto other = makeX11Hotkeys(std::make_shared<XcbConnection>());
   bool isRefused = false;
-  other.hotkeys->observe(
-      {.pressed = {}, .failed = [&isRefused](HotkeyAction, const HotkeyFailure&) { isRefused = true; }});
-  other.hotkeys->hold(action);
-  other.hotkeys->release(action);
+  other->observe({.pressed = {}, .failed = [&isRefused](HotkeyAction, const HotkeyFailure&) { isRefused = true; }});
+  other->hold(action);
+  other->release(action);
   return isRefused;
 }
 

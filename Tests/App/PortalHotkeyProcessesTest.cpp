@@ -9,7 +9,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QDBusMessage>
 #include <QDBusObjectPath>
+#include <QProcess>
 
 #include <memory>
 
