@@ -1,3 +1,4 @@
+#include "Foundation/FilePath.h"
 #include "Linux/Authentication/PamOwnerAuthentication.h"
 #include "Linux/Checkup/Findings.h"
 #include "Linux/Desktop/Account.h"
@@ -29,9 +30,9 @@ bool canWatchNow() {
 /// The service that PAM would go by, where it is installed.
 std::string installedService() {
   const auto& folders = pamFolders();
-  const auto service = pamService(folders);
+  auto service = pamService(folders);
   for (const auto& folder : folders) {
-    if (FileSystem::exists(folder + "/" + service)) return service;
+    if (FileSystem::exists(FilePath::join(folder, service))) return service;
   }
   return {};
 }

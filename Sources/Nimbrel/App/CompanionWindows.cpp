@@ -8,7 +8,7 @@
 namespace Nimbrel {
 
 CompanionWindows::CompanionWindows(Store& store, const WindowServices& services, RecordingExports& exports,
-                                   Written written)
+                                   const Written& written)
     : store_(store), services_(services), target_(store), recordingTools_(nullptr), editor_(nullptr) {
   addRecordingTools(exports);
   addEditor(written);

@@ -23,7 +23,7 @@ class CompanionWindows final : public QObject {
   using Written = std::function<void(const std::string& path)>;
 
   /// All are borrowed and must outlive it.
-  CompanionWindows(Store& store, const WindowServices& services, RecordingExports& exports, Written written);
+  CompanionWindows(Store& store, const WindowServices& services, RecordingExports& exports, const Written& written);
 
   /// Has the tools of the last recording in front, if they are up; those of a former one give way to them.
   void raiseRecordingTools();
