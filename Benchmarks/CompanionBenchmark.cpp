@@ -32,7 +32,9 @@ constexpr double patience = 20;  ///< seconds
 constexpr double memoryLimit = 60e6;
 constexpr double restLimit = 0.002;  ///< of a core
 constexpr double openingLimit = 0.06;
-constexpr double arrivalLimit = 0.9 + 0.3;  ///< what a change of a folder waits for, and what the rest may take
+/// What a change of a folder waits for, how often the window looks for what another process did, and what the rest may
+/// take.
+constexpr double arrivalLimit = 0.9 + 2.0 + 0.3;
 constexpr QPoint insideQuickFind{640, 200};
 constexpr std::size_t few = 10;  ///< marked pixels that were looked at, less than any picture shows
 

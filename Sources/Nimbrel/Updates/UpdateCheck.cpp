@@ -16,7 +16,9 @@ Result<std::optional<UpdateOffer>> offerOf(const Result<std::string>& feed, cons
   const auto items = parseFeed(feed.value());
   if (!items) return items.error();
   auto offer = chooseUpdate(items.value(), source.running);
-  if (offer && offer.value() && offer.value()->version == source.skipped) return std::optional<UpdateOffer>();
+  if (!offer) return offer;
+  const auto& found = offer.value();
+  if (found && found->version == source.skipped) return std::optional<UpdateOffer>();
   return offer;
 }
 
