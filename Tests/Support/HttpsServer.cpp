@@ -70,9 +70,13 @@ void HttpsServer::answer(QTcpSocket& socket, const std::string& path) {
   if (given.isSilent) return;
   socket.write(QByteArray::fromStdString(headOf(given) + given.body));
   if (!given.isEndless) return socket.disconnectFromHost();
-  connect(&socket, &QTcpSocket::bytesWritten, this, [&socket, body = QByteArray::fromStdString(given.body)] {
-    if (socket.bytesToWrite() == 0) socket.write(body);
-  });
+  // Not before all is gone, and in a turn of its own: else nothing is ever sent, and everything kept.
+  auto* secured = qobject_cast<QSslSocket*>(&socket);
+  const auto body = QByteArray::fromStdString(given.body);
+  const auto more = [secured, body] {
+    if (secured->bytesToWrite() == 0 && secured->encryptedBytesToWrite() == 0) secured->write(body);
+  };
+  connect(secured, &QSslSocket::encryptedBytesWritten, secured, more, Qt::QueuedConnection);
 }
 
 }  // namespace Nimbrel::Testing

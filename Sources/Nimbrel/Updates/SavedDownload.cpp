@@ -31,7 +31,7 @@ bool isPlainName(std::string_view name) {
 
 std::string downloadName(const UpdateOffer& offer) {
   const auto url = QUrl::fromEncoded(QByteArray::fromStdString(offer.url), QUrl::StrictMode);
-  auto name = url.fileName(QUrl::FullyDecoded).toUtf8().toStdString();
+  auto name = url.fileName(QUrl::FullyEncoded).toUtf8().toStdString();
   return isPlainName(name) ? name : "nimbrel-" + offer.version;
 }
 

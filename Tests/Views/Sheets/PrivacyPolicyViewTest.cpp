@@ -1,5 +1,6 @@
 #include "Views/Sheets/PrivacyPolicyView.h"
 
+#include "Views/Shared/Theme.h"
 #include "Views/Sheets/SheetFixture.h"
 #include "Views/Sheets/WrappedText.h"
 
@@ -50,6 +51,16 @@ TEST_F(PrivacyPolicyViewTest, SaysSevenThingsAndSinceWhen) {
           "entries or move selected screenshots to Trash from inside the app.",
           "Contact", "A support and privacy email will be published with the Nimbrel website before public release.",
           "Effective: September 23, 2026"));
+}
+
+TEST_F(PrivacyPolicyViewTest, HeadingsStandOutFromWhatTheySay) {
+  const auto colourOf = [this](qsizetype index) {
+    const auto* text = sheet_->findChildren<WrappedText*>().at(index);
+    return text->palette().color(text->foregroundRole());
+  };
+  EXPECT_EQ(colourOf(0), themeColor(Token::Text));
+  EXPECT_EQ(colourOf(1), themeColor(Token::Secondary));
+  EXPECT_EQ(colourOf(14), themeColor(Token::Tertiary));
 }
 
 TEST_F(PrivacyPolicyViewTest, KeepsItsSizeAndScrollsInOneDirection) {

@@ -61,6 +61,8 @@ constexpr std::array sections{
 
 WrappedText* makeText(const QString& words, TextStyle style, Token token) {
   auto* text = new WrappedText(words, style, token);
+  // On the ground of a text field it would take that one's colour.
+  text->setForegroundRole(QPalette::WindowText);
   text->setFixedWidth(wholeSize.width() - 2 * padding);
   return text;
 }
