@@ -37,6 +37,21 @@ TEST_F(DoctorOnDisplayTest, FindsTheSessionAndFreeHotkeys) {
   EXPECT_THAT(found.at("portal Screenshot").advice, HasSubstr("not needed"));
 }
 
+TEST_F(DoctorOnDisplayTest, ATrayOfTheServerIsFoundWhereTheBusHasNone) {
+  XcbConnection panel;
+  ASSERT_TRUE(panel.isUp());
+  const auto window = xcb_generate_id(panel.get());
+  xcb_create_window(panel.get(), XCB_COPY_FROM_PARENT, window, panel.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                    XCB_COPY_FROM_PARENT, 0, nullptr);
+  const auto owning =
+      xcb_set_selection_owner_checked(panel.get(), window, panel.atom("_NET_SYSTEM_TRAY_S0"), XCB_CURRENT_TIME);
+  const XcbOwned<xcb_generic_error_t> refusal(xcb_request_check(panel.get(), owning));
+  ASSERT_FALSE(refusal);
+  const auto found = findings();
+  EXPECT_TRUE(found.at("tray").isPresent);
+  EXPECT_EQ(found.at("tray").advice, "on the X server");
+}
+
 TEST_F(DoctorOnDisplayTest, LooksAndKeepsNothing) {
   EXPECT_TRUE(findings().at("hotkey ⌃⇧5").isPresent);
   EXPECT_TRUE(findings().at("hotkey ⌃⇧5").isPresent);

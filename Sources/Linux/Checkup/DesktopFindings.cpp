@@ -93,7 +93,7 @@ std::vector<Finding> portalFindings(SessionKind session, const BusFindings& bus)
     if (!finding.isPresent) {
       finding.advice = isNeeded
                            ? "install xdg-desktop-portal and the backend for your desktop, if there is one that has it"
-                           : "nothing: without Wayland it is not needed";
+                           : "without Wayland it is not needed";
     }
     findings.push_back(std::move(finding));
   }
