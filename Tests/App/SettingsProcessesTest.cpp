@@ -49,8 +49,8 @@ TEST_F(SettingsProcessesTest, TheCompanionWatchesAFolderThatIsAddedInTheWindow) 
   startCompanion();
   addWatchedFolder(captures);
   // The window itself scans nothing of its own accord.
-  Testing::writePicture(captures + "/second.png", 60, 40, 2);
-  EXPECT_TRUE(comesToShow({"second.png", "first.png"}));
+  Testing::writePicture(captures + "/Screenshot 2.png", 60, 40, 2);
+  EXPECT_TRUE(comesToShow({"Screenshot 2.png", "first.png"}));
 }
 
 TEST_F(SettingsProcessesTest, WhatAnotherProcessSetsShowsInTheSettingsAndTheWindowFollows) {

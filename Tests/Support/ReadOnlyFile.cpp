@@ -18,12 +18,12 @@ constexpr uid_t nobody = 65534;
 
 void allow(const fs::path& path, fs::perms more) { fs::permissions(path, more, fs::perm_options::add); }
 
-/// The folder can be written by all, and those on the way to it are open.
+/// The folder can be written by all, and those on the way to it are open; the group, which stays, counts before others.
 void openTheWay(const fs::path& file) {
-  allow(file.parent_path(), fs::perms::others_all);
+  constexpr auto enter = fs::perms::group_exec | fs::perms::others_exec;
+  allow(file.parent_path(), fs::perms::group_all | fs::perms::others_all);
   for (auto folder = file.parent_path(); folder != folder.root_path(); folder = folder.parent_path()) {
-    const auto needed = fs::perms::others_exec;
-    if ((fs::status(folder).permissions() & needed) == fs::perms::none) allow(folder, needed);
+    if ((fs::status(folder).permissions() & enter) != enter) allow(folder, enter);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include "Views/Inspector/SymbolView.h"
 #include "Views/Shared/ElidedLabel.h"
+#include "Views/Shared/LeadingText.h"
 #include "Views/Shared/Measures.h"
 #include "Views/Shared/ShotWords.h"
 
@@ -47,6 +48,7 @@ void EntryRows::addRow(std::size_t index) {
   auto* words = new ElidedLabel(TextStyle::Body, Token::Text, look_.elide);
   words->setObjectName(section_.objectName() + QStringLiteral(".entry"));
   words->setFullText(text);
+  alignToLayout(*words);
   auto* remove = new SymbolButton(QStringLiteral("minus.circle"), removeSymbol);
   remove->setObjectName(section_.objectName() + QStringLiteral(".remove"));
   remove->setTitle(tr("Remove %1").arg(text));

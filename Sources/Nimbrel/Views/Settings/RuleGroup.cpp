@@ -4,6 +4,7 @@
 #include "Views/Settings/SettingsPane.h"
 #include "Views/Shared/Buttons.h"
 #include "Views/Shared/FieldText.h"
+#include "Views/Shared/LeadingText.h"
 #include "Views/Shared/Measures.h"
 #include "Views/Shared/Painting.h"
 #include "Views/Shared/TextStyles.h"
@@ -113,6 +114,7 @@ void RuleGroup::addToggle(const QString& label, const QString& name, bool Automa
   follow(*toggle, state);
   auto* words = new QLabel(label);
   setTextLook(*words, TextStyle::Body);
+  alignToLayout(*words);
   auto* row = new QWidget;
   auto* line = new QHBoxLayout(row);
   line->setContentsMargins(0, 0, 0, 0);

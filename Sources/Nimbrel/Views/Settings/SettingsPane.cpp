@@ -1,6 +1,7 @@
 #include "Views/Settings/SettingsPane.h"
 
 #include "Views/Shared/Buttons.h"
+#include "Views/Shared/LeadingText.h"
 #include "Views/Shared/Measures.h"
 #include "Views/Shared/TextStyles.h"
 #include "Views/Sheets/WrappedText.h"
@@ -79,6 +80,7 @@ QWidget* labelledRow(const QString& label, QWidget* control, FormSection::Fit fi
   line->setSpacing(labelGap);
   auto* words = new QLabel(label);
   setTextLook(*words, TextStyle::Body);
+  alignToLayout(*words);
   words->setMinimumWidth(scaled(labelWidth) - indent);
   words->setBuddy(control);
   control->setAccessibleName(label);

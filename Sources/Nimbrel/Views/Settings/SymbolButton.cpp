@@ -6,6 +6,13 @@
 
 namespace Nimbrel {
 
+namespace {
+
+/// As much as a row of a form has without growing.
+constexpr int buttonHeight = 22;
+
+}  // namespace
+
 SymbolButton::SymbolButton(const QString& symbol, int size, QWidget* parent)
     : QAbstractButton(parent), symbol_(symbol), size_(scaled(size)) {
   setFocusPolicy(Qt::TabFocus);
@@ -23,7 +30,7 @@ void SymbolButton::setSymbol(const QString& symbol) {
   update();
 }
 
-QSize SymbolButton::sizeHint() const { return {size_, scaled(Measures::smallButtonHeight)}; }
+QSize SymbolButton::sizeHint() const { return {size_, scaled(buttonHeight)}; }
 
 void SymbolButton::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);

@@ -1,5 +1,6 @@
 #include "Views/Shared/FormSection.h"
 
+#include "Views/Shared/LeadingText.h"
 #include "Views/Shared/Measures.h"
 #include "Views/Shared/Painting.h"
 #include "Views/Shared/TextStyles.h"
@@ -25,11 +26,14 @@ QWidget* labelColumn(const QString& label, const QString& explanation) {
   lines->setSpacing(Measures::step2);
   auto* first = new QLabel(label);
   setTextLook(*first, TextStyle::Body);
+  first->setMinimumHeight(lineHeight(TextStyle::Body));
+  alignToLayout(*first);
   lines->addWidget(first);
   if (!explanation.isEmpty()) {
     auto* second = new QLabel(explanation);
     setTextLook(*second, TextStyle::Caption, Token::Secondary);
     second->setWordWrap(true);
+    alignToLayout(*second);
     lines->addWidget(second);
   }
   return column;
@@ -94,6 +98,7 @@ FormSection::FormSection(const QString& title, QWidget* parent)
   if (!title.isEmpty()) {
     auto* label = new QLabel(title);
     setTextLook(*label, TextStyle::CaptionTitle, Token::Secondary);
+    alignToLayout(*label);
     heading_ = new QHBoxLayout;
     heading_->setContentsMargins(titleInset, 0, titleInset, titleGap);
     heading_->setSpacing(Measures::step8);

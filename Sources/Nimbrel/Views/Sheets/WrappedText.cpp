@@ -1,6 +1,7 @@
 #include "Views/Sheets/WrappedText.h"
 
 #include <QPainter>
+#include <QStyle>
 #include <QTextLayout>
 #include <QTextOption>
 
@@ -32,8 +33,9 @@ void WrappedText::paintEvent(QPaintEvent* /*event*/) {
 
 int WrappedText::layOut(int width, QPainter* painter) const {
   QTextLayout layout(text(), font());
-  QTextOption option(Qt::AlignLeading);
-  option.setTextDirection(layoutDirection());
+  // The words follow each other as their own script has it, and stand where the layout begins.
+  QTextOption option(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);
+  option.setTextDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   layout.setTextOption(option);
   double top = 0;
   layout.beginLayout();
