@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QPushButton>
 #include <QTest>
 
@@ -44,6 +45,13 @@ class CompanionFixture : public ::testing::Test {
     process_ = std::make_unique<CompanionProcess>(*store_, windowServices, tray_,
                                                   [this](const std::string& token) { opened_.push_back(token); });
   }
+  ~CompanionFixture() override {
+    process_.reset();
+    deleteClosed();
+  }
+
+  /// What was to be deleted in a later turn of the event loop, and may need the Store until then.
+  static void deleteClosed() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
   [[nodiscard]] MenuBarView& panel() { return process_->panel(); }
   void openPanel() {

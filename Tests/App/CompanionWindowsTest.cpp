@@ -110,7 +110,8 @@ TEST_F(CompanionWindowsTest, AShotIsEditedInAWindowOfItsOwnThatOutlivesThePanel)
   EXPECT_EQ(shown<EditorView>(), editor) << "the same shot is not opened twice";
   EXPECT_TRUE(wasBroughtToFront(*editor));
   editor->reject();
-  EXPECT_TRUE(waitUntil([&] { return editor == nullptr; }));
+  deleteClosed();
+  EXPECT_EQ(editor, nullptr);
   store_->requestEdit(shot);
   EXPECT_NE(shown<EditorView>(), nullptr) << "it can be opened again";
 }

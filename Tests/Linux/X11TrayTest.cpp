@@ -75,7 +75,9 @@ class TrayDouble {
       icon_ = message.data.data32[2];
       xcb_reparent_window(connection_.get(), *icon_, window_, 0, 0);
       xcb_map_window(connection_.get(), *icon_);
-      connection_.flush();
+      // Only from now on the server tells of its end, whatever its owner does.
+      const XcbOwned<xcb_get_input_focus_reply_t> done(
+          xcb_get_input_focus_reply(connection_.get(), xcb_get_input_focus(connection_.get()), nullptr));
     } else if (kind == XCB_DESTROY_NOTIFY) {
       if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == icon_) icon_.reset();
     }

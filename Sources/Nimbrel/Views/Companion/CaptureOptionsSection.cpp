@@ -19,6 +19,7 @@ CaptureOptionsSection::CaptureOptionsSection(Settings& settings, QWidget* parent
     : QWidget(parent), settings_(settings) {
   auto* title = new QLabel(tr("Capture Options"));
   setTextLook(*title, TextStyle::CaptionTitle, Token::Secondary);
+  title->setMinimumHeight(lineHeight(TextStyle::CaptionTitle));
   auto* row = new QHBoxLayout;
   row->setSpacing(Measures::step12);
   destination_ = addPicker(*row, tr("Save to"), QStringLiteral("panel.destination"));

@@ -16,16 +16,19 @@ namespace {
 
 struct ModeWords {
   CaptureMode mode;
+  const char* name;
   const char* title;
   const char* symbol;
 };
 
 constexpr std::array modes{
-    ModeWords{CaptureMode::area, QT_TRANSLATE_NOOP("CaptureSection", "Selection"), "rectangle.dashed"},
-    ModeWords{CaptureMode::window, QT_TRANSLATE_NOOP("CaptureSection", "Window"), "macwindow"},
-    ModeWords{CaptureMode::screen, QT_TRANSLATE_NOOP("CaptureSection", "Screen"), "display"},
-    ModeWords{CaptureMode::recordArea, QT_TRANSLATE_NOOP("CaptureSection", "Record Area"), "record.circle"},
-    ModeWords{CaptureMode::recordScreen, QT_TRANSLATE_NOOP("CaptureSection", "Record Screen"), "video"},
+    ModeWords{CaptureMode::area, "panel.area", QT_TRANSLATE_NOOP("CaptureSection", "Selection"), "rectangle.dashed"},
+    ModeWords{CaptureMode::window, "panel.window", QT_TRANSLATE_NOOP("CaptureSection", "Window"), "macwindow"},
+    ModeWords{CaptureMode::screen, "panel.screen", QT_TRANSLATE_NOOP("CaptureSection", "Screen"), "display"},
+    ModeWords{CaptureMode::recordArea, "panel.recordArea", QT_TRANSLATE_NOOP("CaptureSection", "Record Area"),
+              "record.circle"},
+    ModeWords{CaptureMode::recordScreen, "panel.recordScreen", QT_TRANSLATE_NOOP("CaptureSection", "Record Screen"),
+              "video"},
 };
 constexpr std::size_t pictureModes = 3;
 
@@ -42,6 +45,7 @@ CaptureSection::CaptureSection(Store& store, QWidget* parent)
     : QWidget(parent), store_(store), status_(new ElidedLabel(TextStyle::Caption, Token::Secondary)) {
   auto* title = new QLabel(tr("Capture"));
   setTextLook(*title, TextStyle::CaptionTitle, Token::Secondary);
+  title->setMinimumHeight(lineHeight(TextStyle::CaptionTitle));
   status_->setObjectName(QStringLiteral("panel.status"));
   auto* buttons = new QVBoxLayout;
   buttons->setSpacing(Measures::step6);
@@ -65,9 +69,7 @@ void CaptureSection::addCaptureButtons(QVBoxLayout& column) {
     auto* row = newRow(column);
     for (const auto& words : group) {
       auto* button = new PanelButton(QLatin1String(words.symbol), tr(words.title));
-      const auto name = rawValue(words.mode);
-      button->setObjectName(QStringLiteral("panel.") +
-                            QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())));
+      button->setObjectName(QLatin1String(words.name));
       connect(button, &QAbstractButton::clicked, this,
               [this, mode = words.mode] { store_.capture(mode, Store::Panel::Dismiss); });
       row->addWidget(button, 1);

@@ -83,6 +83,8 @@ void MenuBarRow::arrange() {
   words->setSpacing(wordSpacing);
   words->addStretch();
   for (auto* label : {source_, name_, time_}) {
+    // Within a button they would have the colour of its own words.
+    label->setForegroundRole(QPalette::WindowText);
     // What the pointer does is the row's affair.
     label->setAttribute(Qt::WA_TransparentForMouseEvents);
     words->addWidget(label);

@@ -72,7 +72,8 @@ void MenuBarView::addSections() {
   connect(footer, &PanelFooter::openMainAppRequested, this, &MenuBarView::openMainAppRequested);
   connect(footer, &PanelFooter::quitRequested, this, &MenuBarView::quitRequested);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(0, 0, 0, 0);
+  // Its outline.
+  column->setContentsMargins(1, 1, 1, 1);
   column->setSpacing(0);
   // The panel gives itself the size that its sections want.
   column->setSizeConstraint(QLayout::SetNoConstraint);

@@ -23,6 +23,8 @@ PanelHeader::PanelHeader(const Store& store, QWidget* parent)
   auto* title = new QLabel(tr("Nimbrel"));
   setTextLook(*title, TextStyle::Headline);
   setTextLook(*inbox_, TextStyle::Caption, Token::Secondary);
+  title->setMinimumHeight(lineHeight(TextStyle::Headline));
+  inbox_->setMinimumHeight(lineHeight(TextStyle::Caption));
   setTextLook(*sensitiveCount_, TextStyle::Caption, Token::Secondary);
   inbox_->setObjectName(QStringLiteral("panel.inbox"));
   sensitive_->setObjectName(QStringLiteral("panel.sensitive"));

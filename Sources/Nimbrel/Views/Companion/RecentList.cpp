@@ -53,6 +53,7 @@ RecentList::RecentList(Store& store, ThumbCache& thumbs, GalleryPreviewCache& pr
 void RecentList::addHeading(QVBoxLayout& column) {
   auto* title = new QLabel(tr("Recent Screenshots"));
   setTextLook(*title, TextStyle::CaptionTitle, Token::Secondary);
+  title->setMinimumHeight(lineHeight(TextStyle::CaptionTitle));
   setTextLook(*count_, TextStyle::Caption, Token::Secondary);
   count_->setObjectName(QStringLiteral("recent.count"));
   auto* row = new QHBoxLayout;
