@@ -62,7 +62,8 @@ TEST_F(CompanionShelfTest, EditOnTheShelfOpensTheEditorInAWindowOfItsOwn) {
   EXPECT_TRUE(editor()->isVisible()) << "the panel comes and goes without it";
   EXPECT_THAT(opened_, IsEmpty()) << "the application is not needed for that";
   editor()->reject();
-  EXPECT_TRUE(waitUntil([this] { return editor() == nullptr; }));
+  deleteClosed();
+  EXPECT_EQ(editor(), nullptr);
 }
 
 TEST_F(CompanionShelfTest, AnotherShotTakesTheEditorOver) {
@@ -72,7 +73,8 @@ TEST_F(CompanionShelfTest, AnotherShotTakesTheEditorOver) {
   const QPointer<EditorView> former = editor();
   ASSERT_FALSE(former.isNull());
   store_->requestEdit(second);
-  EXPECT_TRUE(waitUntil([&] { return former.isNull(); }));
+  deleteClosed();
+  EXPECT_TRUE(former.isNull());
   ASSERT_NE(editor(), nullptr);
   EXPECT_TRUE(editor()->isVisible());
   store_->requestEdit(second);

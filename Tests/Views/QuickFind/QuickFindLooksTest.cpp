@@ -120,7 +120,7 @@ TEST_F(QuickFindLooks, WithoutABlendingDesktopItIsSquare) {
   stacking_.composited = false;
   open("halden");
   const auto image = seen();
-  EXPECT_TRUE(isNear(image.pixelColor(0, 0), themeColor(Token::PopoverBorder)));
+  EXPECT_EQ(image.pixelColor(0, 0), themeColor(Token::PopoverBorder));
 }
 
 TEST_F(QuickFindLooks, FromRightToLeftEverythingIsMirrored) {

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QLayout>
 #include <QWindow>
 
@@ -53,10 +54,15 @@ void QuickFindPanel::open(const std::string& token) {
   if (!panel_) makePanel();
   view_->startAfresh();
   if (screen != nullptr) panel_->placeOn(*screen);
-  hasArrived_ = panel_->isActiveWindow();
   panel_->show();
+  takeKeyboard(token);
+}
+
+void QuickFindPanel::takeKeyboard(const std::string& token) {
+  hasArrived_ = panel_->isActiveWindow();
   panel_->raise();
   panel_->activateWindow();
+  view_->setFocus(Qt::OtherFocusReason);
   windows_.activation.bringToFront(*panel_->windowHandle(), token);
 }
 
@@ -85,6 +91,19 @@ void QuickFindPanel::leave() {
   if (isVisible() && hasArrived_ && !isAsking_) dismiss();
 }
 
+void QuickFindPanel::endQuestion() {
+  isAsking_ = false;
+  // The user may have left while it was up.
+  if (QGuiApplication::focusWindow() == nullptr) return focus_.lookAgain();
+  // Once it is gone. Not every desktop gives the keyboard to the window under a dialog.
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (isVisible() && !isAsking_) takeKeyboard({});
+      },
+      Qt::QueuedConnection);
+}
+
 bool QuickFindPanel::eventFilter(QObject* object, QEvent* event) {
   switch (event->type()) {
     case QEvent::WindowActivate:
@@ -94,9 +113,7 @@ bool QuickFindPanel::eventFilter(QObject* object, QEvent* event) {
       isAsking_ = true;
       break;
     case QEvent::WindowUnblocked:
-      isAsking_ = false;
-      // The user may have left while it was up.
-      focus_.lookAgain();
+      endQuestion();
       break;
     case QEvent::Close:
       // It agrees to that, or it would hold up the end of the session.

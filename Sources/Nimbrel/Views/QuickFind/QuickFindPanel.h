@@ -53,7 +53,9 @@ class QuickFindPanel final : public QObject {
 
  private:
   void makePanel();
+  void takeKeyboard(const std::string& token);
   void leave();
+  void endQuestion();
 
   Store& store_;
   ThumbCache& thumbs_;

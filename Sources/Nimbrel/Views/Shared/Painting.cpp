@@ -46,9 +46,14 @@ void strokeRounded(QPainter& painter, const QRectF& place, double radius, double
 }
 
 void fillOutlined(QPainter& painter, const QRectF& place, double radius, const QColor& fill, const QColor& outline) {
+  const auto width = hairlineWidth(scaleOf(painter));
+  if (radius <= 0) {
+    const auto whole = onGrid(painter, place);
+    painter.fillRect(whole, outline);
+    return painter.fillRect(whole.adjusted(width, width, -width, -width), fill);
+  }
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  const auto width = hairlineWidth(scaleOf(painter));
   painter.setPen(QPen(outline, width));
   painter.setBrush(fill);
   const auto half = width / 2;
