@@ -46,11 +46,14 @@ class SettingsProcessesTest : public Testing::ApplicationFixture {
 
 TEST_F(SettingsProcessesTest, TheCompanionWatchesAFolderThatIsAddedInTheWindow) {
   const auto captures = home_.folder().makeFolder("Captures");
+  Testing::writePicture(home_.desktop("Screenshot 1.png"), 60, 40, 1);
   startCompanion();
+  ASSERT_TRUE(waitUntil([this] { return catalogued("Screenshot 1.png").has_value(); })) << "it runs";
   addWatchedFolder(captures);
   // The window itself scans nothing of its own accord.
   Testing::writePicture(captures + "/Screenshot 2.png", 60, 40, 2);
-  EXPECT_TRUE(comesToShow({"Screenshot 2.png", "first.png"}));
+  EXPECT_TRUE(waitUntil([this] { return shownNames().size() == 3; })) << ::testing::PrintToString(shownNames());
+  EXPECT_TRUE(catalogued("Screenshot 2.png"));
 }
 
 TEST_F(SettingsProcessesTest, WhatAnotherProcessSetsShowsInTheSettingsAndTheWindowFollows) {

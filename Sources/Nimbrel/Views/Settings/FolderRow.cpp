@@ -1,6 +1,7 @@
 #include "Views/Settings/FolderRow.h"
 
 #include "Views/Settings/SettingsPane.h"
+#include "Views/Shared/LeadingText.h"
 #include "Views/Shared/ShotWords.h"
 
 #include <QHBoxLayout>
@@ -16,7 +17,7 @@ constexpr int gap = 10;
 FolderRow::FolderRow(const QString& name, const QString& purpose, QWidget* parent)
     : QWidget(parent), path_(new ElidedLabel(TextStyle::Body, Token::Secondary, Qt::ElideMiddle)) {
   path_->setObjectName(QStringLiteral("settings.%1Path").arg(name));
-  path_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  alignToLayout(*path_, Qt::AlignRight | Qt::AlignVCenter);
   auto* choose = settingsButton(tr("Choose…"), name + QStringLiteral("Choose"));
   choose->setAccessibleDescription(purpose);
   connect(choose, &QPushButton::clicked, this, &FolderRow::chooseClicked);

@@ -10,7 +10,7 @@ namespace {
 /// Sees the label turn.
 class Turning final : public QObject {
  public:
-  explicit Turning(QLabel& label) : QObject(&label), label_(label) {
+  Turning(QLabel& label, Qt::Alignment alignment) : QObject(&label), label_(label), alignment_(alignment) {
     label.installEventFilter(this);
     align();
   }
@@ -23,15 +23,15 @@ class Turning final : public QObject {
 
  private:
   void align() {
-    const auto leading = QStyle::visualAlignment(label_.layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-    label_.setAlignment(leading | Qt::AlignAbsolute);
+    label_.setAlignment(QStyle::visualAlignment(label_.layoutDirection(), alignment_) | Qt::AlignAbsolute);
   }
 
   QLabel& label_;
+  Qt::Alignment alignment_;
 };
 
 }  // namespace
 
-void alignToLayout(QLabel& label) { new Turning(label); }
+void alignToLayout(QLabel& label, Qt::Alignment alignment) { new Turning(label, alignment); }
 
 }  // namespace Nimbrel

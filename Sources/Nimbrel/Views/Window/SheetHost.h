@@ -20,8 +20,9 @@ class SheetHost final : public QObject {
   /// A kind of sheet.
   struct Sheet {
     std::function<bool()> isWanted;
-    std::function<void()> dismissed;                ///< makes it not wanted
-    std::function<QDialog*(QWidget* window)> make;  ///< a child of the window, if any; empty where there is no such sheet
+    std::function<void()> dismissed;  ///< makes it not wanted
+    std::function<QDialog*(QWidget* window)>
+        make;  ///< a child of the window, if any; empty where there is no such sheet
   };
 
   /// The window must outlive it.
