@@ -50,6 +50,13 @@ class CompanionDesktopTest : public Testing::DesktopFixture {
     tray_.activate({.place = icon, .token = {}});
     ASSERT_TRUE(QTest::qWaitForWindowActive(&panel()));
   }
+  /// Presses Escape until it closes: a desktop that has just changed may still be handing the keyboard on.
+  [[nodiscard]] bool closesWithEscape() {
+    return waitUntil([this] {
+      if (panel().isVisible()) act(QStringLiteral("key Escape"));
+      return !panel().isVisible();
+    });
+  }
   [[nodiscard]] bool closes() {
     return waitUntil([this] { return !panel().isVisible(); });
   }
@@ -87,12 +94,10 @@ TEST_F(CompanionDesktopTest, ThePanelOpensInFrontOfAnotherProgramAndClosesWhenTh
 
 TEST_F(CompanionDesktopTest, ThePanelOpensOnTheWorkspaceInUse) {
   open(iconAtTheTop);
-  act(QStringLiteral("key Escape"));
-  ASSERT_TRUE(closes());
+  ASSERT_TRUE(closesWithEscape());
   act(QStringLiteral("set_desktop 1"));
   open(iconAtTheTop);
-  act(QStringLiteral("key Escape"));
-  EXPECT_TRUE(closes());
+  EXPECT_TRUE(closesWithEscape());
 }
 
 class RaisingDesktopTest : public Testing::DesktopFixture {
