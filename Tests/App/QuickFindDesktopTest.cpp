@@ -143,6 +143,7 @@ TEST_F(QuickFindDesktopTest, ARefusalLeavesItOpenWithTheKeyboard) {
   auto* question = quickFind().window()->findChild<QDialog*>();
   ASSERT_NE(question, nullptr);
   ASSERT_TRUE(QTest::qWaitForWindowActive(question));
+  act(QStringLiteral("windowactivate --sync %1").arg(question->winId()));
   act(QStringLiteral("key Escape"));
   ASSERT_TRUE(waitUntil([this] { return quickFind().window()->findChild<QDialog*>() == nullptr; }));
   owner_->decide(false);

@@ -112,6 +112,7 @@ TEST_F(ShelfDesktopTest, ItIsAboveEverythingOnEveryWorkspace) {
 }
 
 TEST_F(ShelfDesktopTest, ItComesBackAfterACaptureWithoutTheKeyboard) {
+  pointTo({10, 790});
   workElsewhere();
   showShelf();
   Q_EMIT store().hidingRequested();

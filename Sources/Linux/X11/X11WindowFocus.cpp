@@ -1,5 +1,6 @@
 #include "Linux/X11/X11WindowFocus.h"
 
+#include "Linux/X11/WindowConnection.h"
 #include "Linux/X11/WindowFacts.h"
 
 #include <unistd.h>
@@ -47,8 +48,17 @@ QRect X11WindowFocus::placeOf(xcb_window_t window) const {
   return size && place ? QRect(place->dst_x, place->dst_y, size->width, size->height) : QRect();
 }
 
+/// Until the server has heard what was said of them, as that they are hidden or shown.
+void waitForOwnWindows() {
+  auto* server = connectionOfWindows();
+  if (server == nullptr) return;
+  const auto cookie = xcb_get_input_focus(server);
+  const XcbOwned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(server, cookie, nullptr));
+}
+
 void X11WindowFocus::giveTo(std::uint64_t id) {
   if (!connection_->isUp()) return;
+  waitForOwnWindows();
   // What programs ask for themselves is refused where the user has not touched them of late. This is what a task bar
   // says, for the user.
   constexpr std::uint32_t fromPager = 2;

@@ -86,6 +86,7 @@ void CompanionProcess::hideWindows() {
 void CompanionProcess::unhideWindows() {
   const auto hidden = std::exchange(hidden_, {});
   if (isQuitting_) return;
+  const auto front = services_.windowFocus.current();
   for (const auto& widget : hidden) {
     if (!widget) continue;
     // The user goes on where the capture was taken.
@@ -94,6 +95,8 @@ void CompanionProcess::unhideWindows() {
     widget->show();
     widget->setAttribute(Qt::WA_ShowWithoutActivating, showed);
   }
+  // Not every desktop heeds that.
+  if (front && !front->isOurs) services_.windowFocus.giveTo(front->id);
 }
 
 void CompanionProcess::quit() {

@@ -241,6 +241,7 @@ void MainProcess::unhideWindows() {
   const auto hidden = std::exchange(hidden_, {});
   if (isQuitting_) return;
   pins_.setHeldBack(false);
+  const auto front = services_.windowFocus.current();
   for (const auto& widget : hidden) {
     if (!widget) continue;
     // The user goes on where the capture was taken.
@@ -249,6 +250,8 @@ void MainProcess::unhideWindows() {
     widget->show();
     widget->setAttribute(Qt::WA_ShowWithoutActivating, wasQuiet);
   }
+  // Not every desktop heeds that.
+  if (front && !front->isOurs) services_.windowFocus.giveTo(front->id);
 }
 
 }  // namespace Nimbrel
