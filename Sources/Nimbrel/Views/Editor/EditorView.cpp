@@ -120,7 +120,8 @@ void EditorView::redo() {
 }
 
 std::string EditorView::path() const {
-  const auto row = std::ranges::find_if(store_.shots(), [this](const ShotPtr& shot) { return isSameRow(*shot, *shot_); });
+  const auto row =
+      std::ranges::find_if(store_.shots(), [this](const ShotPtr& shot) { return isSameRow(*shot, *shot_); });
   return row == store_.shots().end() ? shot_->path : (*row)->path;
 }
 
