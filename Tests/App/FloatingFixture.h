@@ -47,8 +47,13 @@ class FloatingFixture : public DesktopFixture {
     act(QStringLiteral("search --sync --onlyvisible --name ^Letter$ windowactivate --sync"));
     ASSERT_TRUE(waitUntil([] { return QGuiApplication::focusWindow() == nullptr; }));
   }
-  /// Types a letter, and whether the other program has got it.
+  /// Types a letter once the keyboard is with no window of ours, and whether the other program has got it.
   [[nodiscard]] bool letterGets(char key) {
+    const auto isElsewhere = [this] {
+      const auto front = focus_->current();
+      return front && !front->isOurs;
+    };
+    if (!waitUntil(isElsewhere)) return false;
     act(QStringLiteral("key ") + QLatin1Char(key));
     return waitUntil([&] { return letter_->hasTold(QByteArray("key ") + key); });
   }
@@ -79,6 +84,10 @@ class FloatingFixture : public DesktopFixture {
   }
 
   std::unique_ptr<TellingProgram> letter_;
+
+ private:
+  /// As somebody looks who is not the application.
+  std::unique_ptr<WindowFocus> focus_ = makeX11WindowFocus(std::make_shared<XcbConnection>());
 };
 
 }  // namespace Nimbrel::Testing
