@@ -50,14 +50,7 @@ class X11WindowActivation final : public WindowActivation {
   }
 
   void tell(xcb_connection_t* server, xcb_window_t window, std::string_view what, std::array<std::uint32_t, 2> words) {
-    xcb_client_message_event_t event{};
-    event.response_type = XCB_CLIENT_MESSAGE;
-    event.format = 32;
-    event.window = window;
-    event.type = connection_->atom(what);
-    std::copy(words.begin(), words.end(), event.data.data32);
-    constexpr auto toWindowManager = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
-    send(server, event, toWindowManager);
+    tellWindowManager(*server, connection_->root(), window, connection_->atom(what), words);
   }
 
   /// Until somebody says so the desktop shows that a program is being started.
@@ -69,15 +62,11 @@ class X11WindowActivation final : public WindowActivation {
     event.type = connection_->atom("_NET_STARTUP_INFO_BEGIN");
     for (const auto& message : StartupNotice::removal(token)) {
       std::copy(message.begin(), message.end(), event.data.data8);
-      send(server, event, XCB_EVENT_MASK_PROPERTY_CHANGE);
+      std::array<char, sizeof event> bytes{};
+      std::memcpy(bytes.data(), &event, sizeof event);
+      xcb_send_event(server, 0, connection_->root(), XCB_EVENT_MASK_PROPERTY_CHANGE, bytes.data());
       event.type = connection_->atom("_NET_STARTUP_INFO");
     }
-  }
-
-  void send(xcb_connection_t* server, const xcb_client_message_event_t& event, std::uint32_t mask) {
-    std::array<char, sizeof event> bytes{};
-    std::memcpy(bytes.data(), &event, sizeof event);
-    xcb_send_event(server, 0, connection_->root(), mask, bytes.data());
   }
 
   std::shared_ptr<XcbConnection> connection_;

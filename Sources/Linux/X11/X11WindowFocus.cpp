@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstring>
 #include <utility>
 
 namespace Nimbrel {
@@ -62,17 +61,9 @@ void X11WindowFocus::giveTo(std::uint64_t id) {
   // What programs ask for themselves is refused where the user has not touched them of late. This is what a task bar
   // says, for the user.
   constexpr std::uint32_t fromPager = 2;
-  const std::array<std::uint32_t, 5> words{fromPager, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0};
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = static_cast<xcb_window_t>(id);
-  message.type = connection_->atom("_NET_ACTIVE_WINDOW");
-  static_assert(sizeof message.data == sizeof words);
-  std::memcpy(&message.data, words.data(), sizeof words);
-  xcb_send_event(connection_->get(), 0, connection_->root(),
-                 XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                 reinterpret_cast<const char*>(&message));
+  constexpr std::array<std::uint32_t, 3> words{fromPager, XCB_CURRENT_TIME, XCB_WINDOW_NONE};
+  tellWindowManager(*connection_->get(), connection_->root(), static_cast<xcb_window_t>(id),
+                    connection_->atom("_NET_ACTIVE_WINDOW"), words);
   connection_->flush();
 }
 

@@ -2,15 +2,59 @@
 
 #include "Linux/X11/WindowConnection.h"
 
+#include <QEvent>
 #include <QWindow>
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <string_view>
 #include <utility>
 
 namespace Nimbrel {
 
 namespace {
+
+constexpr std::uint32_t allWorkspaces = 0xFFFFFFFF;
+
+/// Does something once, as soon as a window is on the screen.
+class OnceExposed final : public QObject {
+ public:
+  OnceExposed(QWindow& window, std::function<void()> then) : QObject(&window), window_(window), then_(std::move(then)) {
+    window.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* /*object*/, QEvent* event) override {
+    if (event->type() == QEvent::Expose && window_.isExposed()) {
+      window_.removeEventFilter(this);
+      deleteLater();
+      then_();
+    }
+    return false;
+  }
+
+ private:
+  QWindow& window_;
+  std::function<void()> then_;
+};
+
+/// Of a window that is on the screen.
+void askToKeepAbove(XcbConnection& connection, xcb_window_t window) {
+  auto* server = connectionOfWindows();
+  if (server == nullptr || !connection.isUp()) return;
+  constexpr std::uint32_t add = 1;
+  constexpr std::uint32_t fromApplication = 1;
+  const auto tell = [&](std::string_view what, std::array<std::uint32_t, 4> words) {
+    tellWindowManager(*server, connection.root(), window, connection.atom(what), words);
+  };
+  tell("_NET_WM_DESKTOP", {allWorkspaces, fromApplication, 0, 0});
+  tell("_NET_WM_STATE",
+       {add, connection.atom("_NET_WM_STATE_ABOVE"), connection.atom("_NET_WM_STATE_STICKY"), fromApplication});
+  tell("_NET_WM_STATE", {add, connection.atom("_NET_WM_STATE_SKIP_TASKBAR"),
+                         connection.atom("_NET_WM_STATE_SKIP_PAGER"), fromApplication});
+  xcb_flush(server);
+}
 
 class X11WindowStacking final : public WindowStacking {
  public:
@@ -37,7 +81,6 @@ void X11WindowStacking::keepAbove(QWindow& window) {
   auto* server = connectionOfWindows();
   if (server == nullptr || !connection_->isUp()) return;
   const auto id = static_cast<xcb_window_t>(window.winId());
-  constexpr std::uint32_t allWorkspaces = 0xFFFFFFFF;
   xcb_change_property(server, XCB_PROP_MODE_REPLACE, id, connection_->atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL, 32, 1,
                       &allWorkspaces);
   const std::array states{connection_->atom("_NET_WM_STATE_ABOVE"), connection_->atom("_NET_WM_STATE_STICKY"),
@@ -46,6 +89,8 @@ void X11WindowStacking::keepAbove(QWindow& window) {
   // Qt adds its own when it shows the window.
   xcb_change_property(server, XCB_PROP_MODE_REPLACE, id, connection_->atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
                       static_cast<std::uint32_t>(states.size()), states.data());
+  // Who manages the windows and only now ends a former showing takes that away again.
+  new OnceExposed(window, [connection = connection_, id] { askToKeepAbove(*connection, id); });
 }
 
 }  // namespace
