@@ -28,7 +28,8 @@ CompanionProcess::CompanionProcess(Store& store, const WindowServices& services,
       windows_(store, services, exports_, [this](const std::string& path) { forgetPictures(path); }),
       prompt_(services.ownerAuthentication, panel_),
       activity_(store),
-      notice_(store, tray) {
+      notice_(store, tray),
+      hidden_(services.windowFocus) {
   connect(&panel_, &MenuBarView::openMainAppRequested, this, [this] {
     panel_.hide();
     openMainApp_({});
@@ -76,27 +77,12 @@ void CompanionProcess::hideWindows() {
   // It was opened for this, and does not come back; nor does what hides as soon as the user is elsewhere.
   panel_.hide();
   quickFind_.dismiss();
-  for (auto* widget : QApplication::topLevelWidgets()) {
-    if (!widget->isVisible()) continue;
-    hidden_.emplace_back(widget);
-    widget->hide();
-  }
+  hidden_.hide();
 }
 
 void CompanionProcess::unhideWindows() {
-  const auto hidden = std::exchange(hidden_, {});
-  if (isQuitting_) return;
-  const auto front = services_.windowFocus.current();
-  for (const auto& widget : hidden) {
-    if (!widget) continue;
-    // The user goes on where the capture was taken.
-    const bool showed = widget->testAttribute(Qt::WA_ShowWithoutActivating);
-    widget->setAttribute(Qt::WA_ShowWithoutActivating);
-    widget->show();
-    widget->setAttribute(Qt::WA_ShowWithoutActivating, showed);
-  }
-  // Not every desktop heeds that.
-  if (front && !front->isOurs) services_.windowFocus.giveTo(front->id);
+  if (isQuitting_) return hidden_.forget();
+  hidden_.comeBack();
 }
 
 void CompanionProcess::quit() {

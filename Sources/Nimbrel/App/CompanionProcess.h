@@ -2,6 +2,7 @@
 
 #include "App/CompanionWindows.h"
 #include "App/DesktopActions.h"
+#include "App/HiddenWindows.h"
 #include "App/MainProcess.h"
 #include "App/TrayNotice.h"
 #include "Platform/SingleInstance.h"
@@ -17,12 +18,9 @@
 #include "Views/Window/ActivityWatch.h"
 
 #include <QObject>
-#include <QPointer>
-#include <QWidget>
 
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace Nimbrel {
 
@@ -80,7 +78,7 @@ class CompanionProcess final : public QObject {
   AuthenticationPrompt prompt_;
   ActivityWatch activity_;
   TrayNotice notice_;
-  std::vector<QPointer<QWidget>> hidden_;  ///< while a capture is taken
+  HiddenWindows hidden_;
   bool isQuitting_ = false;
 };
 

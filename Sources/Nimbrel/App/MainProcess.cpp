@@ -78,7 +78,8 @@ MainProcess::MainProcess(Store& store, WindowServices services)
       exports_(store, services.workspace),
       window_(store, icons_, parts()),
       prompt_(services.ownerAuthentication, window_),
-      activity_(store) {
+      activity_(store),
+      hidden_(services.windowFocus) {
   connect(&window_, &ContentView::closed, this, &MainProcess::quit);
   actions_.add("find", [this](const std::string& token) { quickFind_.open(token); });
   connect(&store, &Store::windowRequested, this, [this] { raise(); });
@@ -185,7 +186,7 @@ void MainProcess::showSettings() {
 void MainProcess::offer(const VerifiedUpdate& update) {
   if (isQuitting_) return;
   const bool isBusy = QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
-  if (isBusy || !hidden_.empty()) {
+  if (isBusy || !hidden_.isEmpty()) {
     // In place of an older one, so that nothing is offered twice.
     waitingOffer_ = std::make_unique<QObject>();
     return QTimer::singleShot(untilAskedAgain, waitingOffer_.get(), [this, update] { offer(update); });
@@ -230,28 +231,13 @@ void MainProcess::hideWindows() {
   pins_.setHeldBack(true);
   // It hides whenever the user is elsewhere, and does not come back by itself.
   quickFind_.dismiss();
-  for (auto* widget : QApplication::topLevelWidgets()) {
-    if (!widget->isVisible()) continue;
-    hidden_.emplace_back(widget);
-    widget->hide();
-  }
+  hidden_.hide();
 }
 
 void MainProcess::unhideWindows() {
-  const auto hidden = std::exchange(hidden_, {});
-  if (isQuitting_) return;
+  if (isQuitting_) return hidden_.forget();
   pins_.setHeldBack(false);
-  const auto front = services_.windowFocus.current();
-  for (const auto& widget : hidden) {
-    if (!widget) continue;
-    // The user goes on where the capture was taken.
-    const bool wasQuiet = widget->testAttribute(Qt::WA_ShowWithoutActivating);
-    widget->setAttribute(Qt::WA_ShowWithoutActivating);
-    widget->show();
-    widget->setAttribute(Qt::WA_ShowWithoutActivating, wasQuiet);
-  }
-  // Not every desktop heeds that.
-  if (front && !front->isOurs) services_.windowFocus.giveTo(front->id);
+  hidden_.comeBack();
 }
 
 }  // namespace Nimbrel

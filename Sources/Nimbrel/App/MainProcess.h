@@ -1,6 +1,7 @@
 #pragma once
 
 #include "App/DesktopActions.h"
+#include "App/HiddenWindows.h"
 #include "App/UpdateController.h"
 #include "Platform/Services.h"
 #include "Platform/SingleInstance.h"
@@ -25,7 +26,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace Nimbrel {
 
@@ -104,9 +104,9 @@ class MainProcess final : public QObject {
   ContentView window_;
   AuthenticationPrompt prompt_;
   ActivityWatch activity_;
-  QPointer<QuickLookPanel> quickLook_;     ///< once it was asked for; the window's
-  QPointer<SettingsView> settings_;        ///< while they are open; the window's
-  std::vector<QPointer<QWidget>> hidden_;  ///< while a capture is taken
+  QPointer<QuickLookPanel> quickLook_;  ///< once it was asked for; the window's
+  QPointer<SettingsView> settings_;     ///< while they are open; the window's
+  HiddenWindows hidden_;
   std::unique_ptr<QObject> waitingOffer_;  ///< as long as this lives, there is one that waits
   bool isQuitting_ = false;
 };
